@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/view/Menu.h"
+
+#include <functional>
+#include <memory>
+
+namespace quillbar::platform {
+
+/// What the process tells the program's one controller. Every call comes on the main thread.
+class ApplicationDelegate {
+public:
+    ApplicationDelegate() = default;
+    ApplicationDelegate(ApplicationDelegate const&) = delete;
+    ApplicationDelegate& operator=(ApplicationDelegate const&) = delete;
+    virtual ~ApplicationDelegate() = default;
+
+    /// The event loop runs from here on; called once.
+    virtual void applicationDidFinishLaunching() = 0;
+
+    /// The person started the program again, or the desktop asks for its main window.
+    virtual void openSettings() = 0;
+
+    /// The desktop asks for the quick-open palette.
+    virtual void openPalette() = 0;
+};
+
+/// Runs the program until terminate(); returns the process's exit status. `makeDelegate` is called
+/// once, before the event loop, and the delegate lives as long as the loop. Where this session
+/// already runs the program, that one is told to open its settings, `makeDelegate` is never called
+/// and the result is 0.
+[[nodiscard]] int runApplication(int argumentCount, char** arguments,
+    std::function<std::shared_ptr<ApplicationDelegate>()> const& makeDelegate);
+
+/// Ends the event loop; runApplication() then returns 0.
+void terminate();
+
+/// Installs the menu that gives the windows their standard editing keys; it is never shown.
+void installMainMenu(Menu menu);
+
+/// Brings the program's windows before those of other programs.
+void activateIgnoringOtherApps();
+
+} // namespace quillbar::platform

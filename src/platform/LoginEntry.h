@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quillbar::platform {
+
+/// Whether an off-switch that the person set in the desktop's own dialog outlives the rewrite.
+enum class LoginSwitch : std::uint8_t { Keep, Reset };
+
+/// Three facts: what the entry is called, what it starts, and that it starts once at login.
+struct LoginEntry {
+    std::string label;
+    /// Absolute; empty when unknown.
+    std::string executablePath;
+};
+
+/// Writes the person's login entry, replacing one of the same label. Errors are swallowed.
+void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch);
+
+/// Deletes the login entry of that label; there being none is no error.
+void removeLoginEntry(std::string const& label);
+
+} // namespace quillbar::platform

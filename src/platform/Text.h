@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillbar::platform {
+
+/// Every function of this header takes and returns UTF-8; a malformed sequence counts as U+FFFD.
+[[nodiscard]] bool isValidUtf8(std::string_view text);
+
+/// Without white space and line breaks at both ends.
+[[nodiscard]] std::string trimmed(std::string_view text);
+
+/// In upper case, by the rules of the person's language.
+[[nodiscard]] std::string upperCased(std::string_view text);
+
+/// Orders by the Unicode scalar values of the canonically equivalent form, case-sensitive.
+[[nodiscard]] bool isOrderedBefore(std::string_view left, std::string_view right);
+
+} // namespace quillbar::platform

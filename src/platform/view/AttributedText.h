@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/view/Color.h"
+#include "platform/view/Font.h"
+
+#include <string>
+
+namespace quillbar::platform {
+
+/// A text in one font and colour.
+struct AttributedText {
+    std::string text;
+    Font font;
+    Color color = SystemColor::Label;
+
+    friend bool operator==(AttributedText const&, AttributedText const&) = default;
+};
+
+} // namespace quillbar::platform

@@ -1,0 +1,58 @@
+#include "platform/view/StatusItem.h"
+
+#include <utility>
+
+namespace quillbar::platform {
+
+namespace {
+
+template <typename Value> bool assignIfDifferent(Value& field, Value&& value)
+{
+    if (field == value)
+        return false;
+    field = std::forward<Value>(value);
+    return true;
+}
+
+} // namespace
+
+void StatusButton::setImage(Image image)
+{
+    if (assignIfDifferent(image_, std::optional(std::move(image))))
+        syncStatusButton(item_);
+}
+
+void StatusButton::setToolTip(std::string toolTip)
+{
+    if (assignIfDifferent(toolTip_, std::move(toolTip)))
+        syncStatusButton(item_);
+}
+
+void StatusButton::setContentTintColor(std::optional<Color> color)
+{
+    if (assignIfDifferent(contentTintColor_, std::move(color)))
+        syncStatusButton(item_);
+}
+
+void StatusButton::setAlpha(double alpha)
+{
+    if (assignIfDifferent(alpha_, std::move(alpha)))
+        syncStatusButton(item_);
+}
+
+StatusItem::StatusItem()
+    : button_(statusItemsHaveButtons() ? std::make_unique<StatusButton>(*this) : nullptr)
+    , menu_(std::make_shared<Menu const>())
+    , native_(createNativeStatusItem(*this))
+{
+}
+
+StatusItem::~StatusItem() = default;
+
+void StatusItem::setMenu(Menu menu)
+{
+    menu_ = std::make_shared<Menu const>(std::move(menu));
+    syncStatusMenu(*this);
+}
+
+} // namespace quillbar::platform
