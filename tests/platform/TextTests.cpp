@@ -1,0 +1,81 @@
+#include "platform/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+namespace quillbar::platform {
+
+TEST(Text, IsValidUtf8_refusesWhatNoEncoderWrites)
+{
+    for (auto const* text : { "", "plain", "é", "日本", "👩‍👩‍👧", "\U0010FFFF" })
+        EXPECT_TRUE(isValidUtf8(text)) << text;
+
+    struct {
+        char const* fault;
+        std::string text;
+    } const cases[] = {
+        { "lone continuation byte", "a\x80" },
+        { "sequence cut short", "a\xE6\x97" },
+        { "overlong slash", "\xC0\xAF" },
+        { "surrogate", "\xED\xA0\x80" },
+        { "beyond the last character", "\xF4\x90\x80\x80" },
+        { "byte of no sequence", "\xFF" },
+    };
+    for (auto const& [fault, text] : cases)
+        EXPECT_FALSE(isValidUtf8(text)) << fault;
+}
+
+TEST(Text, Trimmed_removesAllKindsOfWhiteSpaceFromTheEndsOnly)
+{
+    EXPECT_EQ(trimmed(" \t\r\n\v\f two words \n"), "two words");
+    EXPECT_EQ(trimmed("\u00A0\u2003\u2028\u0085\u3000x\u202F"), "x");
+    EXPECT_EQ(trimmed(" \n "), "");
+    EXPECT_EQ(trimmed(" 👩‍👩‍👧 "), "👩‍👩‍👧");
+    EXPECT_EQ(trimmed("\u200Bx\uFEFF"), "\u200Bx\uFEFF");
+}
+
+TEST(Text, MalformedBytes_becomeReplacementCharacters)
+{
+    EXPECT_EQ(trimmed(" a\xFF "), "a\uFFFD");
+    EXPECT_EQ(upperCased("a\xFFz"), "A\uFFFDZ");
+}
+
+TEST(TextDeathTest, UpperCased_followsTheLanguage)
+{
+    // The language is read once per process, so each gets one of its own.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    auto check = [](char const* language, std::string const& text, std::string const& expected) {
+        setenv("LC_ALL", language, 1);
+        std::exit(upperCased(text) == expected ? 0 : 1);
+    };
+    auto const succeeds = testing::ExitedWithCode(0);
+    EXPECT_EXIT(check("C", "work straße ø", "WORK STRASSE Ø"), succeeds, "");
+    EXPECT_EXIT(check("de_DE.UTF-8", "istanbul", "ISTANBUL"), succeeds, "");
+    EXPECT_EXIT(check("tr_TR.UTF-8", "istanbul", "İSTANBUL"), succeeds, "");
+}
+
+TEST(Text, IsOrderedBefore_goesByScalarValues)
+{
+    std::vector<std::string> const ordered
+        = { "", "10", "9", "Zap", "apple", "apple pie", "zoo", "été", "日本", "\uFFFD", "👍" };
+    for (std::size_t left = 0; left < ordered.size(); ++left) {
+        for (std::size_t right = 0; right < ordered.size(); ++right)
+            EXPECT_EQ(isOrderedBefore(ordered[left], ordered[right]), left < right)
+                << ordered[left] << " / " << ordered[right];
+    }
+}
+
+TEST(Text, IsOrderedBefore_takesCanonicalEquivalentsForEqual)
+{
+    auto const* composed = "caf\u00E9";
+    auto const* decomposed = "cafe\u0301";
+    EXPECT_FALSE(isOrderedBefore(composed, decomposed));
+    EXPECT_FALSE(isOrderedBefore(decomposed, composed));
+    EXPECT_TRUE(isOrderedBefore("cafz", decomposed));
+    EXPECT_FALSE(isOrderedBefore("\xFF", "\xFE"));
+}
+
+} // namespace quillbar::platform
