@@ -1,0 +1,61 @@
+#include "platform/SystemHotkeys.h"
+
+#include "platform/linux/hotkeys/HotkeyBackend.h"
+#include "platform/linux/hotkeys/X11Hotkeys.h"
+
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace quillbar::platform {
+
+namespace {
+
+class NoHotkeys final : public HotkeyBackend {
+public:
+    Token claim(std::uint32_t, KeyModifiers, std::uint32_t) override { return {}; }
+};
+
+std::function<void(std::uint32_t)>& pressHandler()
+{
+    static std::function<void(std::uint32_t)> handler;
+    return handler;
+}
+
+void firePressed(std::uint32_t id)
+{
+    // A copy: the handler may be replaced while it runs.
+    if (auto const handler = pressHandler())
+        handler(id);
+}
+
+std::shared_ptr<HotkeyBackend> makeBackend()
+{
+    // XWayland accepts grabs too, but they work in some windows only and nobody could tell why.
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        if (auto x11 = X11Hotkeys::connect(firePressed))
+            return x11;
+    }
+    return std::make_shared<NoHotkeys>();
+}
+
+HotkeyBackend& backend()
+{
+    static std::shared_ptr<HotkeyBackend> const chosen = makeBackend();
+    return *chosen;
+}
+
+} // namespace
+
+void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed)
+{
+    pressHandler() = std::move(onPressed);
+}
+
+Token registerSystemHotkey(
+    std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t /*signature*/, std::uint32_t id)
+{
+    return backend().claim(keyCode, modifiers, id);
+}
+
+} // namespace quillbar::platform

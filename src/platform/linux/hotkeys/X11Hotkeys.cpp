@@ -1,0 +1,233 @@
+#include "platform/linux/hotkeys/X11Hotkeys.h"
+
+#include "platform/linux/UserTime.h"
+#include "platform/linux/hotkeys/VirtualKeyCodes.h"
+#include "platform/linux/hotkeys/XkbClient.h"
+
+#include <QMetaObject>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbar::platform {
+
+namespace {
+
+constexpr std::uint32_t xKeycodeOffset = 8;
+constexpr std::uint32_t lastXKeycode = 255;
+constexpr std::uint8_t eventTypeMask = 0x7f;
+
+std::vector<xcb_keycode_t> keycodesFor(std::uint32_t keyCode)
+{
+    std::vector<xcb_keycode_t> keycodes;
+    for (auto const key : evdevKeysFor(keyCode)) {
+        if (key + xKeycodeOffset <= lastXKeycode)
+            keycodes.push_back(static_cast<xcb_keycode_t>(key + xKeycodeOffset));
+    }
+    return keycodes;
+}
+
+xcb_window_t rootWindow(xcb_connection_t* connection, int screenNumber)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; screenNumber > 0 && screens.rem > 1; --screenNumber)
+        xcb_screen_next(&screens);
+    return screens.data->root;
+}
+
+} // namespace
+
+std::shared_ptr<X11Hotkeys> X11Hotkeys::connect(PressHandler onPressed)
+{
+    int screenNumber = 0;
+    Connection connection { xcb_connect(nullptr, &screenNumber) };
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return nullptr;
+    auto const root = rootWindow(connection.get(), screenNumber);
+    std::shared_ptr<X11Hotkeys> hotkeys { new X11Hotkeys(
+        std::move(connection), root, std::move(onPressed)) };
+    return hotkeys->startListening() ? hotkeys : nullptr;
+}
+
+X11Hotkeys::X11Hotkeys(Connection connection, xcb_window_t root, PressHandler onPressed)
+    : connection_(std::move(connection))
+    , root_(root)
+    , onPressed_(std::move(onPressed))
+    , readable_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read)
+{
+    QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { readEvents(); });
+}
+
+bool X11Hotkeys::startListening()
+{
+    prefetchXkb(connection_.get());
+    ModifierBitsRequest bits { connection_.get() };
+    auto const keyboardChange = useXkb(connection_.get());
+    if (!keyboardChange)
+        return false;
+    keyboardChange_ = *keyboardChange;
+    bits_ = bits.answer();
+    setAsideEvents();
+    return true;
+}
+
+Token X11Hotkeys::claim(std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id)
+{
+    Claim claim { keycodesFor(keyCode), modifiers, id };
+    auto const grabs = grabsOf(claim);
+    auto const isOurs = [this](Grab const& grab) { return claimOf(grab.keycode, grab.mask); };
+    if (grabs.empty() || std::any_of(grabs.begin(), grabs.end(), isOurs) || !grab(claim))
+        return {};
+    auto const number = nextNumber_++;
+    claims_.emplace(number, std::move(claim));
+    return Token { [weak = weak_from_this(), number] {
+        if (auto const self = weak.lock())
+            self->release(number);
+    } };
+}
+
+void X11Hotkeys::release(std::uint64_t number)
+{
+    auto const claim = claims_.extract(number);
+    ungrab(claim.mapped());
+    xcb_flush(connection_.get());
+}
+
+/// A grab fits one exact set of modifiers, so each state of CapsLock and NumLock needs its own.
+std::vector<X11Hotkeys::Grab> X11Hotkeys::grabsOf(Claim const& claim) const
+{
+    auto const mask = bits_.mask(claim.modifiers);
+    if (!mask)
+        return {};
+    std::set<std::uint16_t> locks;
+    for (unsigned const lock : { 0u, unsigned { XCB_MOD_MASK_LOCK } }) {
+        locks.insert(static_cast<std::uint16_t>(lock));
+        locks.insert(static_cast<std::uint16_t>(lock | bits_.numLock));
+    }
+    std::vector<Grab> grabs;
+    for (auto const keycode : claim.keycodes) {
+        for (auto const lock : locks)
+            grabs.push_back({ keycode, static_cast<std::uint16_t>(*mask | lock) });
+    }
+    return grabs;
+}
+
+bool X11Hotkeys::grab(Claim const& claim)
+{
+    std::vector<xcb_void_cookie_t> sent;
+    for (auto const& [keycode, mask] : grabsOf(claim)) {
+        sent.push_back(xcb_grab_key_checked(
+            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    // All are sent before the first is checked, so that they cost one wait together.
+    bool isRefused = sent.empty();
+    for (auto const cookie : sent) {
+        XcbPtr<xcb_generic_error_t> const error { xcb_request_check(connection_.get(), cookie) };
+        isRefused = isRefused || error != nullptr;
+    }
+    if (isRefused) {
+        ungrab(claim);
+        xcb_flush(connection_.get());
+    }
+    setAsideEvents();
+    return !isRefused;
+}
+
+void X11Hotkeys::ungrab(Claim const& claim)
+{
+    for (auto const& [keycode, mask] : grabsOf(claim))
+        xcb_ungrab_key(connection_.get(), keycode, root_, mask);
+}
+
+X11Hotkeys::Claim const* X11Hotkeys::claimOf(xcb_keycode_t keycode, std::uint16_t mask) const
+{
+    auto const state = bits_.hotkeyState(mask);
+    for (auto const& [number, claim] : claims_) {
+        auto const& keycodes = claim.keycodes;
+        if (bits_.mask(claim.modifiers) == state
+            && std::find(keycodes.begin(), keycodes.end(), keycode) != keycodes.end())
+            return &claim;
+    }
+    return nullptr;
+}
+
+/// While waiting for an answer xcb also reads events, after which the socket stays silent about
+/// them.
+void X11Hotkeys::setAsideEvents()
+{
+    auto const isWaiting = !setAside_.empty();
+    while (auto* const event = xcb_poll_for_queued_event(connection_.get()))
+        setAside_.emplace_back(event);
+    if (!isWaiting && !setAside_.empty())
+        QMetaObject::invokeMethod(
+            &readable_, [this] { readEvents(); }, Qt::QueuedConnection);
+}
+
+XcbPtr<xcb_generic_event_t> X11Hotkeys::nextEvent()
+{
+    if (setAside_.empty())
+        return XcbPtr<xcb_generic_event_t> { xcb_poll_for_event(connection_.get()) };
+    auto event = std::move(setAside_.front());
+    setAside_.pop_front();
+    return event;
+}
+
+void X11Hotkeys::readEvents()
+{
+    auto const self = shared_from_this();
+    while (auto const event = nextEvent())
+        handle(*event);
+    if (std::exchange(keyboardChanged_, false))
+        followKeyboard();
+    if (xcb_connection_has_error(connection_.get()) != 0)
+        readable_.setEnabled(false);
+}
+
+void X11Hotkeys::handle(xcb_generic_event_t const& event)
+{
+    auto const type = static_cast<std::uint8_t>(event.response_type & eventTypeMask);
+    if (type == XCB_KEY_PRESS)
+        keyPressed(reinterpret_cast<xcb_key_press_event_t const&>(event));
+    else if (type == XCB_KEY_RELEASE)
+        keyReleased(reinterpret_cast<xcb_key_release_event_t const&>(event).detail);
+    else if (type == keyboardChange_)
+        keyboardChanged_ = true;
+}
+
+void X11Hotkeys::keyPressed(xcb_key_press_event_t const& event)
+{
+    if (held_.empty())
+        grabbingKey_ = event.detail;
+    if (!held_.insert(event.detail).second)
+        return;
+    if (auto const* const claim = claimOf(event.detail, event.state)) {
+        setUserTime(event.time);
+        onPressed_(claim->id);
+    }
+}
+
+/// The keyboard is ours from the press of a hotkey to its release; keys that went down meanwhile
+/// may come up unseen later, so they count as released too.
+void X11Hotkeys::keyReleased(xcb_keycode_t keycode)
+{
+    if (keycode == grabbingKey_)
+        held_.clear();
+    else
+        held_.erase(keycode);
+}
+
+void X11Hotkeys::followKeyboard()
+{
+    auto const bits = ModifierBitsRequest { connection_.get() }.answer();
+    setAsideEvents();
+    if (bits == bits_)
+        return;
+    for (auto const& [number, claim] : claims_)
+        ungrab(claim);
+    bits_ = bits;
+    // A claim that is refused now stays and is tried again at the next change.
+    for (auto const& [number, claim] : claims_)
+        static_cast<void>(grab(claim));
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/linux/hotkeys/HotkeyBackend.h"
+#include "platform/linux/hotkeys/ModifierBits.h"
+#include "platform/linux/hotkeys/XcbPtr.h"
+
+#include <QSocketNotifier>
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace quillbar::platform {
+
+/// Hotkeys as passive grabs on the root window, over an X connection of its own.
+class X11Hotkeys final : public HotkeyBackend, public std::enable_shared_from_this<X11Hotkeys> {
+public:
+    using PressHandler = std::function<void(std::uint32_t id)>;
+
+    /// Null without a usable X server.
+    [[nodiscard]] static std::shared_ptr<X11Hotkeys> connect(PressHandler onPressed);
+
+    ~X11Hotkeys() override = default;
+
+    [[nodiscard]] Token claim(
+        std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id) override;
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+    struct Claim {
+        std::vector<xcb_keycode_t> keycodes;
+        KeyModifiers modifiers;
+        std::uint32_t id;
+    };
+    struct Grab {
+        xcb_keycode_t keycode;
+        std::uint16_t mask;
+    };
+
+    X11Hotkeys(Connection connection, xcb_window_t root, PressHandler onPressed);
+
+    [[nodiscard]] bool startListening();
+    [[nodiscard]] std::vector<Grab> grabsOf(Claim const& claim) const;
+    [[nodiscard]] bool grab(Claim const& claim);
+    void ungrab(Claim const& claim);
+    void release(std::uint64_t number);
+    [[nodiscard]] Claim const* claimOf(xcb_keycode_t keycode, std::uint16_t mask) const;
+
+    void setAsideEvents();
+    [[nodiscard]] XcbPtr<xcb_generic_event_t> nextEvent();
+    void readEvents();
+    void handle(xcb_generic_event_t const& event);
+    void keyPressed(xcb_key_press_event_t const& event);
+    void keyReleased(xcb_keycode_t keycode);
+    void followKeyboard();
+
+    Connection connection_;
+    xcb_window_t root_;
+    PressHandler onPressed_;
+    QSocketNotifier readable_;
+    std::uint8_t keyboardChange_ = 0;
+    bool keyboardChanged_ = false;
+    ModifierBits bits_;
+    std::map<std::uint64_t, Claim> claims_;
+    std::uint64_t nextNumber_ = 1;
+    std::deque<XcbPtr<xcb_generic_event_t>> setAside_;
+    std::set<xcb_keycode_t> held_;
+    xcb_keycode_t grabbingKey_ = 0;
+};
+
+} // namespace quillbar::platform

@@ -1,0 +1,297 @@
+#include "linux/PrivateDisplay.h"
+#include "linux/hotkeys_OtherClient.h"
+#include "platform/KeyModifiers.h"
+#include "platform/SystemHotkeys.h"
+#include "platform/linux/UserTime.h"
+
+#include <QDeadlineTimer>
+#include <QGuiApplication>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace quillbar::platform {
+namespace {
+
+using namespace quillbar::testing;
+
+constexpr std::uint32_t codeS = 1;
+constexpr std::uint32_t codeT = 17;
+constexpr std::uint32_t codeF13 = 105;
+constexpr std::uint16_t superMask = XCB_MOD_MASK_4;
+constexpr std::uint32_t signature = 0x5155494C;
+constexpr std::uint32_t markerId = 99;
+
+class X11HotkeysTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        display = std::make_unique<PrivateDisplay>();
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        static int argumentCount = 1;
+        static char name[] = "test";
+        static char* arguments[] = { name, nullptr };
+        application = std::make_unique<QGuiApplication>(argumentCount, arguments);
+    }
+
+    static void TearDownTestSuite()
+    {
+        application.reset();
+        display.reset();
+    }
+
+    void SetUp() override
+    {
+        QProcess::execute("setxkbmap", { "-layout", "us", "-option", "" });
+        installHotkeyHandler([this](std::uint32_t id) {
+            fired.push_back(id);
+            if (onFired)
+                onFired(id);
+        });
+        marker = registerSystemHotkey(codeS, commandKey | controlKey, signature, markerId);
+        ASSERT_TRUE(marker);
+    }
+
+    void TearDown() override { installHotkeyHandler(nullptr); }
+
+    /// What fired so far: a last hotkey, pressed now, comes after everything before.
+    std::vector<std::uint32_t> firedUntilNow()
+    {
+        other.tap({ keyControl, keySuper, keyS });
+        QDeadlineTimer const deadline { 20'000 };
+        while (std::find(fired.begin(), fired.end(), markerId) == fired.end()) {
+            if (deadline.hasExpired()) {
+                ADD_FAILURE() << "the marker never fired";
+                return {};
+            }
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+        }
+        fired.pop_back();
+        return std::exchange(fired, {});
+    }
+
+    static Token claim(std::uint32_t code, std::uint32_t modifiers, std::uint32_t id)
+    {
+        return registerSystemHotkey(code, modifiers, signature, id);
+    }
+
+    using Ids = std::vector<std::uint32_t>;
+    static inline std::unique_ptr<PrivateDisplay> display;
+    static inline std::unique_ptr<QGuiApplication> application;
+    OtherClient other;
+    std::vector<std::uint32_t> fired;
+    std::function<void(std::uint32_t)> onFired;
+    Token marker;
+};
+
+TEST_F(X11HotkeysTest, Press_firesWithTheExactModifiersOnly)
+{
+    auto const hotkey = claim(codeT, commandKey | optionKey, 7);
+    ASSERT_TRUE(hotkey);
+    other.tap({ keySuper, keyAlt, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids { 7 });
+    EXPECT_NE(userTime(), 0u);
+
+    other.tap({ keySuper, keyT });
+    other.tap({ keySuper, keyAlt, keyShift, keyT });
+    other.tap({ keyT });
+    EXPECT_EQ(firedUntilNow(), Ids {});
+}
+
+TEST_F(X11HotkeysTest, Press_firesInEveryLockState)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    for (auto const lock : { keyCapsLock, keyNumLock, keyCapsLock, keyNumLock }) {
+        other.tap({ lock });
+        other.tap({ keySuper, keyT });
+        EXPECT_EQ(firedUntilNow(), Ids { 7 }) << int { lock };
+    }
+}
+
+TEST_F(X11HotkeysTest, HeldKey_firesOnce)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    other.press(keySuper);
+    // A press of a key that is down already is what the server makes of an auto-repeat.
+    for (int repeat = 0; repeat < 5; ++repeat)
+        other.press(keyT);
+    other.release(keyT);
+    other.release(keySuper);
+    EXPECT_EQ(firedUntilNow(), Ids { 7 });
+
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids { 7 });
+}
+
+TEST_F(X11HotkeysTest, RolledKeys_fireEachAndAgain)
+{
+    auto const first = claim(codeT, commandKey, 7);
+    auto const second = claim(codeS, commandKey, 8);
+    for (int round = 0; round < 2; ++round) {
+        other.press(keySuper);
+        other.press(keyT);
+        other.press(keyS);
+        other.release(keyT);
+        other.release(keyS);
+        other.release(keySuper);
+        EXPECT_EQ(firedUntilNow(), (Ids { 7, 8 }));
+    }
+}
+
+TEST_F(X11HotkeysTest, Layout_doesNotMatter)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    for (auto const* const layout : { "fr", "ru", "dvorak" }) {
+        ASSERT_EQ(QProcess::execute("setxkbmap", { layout }), 0);
+        other.tap({ keySuper, keyT });
+        EXPECT_EQ(firedUntilNow(), Ids { 7 }) << layout;
+    }
+}
+
+TEST_F(X11HotkeysTest, SecondLayoutGroup_doesNotMatter)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    ASSERT_EQ(
+        QProcess::execute("setxkbmap", { "-layout", "us,ru", "-option", "grp:caps_toggle" }), 0);
+    other.tap({ keyCapsLock });
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids { 7 });
+}
+
+TEST_F(X11HotkeysTest, MovedModifierKeys_areFollowed)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    ASSERT_EQ(QProcess::execute("setxkbmap", { "-option", "altwin:swap_alt_win" }), 0);
+    other.tap({ keyAlt, keyT });
+    other.tap({ keySuper, keyT });
+    other.tap({ keyControl, keyAlt, keyS });
+    ASSERT_EQ(QProcess::execute("setxkbmap", { "-option", "" }), 0);
+    EXPECT_EQ(firedUntilNow(), (Ids { 7, markerId }));
+}
+
+TEST_F(X11HotkeysTest, MovedModifierBits_areGrabbedAgain)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    ASSERT_EQ(QProcess::execute("xmodmap",
+                  { "-e", "clear mod2", "-e", "clear mod3", "-e", "add mod3 = Num_Lock" }),
+        0);
+    EXPECT_EQ(firedUntilNow(), Ids {});
+    other.tap({ keyNumLock });
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids { 7 });
+    other.tap({ keyNumLock });
+}
+
+TEST_F(X11HotkeysTest, TakenCombination_isRefusedAndDisturbsNothing)
+{
+    ASSERT_TRUE(other.grab(keyT, superMask | XCB_MOD_MASK_LOCK));
+    EXPECT_FALSE(claim(codeT, commandKey, 7));
+    EXPECT_TRUE(claim(codeT, optionKey, 8));
+
+    OtherClient third;
+    EXPECT_TRUE(third.grab(keyT, superMask)) << "a part of the refused hotkey is still held";
+    other.tap({ keyCapsLock });
+    other.tap({ keySuper, keyT });
+    other.tap({ keyCapsLock });
+    EXPECT_TRUE(other.gotPress(keyT));
+    EXPECT_EQ(firedUntilNow(), Ids {});
+}
+
+TEST_F(X11HotkeysTest, OwnCombination_isTakenToo)
+{
+    auto hotkey = claim(codeT, commandKey, 7);
+    EXPECT_FALSE(claim(codeT, commandKey, 8));
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids { 7 });
+    hotkey.reset();
+    EXPECT_TRUE(claim(codeT, commandKey, 8));
+}
+
+TEST_F(X11HotkeysTest, DestroyedToken_freesTheCombinationForOthers)
+{
+    auto hotkey = claim(codeT, commandKey, 7);
+    EXPECT_FALSE(other.grab(keyT, superMask));
+    hotkey.reset();
+    // The answer to a further registration comes after the release.
+    auto const later = claim(codeS, commandKey, 8);
+    EXPECT_TRUE(other.grab(keyT, superMask));
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids {});
+}
+
+TEST_F(X11HotkeysTest, Handler_mayFreeAndClaimHotkeys)
+{
+    auto hotkey = claim(codeT, commandKey, 7);
+    onFired = [&](std::uint32_t id) {
+        if (id != markerId) {
+            hotkey.reset();
+            hotkey = claim(codeT, commandKey, id + 1);
+        }
+    };
+    other.press(keySuper);
+    other.press(keyT);
+    other.press(keyT);
+    other.release(keyT);
+    other.release(keySuper);
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), (Ids { 7, 8 }));
+}
+
+TEST_F(X11HotkeysTest, PressDuringARegistration_isNotLost)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    other.tap({ keySuper, keyT });
+    // Its wait reads the press too, and leaves nothing on the socket.
+    auto const later = claim(codeS, commandKey, 8);
+    QDeadlineTimer const deadline { 20'000 };
+    while (fired.empty() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    EXPECT_EQ(fired, Ids { 7 });
+    fired.clear();
+}
+
+TEST_F(X11HotkeysTest, PairedKeys_areBothGrabbed)
+{
+    auto const hotkey = claim(codeF13, commandKey, 7);
+    other.tap({ keySuper, keyF13 });
+    other.tap({ keySuper, keyPrintScreen });
+    EXPECT_EQ(firedUntilNow(), (Ids { 7, 7 }));
+}
+
+TEST_F(X11HotkeysTest, ImpossibleCombinations_areRefused)
+{
+    struct Case {
+        std::uint32_t code;
+        std::uint32_t modifiers;
+    };
+    for (auto const& [code, modifiers] : { Case { 52, commandKey }, Case { 63, commandKey },
+             Case { 127, 0 }, Case { 128, commandKey }, Case { 0xffffffff, commandKey },
+             Case { codeT, 1 }, Case { codeT, 0xffffffff } })
+        EXPECT_FALSE(claim(code, modifiers, 7)) << code;
+}
+
+[[noreturn]] void exitWithTheAnswerOffscreen()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int argumentCount = 1;
+    char name[] = "test";
+    char* arguments[] = { name, nullptr };
+    QGuiApplication const offscreen { argumentCount, arguments };
+    auto const hotkey = registerSystemHotkey(codeT, commandKey, signature, 7);
+    std::exit(hotkey ? 1 : 0);
+}
+
+TEST(SystemHotkeysDeathTest, WithoutX_registrationIsRefused)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(exitWithTheAnswerOffscreen(), ::testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace quillbar::platform
