@@ -7,11 +7,12 @@
 
 namespace quillbar::platform {
 
-/// A text in one font and colour.
+/// A text in one style.
 struct AttributedText {
     std::string text;
     Font font;
     Color color = SystemColor::Label;
+    bool isUnderlined = false;
 
     friend bool operator==(AttributedText const&, AttributedText const&) = default;
 };

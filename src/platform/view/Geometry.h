@@ -26,4 +26,22 @@ struct Rect {
     friend bool operator==(Rect const&, Rect const&) = default;
 };
 
+/// Whether the two share an area; edges that only touch do not.
+[[nodiscard]] constexpr bool intersects(Rect const& left, Rect const& right)
+{
+    return left.x < right.x + right.width && right.x < left.x + left.width
+        && left.y < right.y + right.height && right.y < left.y + left.height;
+}
+
+[[nodiscard]] constexpr bool contains(Rect const& rect, Point const& point)
+{
+    return point.x >= rect.x && point.x < rect.x + rect.width && point.y >= rect.y
+        && point.y < rect.y + rect.height;
+}
+
+[[nodiscard]] constexpr Rect offsetBy(Rect const& rect, Point const& distance)
+{
+    return { rect.x + distance.x, rect.y + distance.y, rect.width, rect.height };
+}
+
 } // namespace quillbar::platform

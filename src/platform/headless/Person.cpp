@@ -1,0 +1,126 @@
+#include "platform/headless/Person.h"
+
+#include "platform/headless/Windows.h"
+#include "platform/view/TextField.h"
+
+#include <algorithm>
+
+namespace quillbar::platform::headless {
+
+namespace {
+
+bool isWithinReach(View const* view)
+{
+    return view && view->isVisible() && view->window() && view->window()->isVisible();
+}
+
+bool isUsable(Control const* control)
+{
+    return isWithinReach(control) && control->isEnabled();
+}
+
+std::shared_ptr<TextField> focusedField()
+{
+    auto const* const window = keyWindow();
+    auto field = window ? std::dynamic_pointer_cast<TextField>(window->firstResponder()) : nullptr;
+    return isUsable(field.get()) ? field : nullptr;
+}
+
+bool pressOn(std::shared_ptr<View> const& focused, KeyEvent const& event)
+{
+    auto const button = std::dynamic_pointer_cast<Button>(focused);
+    return event == KeyEvent { key::space, 0 } && click(button);
+}
+
+bool isContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+} // namespace
+
+bool click(std::shared_ptr<Button> const& button)
+{
+    if (!isUsable(button.get()))
+        return false;
+    button->userClicked();
+    return true;
+}
+
+bool choose(std::shared_ptr<PopUpButton> const& popUp, std::string_view title)
+{
+    if (!isUsable(popUp.get()))
+        return false;
+    auto const& items = popUp->items();
+    auto const chosen = std::ranges::find_if(items, [&](MenuItem const& item) {
+        return item.title == title && item.isEnabled && item.kind == MenuItemKind::Command;
+    });
+    if (chosen == items.end())
+        return false;
+    popUp->userSelected(static_cast<std::size_t>(chosen - items.begin()));
+    return true;
+}
+
+bool click(std::shared_ptr<TableView> const& table, std::size_t row)
+{
+    if (!isWithinReach(table.get()) || row >= table->numberOfRows())
+        return false;
+    table->userClicked(row);
+    return true;
+}
+
+bool doubleClick(std::shared_ptr<TableView> const& table, std::size_t row)
+{
+    if (!click(table, row))
+        return false;
+    table->userDoubleClicked(row);
+    return true;
+}
+
+bool drag(std::shared_ptr<TableView> const& table, std::size_t row, std::size_t gap)
+{
+    if (!isWithinReach(table.get()) || row >= table->numberOfRows())
+        return false;
+    auto const text = table->dragText(row);
+    return text && table->userDropped(*text, gap);
+}
+
+bool press(std::uint32_t keyCode, KeyModifiers modifiers)
+{
+    KeyEvent const event { keyCode, modifiers };
+    auto* const window = keyWindow();
+    if (!window)
+        return false;
+    if (runKeyDownMonitors(event) == KeyEventResult::Consume)
+        return true;
+    if (keyWindow() != window)
+        return false;
+    auto const focused = window->firstResponder();
+    return window->userPressedKey(event) == KeyEventResult::Consume || pressOn(focused, event);
+}
+
+bool type(std::string_view text)
+{
+    while (!text.empty()) {
+        std::size_t length = 1;
+        while (length < text.size() && isContinuation(text[length]))
+            ++length;
+        auto const field = focusedField();
+        if (!field)
+            return false;
+        field->userTyped(field->text() + std::string(text.substr(0, length)));
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+bool replaceText(std::string_view text)
+{
+    auto const field = focusedField();
+    if (!field)
+        return false;
+    field->userTyped(std::string(text));
+    return true;
+}
+
+} // namespace quillbar::platform::headless

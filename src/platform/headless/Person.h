@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/view/Button.h"
+#include "platform/view/PopUpButton.h"
+#include "platform/view/TableView.h"
+#include "platform/view/Window.h"
+
+#include <concepts>
+#include <string_view>
+
+/// What a person sees in the windows and does to them.
+namespace quillbar::platform::headless {
+
+/// The visible views of that class at or below `root`, in the order of adding.
+template <std::derived_from<View> Kind>
+void collect(View& root, std::vector<std::shared_ptr<Kind>>& found)
+{
+    if (root.isHidden())
+        return;
+    if (auto view = std::dynamic_pointer_cast<Kind>(root.shared_from_this()))
+        found.push_back(std::move(view));
+    for (auto const& subview : root.keyOrder())
+        collect<Kind>(*subview, found);
+}
+
+template <std::derived_from<View> Kind>
+[[nodiscard]] std::vector<std::shared_ptr<Kind>> findAll(View& root)
+{
+    std::vector<std::shared_ptr<Kind>> found;
+    collect<Kind>(root, found);
+    return found;
+}
+
+template <std::derived_from<View> Kind>
+[[nodiscard]] std::vector<std::shared_ptr<Kind>> findAll(Window const& window)
+{
+    return findAll<Kind>(window.contentView());
+}
+
+/// The first visible view of that class that shows the text or is called so; null without one.
+template <std::derived_from<View> Kind, typename Root>
+[[nodiscard]] std::shared_ptr<Kind> find(Root& root, std::string_view text)
+{
+    for (auto const& view : findAll<Kind>(root)) {
+        if (view->visibleText() == text || accessibleName(*view) == text)
+            return view;
+    }
+    return nullptr;
+}
+
+/// The only visible view of that class; null when there is none or more than one.
+template <std::derived_from<View> Kind, typename Root>
+[[nodiscard]] std::shared_ptr<Kind> findOnly(Root& root)
+{
+    auto const found = findAll<Kind>(root);
+    return found.size() == 1 ? found.front() : nullptr;
+}
+
+/// Each of these returns whether a person could do it: the control is there, visible and on.
+bool click(std::shared_ptr<Button> const& button);
+bool choose(std::shared_ptr<PopUpButton> const& popUp, std::string_view title);
+bool click(std::shared_ptr<TableView> const& table, std::size_t row);
+bool doubleClick(std::shared_ptr<TableView> const& table, std::size_t row);
+/// Drags a row into the gap above row `gap`; whether the drop was taken.
+bool drag(std::shared_ptr<TableView> const& table, std::size_t row, std::size_t gap);
+
+/// Presses a key of the key window: monitors, then the window, then the focused control get it.
+/// Whether something used it.
+bool press(std::uint32_t keyCode, KeyModifiers modifiers = 0);
+
+/// Types at the end of the focused text field, one character after the other.
+bool type(std::string_view text);
+/// Replaces the text of the focused text field in one edit.
+bool replaceText(std::string_view text);
+
+} // namespace quillbar::platform::headless

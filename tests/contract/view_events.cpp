@@ -1,0 +1,185 @@
+// A setter never calls back, a person's act does, and a callback may destroy its sender.
+
+#include "contract/Backend.h"
+#include "platform/view/Button.h"
+#include "platform/view/PopUpButton.h"
+#include "platform/view/TableView.h"
+#include "platform/view/TextField.h"
+#include "platform/view/Window.h"
+
+#include <gtest/gtest.h>
+
+namespace quillbar::platform {
+namespace {
+
+MenuItem item(std::string title)
+{
+    MenuItem made;
+    made.title = std::move(title);
+    return made;
+}
+
+class ViewEvents : public testing::Test {
+protected:
+    ViewEvents() { window->makeKeyAndOrderFront(); }
+    ~ViewEvents() override
+    {
+        window.reset();
+        test::settle();
+    }
+
+    template <typename Kind> std::shared_ptr<Kind> add(std::shared_ptr<Kind> view)
+    {
+        view->setFrame({ 10, 10, 100, 30 });
+        return window->contentView().addSubview(std::move(view));
+    }
+
+    std::shared_ptr<Window> window
+        = std::make_shared<Window>(Size { 300, 200 }, WindowStyle::TitledClosable);
+    int calls = 0;
+};
+
+TEST_F(ViewEvents, Setters_neverCallBack)
+{
+    auto const button = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"));
+    auto const popUp = add(std::make_shared<PopUpButton>());
+    auto const field = add(std::make_shared<TextField>());
+    button->onClick = popUp->onSelect = field->onTextChange = [this] { ++calls; };
+
+    button->setState(ButtonState::On);
+    popUp->addItem(item("None"));
+    popUp->addItem(item("Work"));
+    popUp->selectItem(1);
+    field->setText("mail");
+    test::settle();
+
+    EXPECT_EQ(calls, 0);
+}
+
+TEST_F(ViewEvents, Click_togglesACheckboxAndCallsBack)
+{
+    auto const button = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"));
+    button->onClick = [&] { calls += button->state() == ButtonState::On ? 1 : 10; };
+    button->userClicked();
+    button->userClicked();
+    EXPECT_EQ(calls, 11);
+}
+
+TEST_F(ViewEvents, DisabledControls_ignoreAPerson)
+{
+    auto const button = add(std::make_shared<Button>());
+    auto const popUp = add(std::make_shared<PopUpButton>());
+    popUp->addItem(item("None"));
+    popUp->addItem(item("Work"));
+    button->onClick = popUp->onSelect = [this] { ++calls; };
+    button->setEnabled(false);
+    popUp->setEnabled(false);
+
+    button->userClicked();
+    popUp->userSelected(1);
+
+    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(popUp->selectedIndex(), 0u);
+}
+
+TEST_F(ViewEvents, Callback_mayDestroyItsSender)
+{
+    auto button = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Pin"));
+    auto popUp = add(std::make_shared<PopUpButton>());
+    popUp->addItem(item("Custom…"));
+    auto field = add(std::make_shared<TextField>());
+    auto const destroy = [this] {
+        window->contentView().removeAllSubviews();
+        ++calls;
+    };
+    button->onClick = popUp->onSelect = field->onTextChange = destroy;
+    auto* const clicked = button.get();
+    auto* const selected = popUp.get();
+    auto* const edited = field.get();
+
+    std::weak_ptr<View> const gone[] { button, popUp, field };
+    button.reset();
+    clicked->userClicked();
+    popUp = window->contentView().addSubview(std::move(popUp));
+    popUp.reset();
+    selected->userSelected(0);
+    field = window->contentView().addSubview(std::move(field));
+    field.reset();
+    edited->userTyped("x");
+    test::settle();
+
+    EXPECT_EQ(calls, 3);
+    for (auto const& view : gone)
+        EXPECT_TRUE(view.expired());
+}
+
+TEST_F(ViewEvents, Callback_mayDestroyItsWindow)
+{
+    auto button = add(std::make_shared<Button>(ButtonStyle::Push, "Close"));
+    button->setKeyEquivalent(ButtonKey::Return);
+    button->onClick = [this] { window->close(); };
+    window->addWillCloseObserver([this] { window.reset(); });
+    button.reset();
+
+    std::weak_ptr<Window> const gone = window;
+    auto* const pressed = window.get();
+    EXPECT_EQ(pressed->userPressedKey({ key::returnKey, 0 }), KeyEventResult::Consume);
+    test::settle();
+
+    EXPECT_TRUE(gone.expired());
+}
+
+TEST_F(ViewEvents, DropAndDoubleClick_mayDestroyTheTable)
+{
+    for (bool const isDrop : { true, false }) {
+        auto table = add(std::make_shared<TableView>());
+        auto* const sender = table.get();
+        auto const destroy = [this] { window->contentView().removeAllSubviews(); };
+        table->rowCount = [] { return std::size_t(2); };
+        table->viewForRow = [](std::size_t) { return std::make_shared<View>(); };
+        table->onDoubleClick = destroy;
+        table->acceptDrop = [&](std::string const&, std::size_t) {
+            destroy();
+            return true;
+        };
+        table->reloadData();
+        std::weak_ptr<View> const gone = std::exchange(table, nullptr);
+
+        if (isDrop)
+            EXPECT_TRUE(sender->userDropped("a", 2));
+        else
+            sender->userDoubleClicked(0);
+        test::settle();
+
+        EXPECT_TRUE(gone.expired());
+    }
+}
+
+TEST_F(ViewEvents, PopUpItemAction_runsInPlaceOfTheCallback)
+{
+    auto const popUp = add(std::make_shared<PopUpButton>());
+    popUp->addItem(item("Heart"));
+    popUp->addItem(MenuItem::separator());
+    auto custom = item("Custom Icon…");
+    custom.action = [this](MenuItem const& chosen) { calls += chosen.title.empty() ? 0 : 100; };
+    popUp->addItem(custom);
+    popUp->onSelect = [this] { ++calls; };
+
+    popUp->userSelected(1);
+    EXPECT_EQ(popUp->selectedIndex(), 0u);
+    popUp->userSelected(2);
+    EXPECT_EQ(calls, 100);
+    popUp->userSelected(0);
+    EXPECT_EQ(calls, 101);
+}
+
+TEST_F(ViewEvents, PopUpInsertion_keepsTheSelectedItemSelected)
+{
+    auto const popUp = add(std::make_shared<PopUpButton>());
+    popUp->addItem(item("Heart"));
+    popUp->insertItem(item("Custom"), 0);
+    EXPECT_EQ(popUp->selectedItem()->title, "Heart");
+}
+
+} // namespace
+} // namespace quillbar::platform

@@ -1,0 +1,198 @@
+#include "contract/Backend.h"
+#include "platform/view/Button.h"
+#include "platform/view/Label.h"
+#include "platform/view/ScrollView.h"
+#include "platform/view/TableView.h"
+#include "platform/view/Window.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace quillbar::platform {
+namespace {
+
+class ViewTable : public testing::Test {
+protected:
+    ViewTable()
+    {
+        scroll->setFrame({ 0, 0, 300, 100 });
+        scroll->setDocumentView(table);
+        window->contentView().addSubview(scroll);
+        table->setRowHeight(20);
+        table->rowCount = [this] { return names.size(); };
+        table->viewForRow = [this](std::size_t row) { return bind(row); };
+        table->dragTextForRow = [this](std::size_t row) { return std::optional(names[row]); };
+        table->acceptDrop = [this](auto const& text, auto gap) { return move(text, gap); };
+        window->makeKeyAndOrderFront();
+    }
+    ~ViewTable() override
+    {
+        window.reset();
+        test::settle();
+    }
+
+    void load(std::size_t count)
+    {
+        names.clear();
+        for (std::size_t row = 0; row < count; ++row)
+            names.push_back(std::to_string(row));
+        table->reloadData();
+    }
+
+    std::shared_ptr<View> bind(std::size_t row)
+    {
+        auto view = table->takeReusableView("row");
+        if (!view) {
+            view = std::make_shared<View>();
+            view->setIdentifier("row");
+            view->addSubview(std::make_shared<Label>());
+            view->addSubview(std::make_shared<Button>());
+            ++made;
+        }
+        static_cast<Label&>(*view->subviews()[0]).setText(names[row]);
+        return view;
+    }
+
+    bool move(std::string const& text, std::size_t gap)
+    {
+        auto const from = std::ranges::find(names, text);
+        if (from == names.end())
+            return false;
+        auto const index = static_cast<std::size_t>(from - names.begin());
+        names.erase(from);
+        names.insert(
+            names.begin() + static_cast<std::ptrdiff_t>(index < gap ? gap - 1 : gap), text);
+        table->reloadData();
+        return true;
+    }
+
+    [[nodiscard]] std::string textAt(std::size_t row) const
+    {
+        auto const view = table->viewAtRow(row);
+        return view ? static_cast<Label&>(*view->subviews()[0]).text() : "none";
+    }
+
+    std::vector<std::string> names;
+    int made = 0;
+    std::shared_ptr<Window> window
+        = std::make_shared<Window>(Size { 300, 200 }, WindowStyle::TitledClosable);
+    std::shared_ptr<ScrollView> scroll = std::make_shared<ScrollView>();
+    std::shared_ptr<TableView> table = std::make_shared<TableView>();
+};
+
+TEST_F(ViewTable, HundredThousandRows_needAHandfulOfViews)
+{
+    load(100000);
+    EXPECT_EQ(textAt(5), "5");
+    table->scrollRowToVisible(99999);
+    EXPECT_EQ(textAt(99999), "99999");
+    EXPECT_EQ(textAt(0), "none");
+    table->scrollRowToVisible(50000);
+    EXPECT_EQ(textAt(50000), "50000");
+    EXPECT_LE(made, 9);
+}
+
+TEST_F(ViewTable, Reload_givesEveryRowItsViewAgain)
+{
+    load(3);
+    auto const before = table->viewAtRow(1);
+    table->selectRow(1);
+    load(3);
+    EXPECT_EQ(table->viewAtRow(1), before);
+    EXPECT_EQ(table->selectedRow(), std::nullopt);
+    load(1);
+    EXPECT_EQ(table->viewAtRow(1), nullptr);
+    EXPECT_TRUE(before->isHidden());
+    load(2);
+    EXPECT_FALSE(table->viewAtRow(1)->isHidden());
+}
+
+TEST_F(ViewTable, Reload_withFewerRowsScrollsBack)
+{
+    load(100);
+    table->scrollRowToVisible(99);
+    load(10);
+    EXPECT_EQ(scroll->offset(), 100);
+    EXPECT_EQ(textAt(9), "9");
+}
+
+TEST_F(ViewTable, Rows_fillTheWidthOfTheScrollView)
+{
+    load(100);
+    EXPECT_EQ(table->viewAtRow(2)->frame(), (Rect { 0, 40, 300, 20 }));
+    EXPECT_EQ(table->frame().height, 2000);
+}
+
+TEST_F(ViewTable, Points_nameRowsAndGaps)
+{
+    load(3);
+    EXPECT_EQ(table->rowAt(0), 0u);
+    EXPECT_EQ(table->rowAt(59.9), 2u);
+    EXPECT_EQ(table->rowAt(60), std::nullopt);
+    EXPECT_EQ(table->gapAt(-5), 0u);
+    EXPECT_EQ(table->gapAt(9), 0u);
+    EXPECT_EQ(table->gapAt(11), 1u);
+    EXPECT_EQ(table->gapAt(500), 3u);
+}
+
+TEST_F(ViewTable, Clicks_selectOneRow)
+{
+    load(3);
+    std::optional<std::size_t> opened;
+    table->onDoubleClick = [&] { opened = table->clickedRow(); };
+    table->userClicked(2);
+    EXPECT_EQ(table->selectedRow(), 2u);
+    EXPECT_TRUE(isInSelectedRow(*table->viewAtRow(2)->subviews()[0]));
+    EXPECT_FALSE(isInSelectedRow(*table->viewAtRow(1)));
+    table->userDoubleClicked(1);
+    EXPECT_EQ(opened, 1u);
+    table->userDoubleClicked(std::nullopt);
+    EXPECT_EQ(opened, std::nullopt);
+    EXPECT_EQ(table->selectedRow(), 1u);
+
+    table->clearSelection();
+    table->setSelectionMode(SelectionMode::None);
+    table->userClicked(2);
+    EXPECT_EQ(table->selectedRow(), std::nullopt);
+}
+
+TEST_F(ViewTable, OptionArrow_movesTheFocusedRowAndTheFocusAlong)
+{
+    load(3);
+    window->makeFirstResponder(table->viewAtRow(0)->subviews()[1]);
+    auto const down = KeyEvent { key::downArrow, optionKey };
+    EXPECT_EQ(window->userPressedKey(down), KeyEventResult::Consume);
+    EXPECT_EQ(names, (std::vector<std::string> { "1", "0", "2" }));
+    EXPECT_EQ(window->firstResponder(), table->viewAtRow(1)->subviews()[1]);
+    window->userPressedKey(down);
+    window->userPressedKey(down);
+    EXPECT_EQ(names, (std::vector<std::string> { "1", "2", "0" }));
+    window->userPressedKey({ key::upArrow, optionKey });
+    EXPECT_EQ(names, (std::vector<std::string> { "1", "0", "2" }));
+    EXPECT_EQ(window->userPressedKey({ key::upArrow, 0 }), KeyEventResult::Pass);
+}
+
+TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottomWhateverViewsTheyReuse)
+{
+    load(50);
+    table->scrollRowToVisible(49);
+    table->scrollRowToVisible(0);
+    for (std::size_t row = 0; row < 50; ++row) {
+        window->userPressedKey({ key::tab, 0 });
+        ASSERT_TRUE(window->firstResponder());
+        EXPECT_EQ(table->rowOf(*window->firstResponder()), row);
+    }
+}
+
+TEST_F(ViewTable, Drop_refusesWhatIsNoRow)
+{
+    load(3);
+    EXPECT_FALSE(table->userDropped("foreign", 1));
+    EXPECT_FALSE(table->userDropped("0", 4));
+    EXPECT_TRUE(table->userDropped("0", 3));
+    EXPECT_EQ(names.back(), "0");
+}
+
+} // namespace
+} // namespace quillbar::platform

@@ -1,0 +1,185 @@
+#include "contract/Backend.h"
+#include "platform/view/Button.h"
+#include "platform/view/Label.h"
+#include "platform/view/ScrollView.h"
+#include "platform/view/TextSize.h"
+#include "platform/view/Window.h"
+
+#include <gtest/gtest.h>
+
+namespace quillbar::platform {
+namespace {
+
+class ViewWindows : public testing::Test {
+protected:
+    ~ViewWindows() override
+    {
+        window.reset();
+        test::settle();
+    }
+
+    std::shared_ptr<Button> addButton(std::string title)
+    {
+        auto button = std::make_shared<Button>(ButtonStyle::Push, std::move(title));
+        button->setFrame({ 0, 0, 80, 30 });
+        return window->contentView().addSubview(std::move(button));
+    }
+
+    std::shared_ptr<Window> window
+        = std::make_shared<Window>(Size { 300, 200 }, WindowStyle::TitledClosable);
+};
+
+TEST_F(ViewWindows, Peers_existOnlyInAShownWindow)
+{
+    auto const button = addButton("Save");
+    EXPECT_EQ(window->native(), nullptr);
+    EXPECT_EQ(button->native(), nullptr);
+    window->makeKeyAndOrderFront();
+    EXPECT_NE(button->native(), nullptr);
+
+    auto const late = addButton("Close");
+    EXPECT_NE(late->native(), nullptr);
+    late->removeFromSuperview();
+    EXPECT_EQ(late->native(), nullptr);
+}
+
+TEST_F(ViewWindows, Close_tellsEveryObserverOnceAndHides)
+{
+    std::string told;
+    window->addWillCloseObserver([&] {
+        told += "a";
+        window->close();
+    });
+    window->addWillCloseObserver([&] { told += window->isVisible() ? "visible" : "b"; });
+    window->makeKeyAndOrderFront();
+    window->close();
+    EXPECT_EQ(told, "ab");
+    window->makeKeyAndOrderFront();
+    window->userClosed();
+    EXPECT_EQ(told, "abab");
+}
+
+TEST_F(ViewWindows, OrderOut_tellsNobody)
+{
+    bool told = false;
+    window->addWillCloseObserver([&] { told = true; });
+    window->makeKeyAndOrderFront();
+    window->orderOut();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(told);
+}
+
+TEST_F(ViewWindows, ReturnAndEnter_clickTheDefaultButtonUnlessItIsOff)
+{
+    int saved = 0;
+    auto const button = addButton("Save");
+    button->setKeyEquivalent(ButtonKey::Return);
+    button->onClick = [&] { ++saved; };
+    window->makeKeyAndOrderFront();
+
+    EXPECT_EQ(window->userPressedKey({ key::returnKey, 0 }), KeyEventResult::Consume);
+    EXPECT_EQ(window->userPressedKey({ key::keypadEnter, 0 }), KeyEventResult::Consume);
+    EXPECT_EQ(window->userPressedKey({ key::returnKey, shiftKey }), KeyEventResult::Pass);
+    button->setEnabled(false);
+    EXPECT_EQ(window->userPressedKey({ key::returnKey, 0 }), KeyEventResult::Pass);
+
+    EXPECT_EQ(saved, 2);
+}
+
+TEST_F(ViewWindows, Tab_visitsWhatIsVisibleAndOnInTheOrderOfAdding)
+{
+    auto const first = addButton("1");
+    auto const off = addButton("2");
+    auto const hidden = addButton("3");
+    auto const last = addButton("4");
+    off->setEnabled(false);
+    hidden->setHidden(true);
+    window->contentView().addSubview(std::make_shared<Label>("5"));
+    window->makeKeyAndOrderFront();
+
+    for (auto const& expected : { first, last, first }) {
+        window->userPressedKey({ key::tab, 0 });
+        EXPECT_EQ(window->firstResponder(), expected);
+    }
+    window->userPressedKey({ key::tab, shiftKey });
+    EXPECT_EQ(window->firstResponder(), last);
+    last->removeFromSuperview();
+    EXPECT_EQ(window->firstResponder(), nullptr);
+}
+
+class ScrolledList : public ViewWindows {
+protected:
+    ScrolledList()
+    {
+        scroll->setFrame({ 0, 0, 300, 100 });
+        scroll->setBorder(ScrollBorder::Bezel);
+        window->contentView().addSubview(scroll);
+        scroll->setDocumentView(list);
+        window->makeKeyAndOrderFront();
+        for (int row = 0; row < 1000; ++row) {
+            auto const box = list->addSubview(std::make_shared<Button>(ButtonStyle::CheckBox));
+            box->setFrame({ 10, 20.0 * row, 200, 20 });
+        }
+        list->setFrame({ 0, 0, 280, 20000 });
+    }
+
+    [[nodiscard]] std::size_t peerCount() const
+    {
+        std::size_t count = 0;
+        for (auto const& box : list->subviews())
+            count += box->native() ? 1 : 0;
+        return count;
+    }
+
+    std::shared_ptr<ScrollView> scroll = std::make_shared<ScrollView>();
+    std::shared_ptr<View> list = std::make_shared<View>();
+};
+
+TEST_F(ScrolledList, OnlyWhatIsNear_hasPeers)
+{
+    EXPECT_LE(peerCount(), 20u);
+    scroll->userScrolled(10000);
+    EXPECT_LE(peerCount(), 20u);
+    EXPECT_EQ(list->subviews()[0]->native(), nullptr);
+    EXPECT_NE(list->subviews()[502]->native(), nullptr);
+}
+
+TEST_F(ScrolledList, Tab_reachesAndShowsEveryView)
+{
+    for (int row = 0; row < 700; ++row)
+        window->userPressedKey({ key::tab, 0 });
+    auto const focused = window->firstResponder();
+    ASSERT_EQ(focused, list->subviews()[699]);
+    EXPECT_NE(focused->native(), nullptr);
+    EXPECT_TRUE(intersects(scroll->visibleRect(), focused->frame()));
+    EXPECT_LE(peerCount(), 21u);
+}
+
+TEST_F(ScrolledList, Focus_staysOnAViewThatIsScrolledAwayAndDoesNotScroll)
+{
+    auto const& first = list->subviews()[0];
+    scroll->userScrolled(10000);
+    window->makeFirstResponder(first);
+    EXPECT_NE(first->native(), nullptr);
+    EXPECT_EQ(scroll->offset(), 10000);
+}
+
+TEST_F(ScrolledList, Offset_staysWithinTheContent)
+{
+    EXPECT_EQ(scroll->maximumOffset(), 20000 - 98);
+    scroll->userScrolled(1e9);
+    EXPECT_EQ(scroll->offset(), scroll->maximumOffset());
+    list->setFrame({ 0, 0, 280, 50 });
+    EXPECT_EQ(scroll->offset(), 0);
+}
+
+TEST(TextSize, GrowsWithTheTextAndTheFont)
+{
+    Font const font;
+    EXPECT_EQ(textSize("", font).width, 0);
+    EXPECT_GT(textSize("Games", font).width, textSize("Gam", font).width);
+    EXPECT_GT(textSize("Games", { .size = 20 }).height, textSize("Games", font).height);
+}
+
+} // namespace
+} // namespace quillbar::platform
