@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillbar::shortcuts {
+
+/// Whether a listing can carry the name: UTF-8 without line breaks and control characters, and not
+/// empty.
+[[nodiscard]] bool isListable(std::string_view name);
+
+/// The file name without the extension of a script, if it has one.
+[[nodiscard]] std::string_view withoutScriptExtension(std::string_view fileName);
+
+/// Whether files of this name are never shortcuts: hidden ones and the copies that editors leave.
+[[nodiscard]] bool isLeftAside(std::string_view fileName);
+
+/// The text with each byte that a terminal could take amiss as an escape sequence.
+[[nodiscard]] std::string printable(std::string_view text);
+
+/// The text as one word of a shell command, for remedies that people copy.
+[[nodiscard]] std::string shellQuoted(std::string_view text);
+
+} // namespace quillbar::shortcuts

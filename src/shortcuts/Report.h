@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string_view>
+
+namespace quillbar::shortcuts {
+
+/// The exit statuses besides those of the shortcuts themselves.
+namespace status {
+inline constexpr int success = 0;
+inline constexpr int noSuchShortcut = 1;
+inline constexpr int usage = 64;
+inline constexpr int outputFailed = 74;
+inline constexpr int cannotExecute = 126;
+inline constexpr int notFound = 127;
+} // namespace status
+
+/// Writes one line to standard error.
+void report(std::string_view message);
+
+} // namespace quillbar::shortcuts
