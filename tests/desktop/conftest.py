@@ -1,0 +1,39 @@
+"""Fixtures of the desktop tests: one desktop per file, one program with a fresh home per test."""
+
+import os
+import sys
+
+import pytest
+
+sys.path.insert(0, os.path.dirname(__file__))
+
+from virtualdesktop import Program, VirtualDesktop  # noqa: E402
+
+
+def _binary():
+    path = os.environ.get("QUILLBAR")
+    if not path:
+        pytest.exit("QUILLBAR must name the program to test", returncode=2)
+    return path
+
+
+@pytest.fixture(scope="module")
+def desktop(request):
+    with VirtualDesktop(accessibility=getattr(request.module, "ACCESSIBILITY", False)) as running:
+        yield running
+
+
+@pytest.fixture
+def program(desktop, tmp_path):
+    """A program that has not started yet; it must end cleanly after the test."""
+    desktop.notifications.clear()
+    quillbar = Program(desktop, _binary(), tmp_path)
+    yield quillbar
+    if quillbar.process is None:
+        return
+    running = quillbar.process.poll() is None
+    status = quillbar.stop()
+    output = desktop.log("quillbar")
+    os.truncate(os.path.join(desktop.folder, "quillbar.log"), 0)
+    assert not running or status == 0, f"the program ended with {status}: {output}"
+    assert output == "", "the program writes to its standard output or error"

@@ -1,0 +1,11 @@
+"""A private desktop for one test run: display, window manager, session bus, panel, notifications.
+
+Everything is started by the module itself and ended by process id; nothing of the person's own
+session is touched.
+"""
+
+from .desktop import VirtualDesktop
+from .program import Program
+from .waiting import wait_until
+
+__all__ = ["Program", "VirtualDesktop", "wait_until"]

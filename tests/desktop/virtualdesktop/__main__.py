@@ -1,0 +1,34 @@
+"""Command line: `demo` shows a Quillbar at work, `run` runs any command on a virtual desktop."""
+
+import argparse
+import subprocess
+import sys
+
+from . import VirtualDesktop
+from .demo import demonstrate
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="virtualdesktop", description=__doc__)
+    commands = parser.add_subparsers(required=True)
+
+    demo = commands.add_parser("demo", help="run a shortcut from the tray menu")
+    demo.add_argument("binary", help="the quillbar to start")
+    demo.add_argument("screenshot", help="the PNG file to write the open menu to")
+    demo.set_defaults(act=lambda options: demonstrate(options.binary, options.screenshot))
+
+    run = commands.add_parser("run", help="run a command and exit with its status")
+    run.add_argument("command", nargs=argparse.REMAINDER)
+    run.set_defaults(act=lambda options: run_command(options.command))
+
+    options = parser.parse_args()
+    return options.act(options)
+
+
+def run_command(command):
+    with VirtualDesktop() as desktop:
+        return subprocess.call(command, env=desktop.environment)
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,85 @@
+"""What assistive programs are told about a program's windows, menus and alerts."""
+
+from dataclasses import dataclass
+
+from gi.repository import GLib
+
+from .bus import Bus
+from .waiting import wait_until
+
+_ACCESSIBLE = "org.a11y.atspi.Accessible"
+_ROOT = "/org/a11y/atspi/accessible/root"
+_STATE_SHOWING = 25
+_STATE_ENABLED = 8
+
+
+@dataclass
+class Element:
+    name: str
+    role: str
+    shown: bool
+    enabled: bool
+    description: str
+    _tree: "AccessibleTree"
+    _reference: tuple
+
+    def press(self):
+        """Does what a click on the element does."""
+        self._tree.bus.call(*self._reference, "org.a11y.atspi.Action", "DoAction", "(i)", 0)
+
+    def extents(self):
+        """(x, y, width, height) on the screen."""
+        return self._tree.bus.call(
+            *self._reference, "org.a11y.atspi.Component", "GetExtents", "(u)", 0)[0]
+
+
+class AccessibleTree:
+    def __init__(self, session_bus):
+        address = session_bus.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")[0]
+        self.bus = Bus(address)
+
+    def close(self):
+        self.bus.close()
+
+    def elements(self, process, role=None):
+        """Everything the process shows, outermost first."""
+        found = []
+        for program in self._children(("org.a11y.atspi.Registry", _ROOT)):
+            try:
+                if self.bus.process_of(program[0]) == process:
+                    self._collect(program, found)
+            except GLib.Error:
+                continue
+        return [element for element in found if element.shown and role in (None, element.role)]
+
+    def wait_for(self, process, role, name):
+        return wait_until(
+            lambda: next((element for element in self.elements(process, role)
+                          if element.name == name), None),
+            lambda: f"no {role} {name!r} among "
+                    f"{[(element.role, element.name) for element in self.elements(process)]}")
+
+    def _children(self, reference):
+        return self.bus.call(*reference, _ACCESSIBLE, "GetChildren")[0]
+
+    def _collect(self, reference, found):
+        try:
+            found.append(self._element(reference))
+            for child in self._children(reference):
+                self._collect(child, found)
+        except GLib.Error:
+            # An element may vanish while it is looked at.
+            return
+
+    def _element(self, reference):
+        states = self.bus.call(*reference, _ACCESSIBLE, "GetState")[0]
+        bits = states[0] | states[1] << 32
+        return Element(
+            name=self.bus.read(*reference, _ACCESSIBLE, "Name"),
+            role=self.bus.call(*reference, _ACCESSIBLE, "GetRoleName")[0],
+            shown=bool(bits >> _STATE_SHOWING & 1),
+            enabled=bool(bits >> _STATE_ENABLED & 1),
+            description=self.bus.read(*reference, _ACCESSIBLE, "Description"),
+            _tree=self,
+            _reference=reference,
+        )

@@ -1,0 +1,92 @@
+"""The private session bus and plain calls on it."""
+
+import os
+
+from gi.repository import Gio, GLib
+
+_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path={socket}</listen>
+  <servicedir>{services}</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+CALL_TIMEOUT_MS = 30_000
+
+
+class Bus:
+    """One connection to a message bus."""
+
+    def __init__(self, address):
+        self.address = address
+        self._connection = Gio.DBusConnection.new_for_address_sync(
+            address,
+            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
+            None,
+            None,
+        )
+        self._connection.set_exit_on_close(False)
+
+    @property
+    def connection(self):
+        return self._connection
+
+    def call(self, name, path, interface, method, signature="()", *arguments):
+        """Calls a method and returns its results as plain values, a tuple."""
+        reply = self._connection.call_sync(
+            name, path, interface, method, GLib.Variant(signature, arguments), None,
+            Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None)
+        return reply.unpack()
+
+    def read(self, name, path, interface, key):
+        return self.call(name, path, "org.freedesktop.DBus.Properties", "Get", "(ss)",
+                         interface, key)[0]
+
+    def owner(self, name):
+        """The unique name that owns a name now, or None."""
+        try:
+            return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                             "org.freedesktop.DBus", "GetNameOwner", "(s)", name)[0]
+        except GLib.Error:
+            return None
+
+    def process_of(self, name):
+        return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                         "GetConnectionUnixProcessID", "(s)", name)[0]
+
+    def on_signal(self, name, interface, member, callback):
+        """Calls back with (path, arguments) while something waits; returns a way to stop."""
+        subscription = self._connection.signal_subscribe(
+            name, interface, member, None, None, Gio.DBusSignalFlags.NONE,
+            lambda _bus, _sender, path, _interface, _member, value: callback(path, value.unpack()))
+        return lambda: self._connection.signal_unsubscribe(subscription)
+
+    def close(self):
+        self._connection.close_sync(None)
+
+
+def start_bus(processes, folder, environment):
+    """Starts a bus that activates nothing; returns its address."""
+    services = os.path.join(folder, "services")
+    os.makedirs(services)
+    configuration = os.path.join(folder, "bus.conf")
+    with open(configuration, "w", encoding="utf-8") as file:
+        file.write(_CONFIGURATION.format(socket=os.path.join(folder, "bus"), services=services))
+    reading, writing = os.pipe()
+    processes.start(
+        ["dbus-daemon", f"--config-file={configuration}", "--nofork",
+         f"--print-address={writing}"], environment, pass_fds=[writing])
+    os.close(writing)
+    with os.fdopen(reading, encoding="utf-8") as answer:
+        address = answer.readline().strip()
+    if not address:
+        raise RuntimeError("the session bus did not start")
+    return address

@@ -1,0 +1,63 @@
+"""What script/run does where there is no display: one shortcut, from the tray menu to its end."""
+
+import os
+import sys
+
+from .desktop import VirtualDesktop
+from .program import Program
+from .waiting import NeverHappened, wait_until
+
+# The shell tells a script's end to its own trap, whatever ended it.
+_SAMPLE = """#!/bin/sh
+trap 'echo "$SHORTCUT_NAME: exit status $?" >>"$HOME/outcome"' EXIT
+{work}
+"""
+_SAMPLES = {
+    "Say hello": 'echo "Hello, $(id -un)" >"$HOME/hello.txt"',
+    "Tidy downloads": 'mkdir -p "$HOME/Downloads/old"',
+}
+
+
+def demonstrate(binary, screenshot):
+    """Prints what ran with its exit status; returns the process's own."""
+    try:
+        with VirtualDesktop() as desktop:
+            _demonstrate(desktop, binary, screenshot)
+    except (NeverHappened, AssertionError, RuntimeError) as failure:
+        print(f"script/run: {failure}", file=sys.stderr)
+        return 1
+    return 0
+
+
+def _demonstrate(desktop, binary, screenshot):
+    program = Program(desktop, binary, os.path.join(desktop.folder, "home"))
+    for name, work in _SAMPLES.items():
+        program.write_shortcut(name, _SAMPLE.format(work=work))
+    program.pin(*_SAMPLES, groupOf={"Tidy downloads": "Files"})
+    tray = program.start()
+    _picture_of_open_menu(program, screenshot)
+
+    chosen = next(iter(_SAMPLES))
+    tray.menu.click(chosen)
+    outcome = os.path.join(program.home, "outcome")
+    wait_until(lambda: os.path.exists(outcome), f"“{chosen}” was chosen but did not run")
+    shown = wait_until(desktop.notifications.shown, "Quillbar did not report the run")
+    with open(outcome, encoding="utf-8") as file:
+        print(f"Ran from the tray menu: {file.read().strip()}")
+    print(f"Quillbar reported: {shown[0]['summary']}: {shown[0]['body']}")
+    print(f"Picture of the open menu: {screenshot}")
+    status = program.stop()
+    if status != 0:
+        raise RuntimeError(f"Quillbar ended with status {status}")
+
+
+def _picture_of_open_menu(program, path):
+    panel = program.desktop.panel
+    wait_until(panel.shows_icon, "the icon does not show in the panel")
+    panel.click_icon()
+    menu = wait_until(program.windows, "a click on the icon opened no menu")[0]
+    picture = program.desktop.screen.settled_picture()
+    os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
+    picture.crop((0, 0, menu[1] + menu[3] + 24, menu[2] + menu[4] + 24)).save(path)
+    program.desktop.screen.press("Escape")
+    wait_until(lambda: not program.windows(), "Escape did not close the menu")

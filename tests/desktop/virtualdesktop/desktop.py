@@ -1,0 +1,132 @@
+"""The virtual desktop as a whole."""
+
+import os
+import shutil
+import tempfile
+
+import gi
+
+gi.require_version("Gio", "2.0")
+
+from .accessibility import AccessibleTree
+from .bus import Bus, start_bus
+from .notifications import Notifications
+from .panel import Panel
+from .processes import Processes
+from .screen import Screen
+from .waiting import wait_until
+
+_XFCONF = "org.xfce.Xfconf"
+_ACCESSIBILITY = "org.a11y.Bus"
+
+
+class VirtualDesktop:
+    """Brings up a private desktop for a `with` block and tears it down by process id."""
+
+    def __init__(self, size="1280x800", panel=True, accessibility=False, dark_panel=True):
+        self._size = size
+        self._with_panel = panel
+        self._with_accessibility = accessibility
+        self._dark_panel = dark_panel
+        self.accessibility = None
+
+    def __enter__(self):
+        self.folder = tempfile.mkdtemp(prefix="quillbar-desktop-")
+        self.processes = Processes(self.folder)
+        try:
+            self._start()
+        except BaseException:
+            self._tear_down()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self._tear_down()
+
+    def start(self, arguments, environment=None, name=None, **options):
+        """Starts a process that lives on this desktop."""
+        return self.processes.start(
+            arguments, {**self.environment, **(environment or {})}, name, **options)
+
+    def log(self, name):
+        with open(os.path.join(self.folder, f"{name}.log"), encoding="utf-8",
+                  errors="replace") as file:
+            return file.read()
+
+    def _start(self):
+        self.environment = self._base_environment()
+        self.environment["DISPLAY"] = self._start_display()
+        self.screen = Screen(self.environment["DISPLAY"])
+        address = start_bus(self.processes, self.folder, self.environment)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.bus = Bus(address)
+        self.start(["openbox", "--sm-disable"])
+        self.notifications = Notifications(self)
+        self.notifications.start("body", "body-markup")
+        if self._with_accessibility:
+            self._start_accessibility()
+        if self._with_panel:
+            self.panel = Panel(self, self._dark_panel)
+            self._start_helper("xfconf/xfconfd", _XFCONF)
+            self.panel.start()
+
+    def _base_environment(self):
+        """The environment of a fresh login: nothing of the person's own session leaks in."""
+        environment = {
+            "PATH": "/usr/local/bin:/usr/bin:/bin", "LANG": "C.UTF-8", "HOME": self._make("home"),
+            "XDG_CONFIG_HOME": self._make("config"), "XDG_DATA_HOME": self._make("data"),
+            "XDG_CACHE_HOME": self._make("cache"), "XDG_STATE_HOME": self._make("state"),
+            "XDG_RUNTIME_DIR": self._make("runtime"), "XDG_CONFIG_DIRS": self._make("etc"),
+            "XDG_SESSION_TYPE": "x11", "GTK_A11Y": "none", "NO_AT_BRIDGE": "1",
+        }
+        for key in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"):
+            if key in os.environ:
+                environment[key] = os.environ[key]
+        return environment
+
+    def _make(self, name):
+        path = os.path.join(self.folder, name)
+        os.makedirs(path, mode=0o700)
+        return path
+
+    def _start_display(self):
+        reading, writing = os.pipe()
+        self.processes.start(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self._size}x24", "-noreset",
+             "-nolisten", "tcp"], self.environment, pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading, encoding="utf-8") as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise RuntimeError(f"the virtual display did not start: {self.log('Xvfb')}")
+        return f":{number}"
+
+    def _start_helper(self, program, bus_name):
+        candidates = [os.path.join(folder, program) for folder in (
+            f"/usr/lib/{os.uname().machine}-linux-gnu/xfce4", "/usr/lib/xfce4", "/usr/libexec")]
+        path = next((path for path in candidates if os.path.exists(path)), None)
+        if not path:
+            raise RuntimeError(f"{program} is not installed")
+        self.start([path])
+        wait_until(lambda: self.bus.owner(bus_name), f"{program} did not start")
+
+    def _start_accessibility(self):
+        self._start_helper("at-spi-bus-launcher", _ACCESSIBILITY)
+        self.bus.call(_ACCESSIBILITY, "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
+                      "(ssv)", "org.a11y.Status", "IsEnabled", _true())
+        self.accessibility = AccessibleTree(self.bus)
+        self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+
+    def _tear_down(self):
+        for name in ("accessibility", "bus", "screen"):
+            connection = getattr(self, name, None)
+            if connection:
+                connection.close()
+        self.processes.end_all()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+def _true():
+    from gi.repository import GLib
+
+    return GLib.Variant("b", True)

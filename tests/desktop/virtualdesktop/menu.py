@@ -1,0 +1,82 @@
+"""The program's menu as a panel reads it: com.canonical.dbusmenu."""
+
+import re
+from dataclasses import dataclass, field
+
+from gi.repository import GLib
+
+_INTERFACE = "com.canonical.dbusmenu"
+
+
+@dataclass
+class Row:
+    id: int
+    title: str = ""
+    separator: bool = False
+    enabled: bool = True
+    visible: bool = True
+    shortcut: list = field(default_factory=list)
+    icon: bytes = b""
+    rows: list = field(default_factory=list)
+
+
+def plain_text(label):
+    """A label as the host shows it: `_x` marks a key, `__` is one underscore."""
+    return re.sub("_(.?)", r"\1", label, flags=re.DOTALL)
+
+
+class ExportedMenu:
+    def __init__(self, bus, name, path):
+        self._bus, self._name, self._path = bus, name, path
+
+    def revision(self):
+        return self._layout()[0]
+
+    def rows(self):
+        return [_row(child) for child in self._layout()[1][2]]
+
+    def row(self, title):
+        """The first row of that title; an error names the rows there are."""
+        rows = self.rows()
+        for row in rows:
+            if row.title == title:
+                return row
+        raise AssertionError(f"no row {title!r} in {[row.title for row in rows]}")
+
+    def titles(self):
+        return ["---" if row.separator else row.title for row in self.rows()]
+
+    def click(self, title):
+        """What a host sends when the person clicks the row."""
+        self._bus.call(self._name, self._path, _INTERFACE, "Event", "(isvu)",
+                       self.row(title).id, "clicked", GLib.Variant("i", 0), 0)
+
+    def click_in_group(self, title):
+        """The same through EventGroup, the only way of some hosts."""
+        return self._bus.call(self._name, self._path, _INTERFACE, "EventGroup", "(a(isvu))",
+                              [(self.row(title).id, "clicked", GLib.Variant("i", 0), 0)])[0]
+
+    def send(self, row_id, event="clicked"):
+        self._bus.call(self._name, self._path, _INTERFACE, "Event", "(isvu)",
+                       row_id, event, GLib.Variant("i", 0), 0)
+
+    def on_update(self, callback):
+        return self._bus.on_signal(self._name, _INTERFACE, "LayoutUpdated",
+                                   lambda _path, arguments: callback(arguments))
+
+    def _layout(self):
+        return self._bus.call(self._name, self._path, _INTERFACE, "GetLayout", "(iias)", 0, -1, [])
+
+
+def _row(layout):
+    row_id, values, children = layout
+    return Row(
+        id=row_id,
+        title=plain_text(values.get("label", "")),
+        separator=values.get("type") == "separator",
+        enabled=values.get("enabled", True),
+        visible=values.get("visible", True),
+        shortcut=values.get("shortcut", []),
+        icon=bytes(values.get("icon-data", b"")),
+        rows=[_row(child) for child in children],
+    )

@@ -1,0 +1,85 @@
+"""The panel whose status area shows the program's icon."""
+
+import os
+import signal
+
+from .waiting import wait_until
+
+WATCHER = "org.kde.StatusNotifierWatcher"
+
+# Only the status area, as small as what it shows: the icon is always the panel's middle.
+_CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="dark-mode" type="bool" value="{dark}"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="length" type="uint" value="1"/>
+      <property name="length-adjust" type="bool" value="true"/>
+      <property name="size" type="uint" value="32"/>
+      <property name="icon-size" type="uint" value="22"/>
+      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+    <property name="plugin-1" type="string" value="systray">
+      <property name="square-icons" type="bool" value="true"/>
+    </property>
+  </property>
+</channel>
+"""
+
+
+class Panel:
+    def __init__(self, desktop, dark=True):
+        self._desktop = desktop
+        self._process = None
+        folder = os.path.join(desktop.folder, "config", "xfce4", "xfconf", "xfce-perchannel-xml")
+        os.makedirs(folder)
+        with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as file:
+            file.write(_CONFIGURATION.format(dark=str(dark).lower()))
+
+    def start(self):
+        self._process = self._desktop.start(["xfce4-panel", "--disable-wm-check"])
+        wait_until(lambda: self._desktop.bus.owner(WATCHER), "the panel's status area did not start")
+
+    def kill(self):
+        """Ends the panel as a crash would."""
+        self._desktop.processes.end(self._process, signal.SIGKILL)
+        wait_until(lambda: not self._desktop.bus.owner(WATCHER), "the panel's status area stayed")
+
+    def area(self):
+        """Where the panel is: (x, y, width, height), or None while it is not shown."""
+        shown = self._desktop.screen.windows(instance="xfce4-panel")
+        return shown[0][1:] if shown else None
+
+    def picture(self):
+        return self._desktop.screen.picture(self.area())
+
+    def icon_pixels(self):
+        """How many pixels differ from the panel's ground; None while nothing is shown."""
+        area = self.area()
+        if not area or not self.items():
+            return None
+        picture = self._desktop.screen.picture(area)
+        counts = sorted(count for count, _ in picture.getcolors(picture.width * picture.height))
+        return sum(counts[:-1])
+
+    def shows_icon(self):
+        # The bare panel has a few border pixels of its own.
+        return (self.icon_pixels() or 0) > 150
+
+    def click_icon(self, button=1):
+        x, y, width, height = self.area()
+        self._desktop.screen.click(x + width // 2, y + height // 2, button)
+
+    def items(self):
+        """Bus names and paths of the registered status items."""
+        if not self._desktop.bus.owner(WATCHER):
+            return []
+        registered = self._desktop.bus.read(
+            WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems")
+        return [(item.partition("/")[0], "/" + item.partition("/")[2]) for item in registered]

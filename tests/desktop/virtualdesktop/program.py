@@ -1,0 +1,118 @@
+"""A Quillbar with a home of its own on a virtual desktop."""
+
+import json
+import os
+import signal
+import stat
+
+from .panel import WATCHER
+from .tray import TrayItem
+from .waiting import wait_until
+
+# The windows of a first start are over, so that a test sees only what it asks for.
+_SETTLED = {"onboarded": True, "permissionsShown": True, "iconSymbol": "heart.fill"}
+
+
+class Program:
+    def __init__(self, desktop, binary, home):
+        self.desktop = desktop
+        self._binary = str(binary)
+        self.home = str(home)
+        self.data = os.path.join(self.home, ".local", "share")
+        self.config_home = os.path.join(self.home, ".config")
+        self.config_path = os.path.join(self.data, "Quillbar", "config.json")
+        self.login_entry = os.path.join(
+            self.config_home, "autostart", "com.quillbar.launcher.desktop")
+        self.process = None
+        for folder in (self.data, self.config_home, self.shortcuts_folder):
+            os.makedirs(folder, mode=0o700, exist_ok=True)
+
+    @property
+    def shortcuts_folder(self):
+        return os.path.join(self.data, "shortcuts")
+
+    @property
+    def environment(self):
+        return {"HOME": self.home, "XDG_DATA_HOME": self.data, "XDG_CONFIG_HOME": self.config_home,
+                "XDG_STATE_HOME": os.path.join(self.home, ".local", "state"),
+                "XDG_CACHE_HOME": os.path.join(self.home, ".cache")}
+
+    def add_shortcut(self, name, script=""):
+        """A shortcut that notes its name in `ran`, then does what the script says."""
+        self.write_shortcut(
+            name, f'#!/bin/sh\nprintf "%s\\n" "$SHORTCUT_NAME" >>"{self._ran_path}"\n{script}\n')
+
+    def write_shortcut(self, name, text):
+        path = os.path.join(self.shortcuts_folder, name)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+        os.chmod(path, stat.S_IRWXU)
+
+    @property
+    def _ran_path(self):
+        return os.path.join(self.home, "ran")
+
+    def ran(self):
+        """Names of the shortcuts that were started, in order."""
+        try:
+            with open(self._ran_path, encoding="utf-8") as file:
+                return file.read().splitlines()
+        except FileNotFoundError:
+            return []
+
+    def wait_for_runs(self, *names):
+        wait_until(lambda: self.ran() == list(names),
+                   lambda: f"{list(names)} should have run, {self.ran()} did")
+
+    def pin(self, *names, **settings):
+        """Writes a configuration that pins the names, and adds the shortcuts that are missing."""
+        for name in names:
+            if not os.path.exists(os.path.join(self.shortcuts_folder, name)):
+                self.add_shortcut(name)
+        self.write_config({**_SETTLED, "pinned": list(names), **settings})
+
+    def write_config(self, config):
+        text = config if isinstance(config, (str, bytes)) else json.dumps(config)
+        os.makedirs(os.path.dirname(self.config_path), mode=0o700, exist_ok=True)
+        with open(self.config_path, "wb") as file:
+            file.write(text.encode() if isinstance(text, str) else text)
+
+    def read_config(self):
+        with open(self.config_path, encoding="utf-8") as file:
+            return json.load(file)
+
+    def launch(self, **environment):
+        """Starts the program without waiting for anything."""
+        self.process = self.desktop.start(
+            [self._binary], {**self.environment, **environment}, name="quillbar")
+        return self.process
+
+    def start(self, **environment):
+        """Starts the program and waits for its icon in the panel."""
+        self.launch(**environment)
+        return self.tray()
+
+    def tray(self):
+        """The program's registered status item."""
+        return wait_until(self._find_tray, self._why_no_tray)
+
+    def _find_tray(self):
+        if self.process.poll() is not None:
+            raise AssertionError(
+                f"the program ended with {self.process.returncode}: {self.desktop.log('quillbar')}")
+        for name, path in self.desktop.panel.items():
+            if self.desktop.bus.process_of(name) == self.process.pid:
+                return TrayItem(self.desktop.bus, name, path)
+        return None
+
+    def _why_no_tray(self):
+        host = self.desktop.bus.owner(WATCHER)
+        return f"no status item; the panel {'runs' if host else 'is gone'}: " \
+               f"{self.desktop.log('quillbar')}"
+
+    def windows(self):
+        return self.desktop.screen.windows(process=self.process.pid)
+
+    def stop(self, how=signal.SIGTERM):
+        """Ends the program; returns its exit status."""
+        return self.desktop.processes.end(self.process, how)
