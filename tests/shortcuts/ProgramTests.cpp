@@ -1,0 +1,208 @@
+#include "shortcuts/Scratch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+
+namespace quillbar::shortcuts {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(Program, List_printsOneNameALine)
+{
+    Scratch scratch;
+    auto const empty = scratch.run({ "list" });
+    EXPECT_EQ(empty.status, 0);
+    EXPECT_EQ(empty.output + empty.errors, "");
+
+    scratch.script("b & <c>_d.sh");
+    scratch.script("日本 👍");
+    scratch.script("-a");
+    scratch.script("two\nlines");
+    auto const outcome = scratch.run({ "list" });
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "-a\nb & <c>_d\n日本 👍\n");
+    EXPECT_THAT(outcome.errors, StartsWith("shortcuts: ignoring "));
+    EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1);
+}
+
+TEST(Program, List_reportsOutputThatCannotBeWritten)
+{
+    Scratch scratch;
+    scratch.script("a");
+    EXPECT_EQ(scratch.run({ "list" }, "/dev/full").status, 74);
+}
+
+TEST(Program, Run_becomesTheShortcut)
+{
+    Scratch scratch;
+    scratch.script("status.sh", "exit 42");
+    scratch.script("signal.sh", "kill -TERM $$");
+    scratch.script("talk.sh", "printf 'out\\000put'; echo errors >&2; exit 0");
+    EXPECT_EQ(scratch.run({ "run", "status" }).status, 42);
+    EXPECT_EQ(scratch.run({ "run", "signal" }).status, -SIGTERM);
+    auto const talk = scratch.run({ "run", "talk" });
+    EXPECT_EQ(talk.status, 0);
+    EXPECT_EQ(talk.output, std::string("out\0put", 7));
+    EXPECT_EQ(talk.errors, "errors\n");
+}
+
+TEST(Program, Run_takesTheNameAsItStands)
+{
+    Scratch scratch;
+    for (std::string const name :
+        { "-a", "--help", "list", "a  b", " ", "it's \"q\" $HOME `x` *", "日本 👍", "100% %s" }) {
+        scratch.script(name, "echo \"$SHORTCUT_NAME\"; echo $#");
+        auto const outcome = scratch.run({ "run", name });
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_EQ(outcome.output, name + "\n0\n");
+    }
+}
+
+TEST(Program, Run_givesTheShortcutItsSurroundings)
+{
+    Scratch scratch;
+    std::filesystem::create_directories(scratch.home / ".local/bin");
+    scratch.script("where", "pwd; echo \"$PATH\"; echo \"$LANG\"");
+    scratch.variables["LANG"] = "xx_YY";
+    EXPECT_EQ(scratch.run({ "run", "where" }).output,
+        scratch.home.string() + "\n" + scratch.home.string()
+            + "/.local/bin:" + scratch.variables["PATH"] + "\nxx_YY\n");
+    scratch.variables["HOME"] = "/missing";
+    EXPECT_THAT(scratch.run({ "run", "where" }).output, StartsWith("/\n"));
+}
+
+TEST(Program, Run_startsDesktopEntries)
+{
+    Scratch scratch;
+    Scratch::write(scratch.programs / "show",
+        "#!/bin/sh\npwd; for argument; do echo \"<$argument>\"; done\nexit 7\n");
+    Scratch::write(
+        scratch.programs / "x-terminal-emulator", "#!/bin/sh\necho terminal; \"$2\" \"$3\"\n");
+    std::filesystem::create_directories(scratch.home / "work");
+    auto const work = (scratch.home / "work").string();
+    scratch.entry("a.desktop",
+        "Name=Tool\nExec=show \"a b\" %U 1%%\nPath=" + work
+            + "\n[Desktop Action x]\nName=Other\nExec=show other");
+    scratch.entry("b.desktop", "Name=Terminal tool\nTerminal=true\nExec=show x");
+
+    auto const outcome = scratch.run({ "run", "Tool" });
+    EXPECT_EQ(outcome.status, 7);
+    EXPECT_EQ(outcome.output, work + "\n<a b>\n<1%>\n");
+    EXPECT_EQ(scratch.run({ "run", "Tool: Other" }).output, work + "\n<other>\n");
+    EXPECT_EQ(scratch.run({ "run", "Terminal tool" }).output,
+        "terminal\n" + scratch.home.string() + "\n<x>\n");
+}
+
+TEST(Program, Run_acceptsScriptsWithoutAnInterpreterLine)
+{
+    Scratch scratch;
+    Scratch::write(scratch.own / "bare", "echo bare; exit 5");
+    auto const outcome = scratch.run({ "run", "bare" });
+    EXPECT_EQ(outcome.status, 5);
+    EXPECT_EQ(outcome.output, "bare\n");
+}
+
+TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
+{
+    Scratch scratch;
+    Scratch::write(scratch.own / "plain.sh", "", 0644);
+    chmod(scratch.script("open.sh").c_str(), 0757);
+    Scratch::write(scratch.own / "foreign",
+        std::string("\x7F"
+                    "ELF\0\0\0\0",
+            8));
+    Scratch::write(scratch.own / "lost", "#!/missing/interpreter\n");
+    scratch.entry("1.desktop", "Name=gone\nExec=missing-program");
+    scratch.entry("2.desktop", "Name=unfinished\nExec=\"open");
+    scratch.entry("3.desktop", "Name=nowhere\nExec=ls\nPath=/missing/folder");
+    scratch.entry("4.desktop", "Name=no terminal\nExec=ls\nTerminal=true");
+    scratch.variables["PATH"] = "/bin";
+    if (std::filesystem::exists("/bin/x-terminal-emulator"))
+        scratch.variables["PATH"] = scratch.programs;
+
+    struct {
+        char const* name;
+        int status;
+        char const* remedy;
+    } const cases[] = {
+        { "unknown\x1B", 1, "no shortcut is named \"unknown\\x1B\"" },
+        { "Plain", 1, "shortcuts list" },
+        { "", 1, "no shortcut" },
+        { "plain", 126, "chmod +x '" },
+        { "plain.sh", 126, "chmod +x '" },
+        { "open", 126, "chmod go-w '" },
+        { "foreign", 126, "cannot start" },
+        { "lost", 127, "interpreter" },
+        { "gone", 127, "missing-program" },
+        { "unfinished", 127, "Exec" },
+        { "nowhere", 126, "/missing/folder" },
+    };
+    for (auto const& [name, status, remedy] : cases) {
+        auto const outcome = scratch.run({ "run", name });
+        EXPECT_EQ(outcome.status, status) << name;
+        EXPECT_THAT(outcome.errors, StartsWith("shortcuts: "));
+        EXPECT_THAT(outcome.errors, HasSubstr(remedy));
+        EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1) << outcome.errors;
+        EXPECT_EQ(outcome.output, "");
+    }
+    scratch.variables["PATH"] = scratch.programs;
+    EXPECT_THAT(scratch.run({ "run", "no terminal" }).errors, HasSubstr("x-terminal-emulator"));
+}
+
+TEST(Program, Open_makesAPrivateFolderAndShowsIt)
+{
+    Scratch scratch;
+    Scratch::write(scratch.programs / "xdg-open", "#!/bin/sh\necho \"$#\" \"$1\"\n");
+    auto const own = scratch.own.string();
+    auto const address = "shortcuts://run-shortcut?name=x";
+    EXPECT_EQ(scratch.run({ "open", address }).output, "1 " + own + "\n");
+    struct stat status { };
+    ASSERT_EQ(stat(own.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0700U);
+    EXPECT_THAT(contents(scratch.own / "README.txt"), HasSubstr("chmod +x"));
+    EXPECT_EQ(scratch.run({ "list" }).output, "");
+    EXPECT_THAT(scratch.run({ "run", "Say hello" }).errors, HasSubstr("chmod +x"));
+
+    std::filesystem::remove(scratch.own / "README.txt");
+    EXPECT_EQ(scratch.run({ "open" }).output, "1 " + own + "\n");
+    EXPECT_FALSE(std::filesystem::exists(scratch.own / "README.txt"));
+}
+
+TEST(Program, Open_takesTheNextOpenerOrSaysThatThereIsNone)
+{
+    Scratch scratch;
+    scratch.variables["PATH"] = scratch.programs;
+    auto const none = scratch.run({ "open" });
+    EXPECT_EQ(none.status, 127);
+    EXPECT_THAT(none.errors, HasSubstr("xdg-utils"));
+
+    Scratch::write(scratch.programs / "gio", "#!/bin/sh\necho \"$@\"\n");
+    EXPECT_EQ(scratch.run({ "open" }).output, "open " + scratch.own.string() + "\n");
+}
+
+TEST(Program, Usage_isToldOnTheRightStreamWithTheRightStatus)
+{
+    Scratch scratch;
+    for (auto const* command : { "help", "--help", "-h" }) {
+        auto const outcome = scratch.run({ command });
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.output, HasSubstr("shortcuts run NAME"));
+        EXPECT_EQ(outcome.errors, "");
+    }
+    EXPECT_THAT(scratch.run({ "version" }).output, testing::MatchesRegex("shortcuts .*[0-9]\n"));
+
+    std::vector<std::string> const wrong[] = { {}, { "" }, { "other" }, { "run" },
+        { "run", "a", "b" }, { "list", "x" }, { "open", "a", "b" }, { "version", "x" } };
+    for (auto const& arguments : wrong) {
+        auto const outcome = scratch.run(arguments);
+        EXPECT_EQ(outcome.status, 64);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_THAT(outcome.errors, StartsWith("Usage:"));
+    }
+}
+
+} // namespace quillbar::shortcuts
