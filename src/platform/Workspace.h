@@ -8,4 +8,9 @@ namespace quillbar::platform {
 /// nothing. Main thread.
 void openAddress(std::string const& address);
 
+/// Whether the system has a place where a person grants the rights to watch the keyboard and to
+/// show notifications, and the way there. Never blocks. Main thread.
+[[nodiscard]] bool hasSecuritySettings();
+void openSecuritySettings();
+
 } // namespace quillbar::platform

@@ -1,0 +1,225 @@
+#include "ui/PaletteWindowController.h"
+
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "platform/view/EffectView.h"
+#include "platform/view/ScrollView.h"
+#include "platform/view/Separator.h"
+#include "ui/PalettePanel.h"
+#include "ui/PaletteRowView.h"
+#include "ui/Texts.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbar {
+
+using platform::KeyEventResult;
+using platform::SystemColor;
+
+namespace {
+
+constexpr platform::Size contentSize { .width = 400, .height = 244 };
+constexpr auto rowIdentifier = "PaletteCell";
+
+std::shared_ptr<PalettePanel> makePanel()
+{
+    auto panel = std::make_shared<PalettePanel>(contentSize, platform::WindowStyle::Borderless);
+    panel->setTitle("Quillbar");
+    panel->setLevel(platform::WindowLevel::Floating);
+    panel->setBackground(platform::WindowBackground::Clear);
+    panel->setHasShadow(true);
+    panel->setMovableByBackground(true);
+    return panel;
+}
+
+} // namespace
+
+PaletteWindowController::PaletteWindowController(
+    std::shared_ptr<PaletteList const> list, std::function<void(std::string const&)> onSelect)
+    : WindowController(makePanel())
+    , list_(std::move(list))
+    , filtered_(list_)
+    , onSelect_(std::move(onSelect))
+    , searchField_(std::make_shared<platform::TextField>(platform::TextFieldStyle::Plain))
+    , table_(std::make_shared<platform::TableView>())
+{
+}
+
+void PaletteWindowController::buildUserInterface()
+{
+    auto const content = std::make_shared<platform::View>();
+    content->setFrame({ 0, 0, contentSize.width, contentSize.height });
+    auto const background = content->addSubview(std::make_shared<platform::EffectView>());
+    background->setFrame({ 0, 0, contentSize.width, contentSize.height });
+    background->setCornerRadius(12);
+    background->setBorderWidth(0.5);
+    background->setBorderColor(SystemColor::Separator);
+
+    buildSearchField(*content);
+    buildTable(*content);
+    buildFooter(*content);
+    window().setContentView(content);
+    reloadTable();
+}
+
+void PaletteWindowController::buildSearchField(platform::View& content)
+{
+    content.addSubview(searchField_);
+    searchField_->setFrame({ 22, 14, 356, 30 });
+    searchField_->setPlaceholder("Type to jump…");
+    searchField_->setFont({ .size = 16, .weight = platform::FontWeight::Medium });
+    searchField_->setFocusRing(platform::FocusRing::None);
+    searchField_->setAccessibilityLabel("Search pinned shortcuts");
+    searchField_->onTextChange
+        = weakly(*this, [](PaletteWindowController& self) { self.controlTextDidChange(); });
+    content.addSubview(std::make_shared<platform::Separator>())->setFrame({ 18, 52, 364, 1 });
+}
+
+void PaletteWindowController::buildTable(platform::View& content)
+{
+    table_->setRowHeight(32);
+    table_->setAccessibilityLabel("Pinned shortcuts");
+    table_->rowCount = [this] { return std::max<std::size_t>(filtered_.count(), 1); };
+    table_->viewForRow = [this](std::size_t row) { return viewForRow(row); };
+    table_->onDoubleClick
+        = weakly(*this, [](PaletteWindowController& self) { self.doubleClicked(); });
+    auto const scrollView = content.addSubview(std::make_shared<platform::ScrollView>());
+    scrollView->setFrame({ 8, 60, 384, 150 });
+    scrollView->setVerticalScroller(platform::VerticalScroller::None);
+    scrollView->setDrawsBackground(false);
+    scrollView->setDocumentView(table_);
+}
+
+void PaletteWindowController::buildFooter(platform::View& content)
+{
+    footer_ = addText(content, { 16, 218, 368, 16 }, "↑↓ move · ⏎ run · esc close",
+        { .font = { .size = 10 },
+            .color = SystemColor::TertiaryLabel,
+            .alignment = platform::TextAlignment::Right });
+}
+
+void PaletteWindowController::show()
+{
+    window().center();
+    window().makeKeyAndOrderFront();
+    platform::activateIgnoringOtherApps();
+    platform::post(weakly(*this, [](PaletteWindowController& self) {
+        if (!self.window().isVisible())
+            return;
+        self.window().makeKeyAndOrderFront();
+        self.window().makeFirstResponder(self.searchField_);
+    }));
+    installMonitor();
+}
+
+void PaletteWindowController::installMonitor()
+{
+    if (monitor_)
+        return;
+    monitor_
+        = platform::addKeyDownMonitor([weak = weak_from_this()](platform::KeyEvent const& event) {
+              auto const self = weak.lock();
+              if (!self || !self->window().isVisible())
+                  return KeyEventResult::Pass;
+              return static_cast<PaletteWindowController&>(*self).keyDown(event);
+          });
+}
+
+KeyEventResult PaletteWindowController::keyDown(platform::KeyEvent const& event)
+{
+    switch (event.keyCode) {
+    case platform::key::returnKey:
+    case platform::key::keypadEnter:
+        runSelected();
+        return KeyEventResult::Consume;
+    case platform::key::escape:
+        closePalette();
+        return KeyEventResult::Consume;
+    case platform::key::downArrow:
+        moveSelection(+1);
+        return KeyEventResult::Consume;
+    case platform::key::upArrow:
+        moveSelection(-1);
+        return KeyEventResult::Consume;
+    default:
+        return KeyEventResult::Pass;
+    }
+}
+
+void PaletteWindowController::runSelected()
+{
+    auto const row = table_->selectedRow().value_or(0);
+    if (row < filtered_.count())
+        choose(row);
+}
+
+void PaletteWindowController::doubleClicked()
+{
+    auto const row = table_->clickedRow();
+    if (row && *row < filtered_.count())
+        choose(*row);
+}
+
+void PaletteWindowController::choose(std::size_t row)
+{
+    auto const name = filtered_.name(row);
+    auto const keepAlive = shared_from_this();
+    closePalette();
+    if (onSelect_)
+        onSelect_(name);
+}
+
+void PaletteWindowController::closePalette()
+{
+    removeMonitor();
+    window().orderOut();
+    window().close();
+}
+
+void PaletteWindowController::moveSelection(int step)
+{
+    if (filtered_.isEmpty())
+        return;
+    auto const selected = table_->selectedRow();
+    auto target = std::size_t { 0 };
+    if (selected)
+        target = step < 0 ? *selected - std::min<std::size_t>(*selected, 1) : *selected + 1;
+    target = std::min(target, filtered_.count() - 1);
+    table_->selectRow(target);
+    table_->scrollRowToVisible(target);
+}
+
+void PaletteWindowController::controlTextDidChange()
+{
+    filtered_.setQuery(searchField_->text());
+    reloadTable();
+}
+
+void PaletteWindowController::reloadTable()
+{
+    table_->reloadData();
+    if (filtered_.isEmpty())
+        return;
+    table_->selectRow(0);
+    table_->scrollRowToVisible(0);
+}
+
+std::shared_ptr<platform::View> PaletteWindowController::viewForRow(std::size_t row)
+{
+    auto view = std::dynamic_pointer_cast<PaletteRowView>(table_->takeReusableView(rowIdentifier));
+    if (!view) {
+        view = std::make_shared<PaletteRowView>();
+        view->setIdentifier(rowIdentifier);
+    }
+    if (!filtered_.isEmpty()) {
+        auto const& name = filtered_.name(row);
+        view->setRole(PaletteRowView::Role::Shortcut, name, list_->groupOf(name));
+    } else {
+        view->setRole(PaletteRowView::Role::Message,
+            list_->shortcuts().empty() ? "No shortcuts pinned" : "No shortcuts match", "");
+    }
+    return view;
+}
+
+} // namespace quillbar

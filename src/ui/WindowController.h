@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/view/Window.h"
+
+#include <memory>
+#include <utility>
+
+namespace quillbar {
+
+/// Owns one window and what stands in it. Controllers are made with makeController(); whoever
+/// holds one drops it when the window closes, so callbacks take their controller weakly.
+class WindowController : public std::enable_shared_from_this<WindowController> {
+public:
+    WindowController(WindowController const&) = delete;
+    WindowController& operator=(WindowController const&) = delete;
+    virtual ~WindowController() = default;
+
+    [[nodiscard]] platform::Window& window() const { return *window_; }
+
+    /// Brings the window before all others, with the keyboard.
+    void showWindow() { window_->makeKeyAndOrderFront(); }
+
+protected:
+    explicit WindowController(std::shared_ptr<platform::Window> window)
+        : window_(std::move(window))
+    {
+    }
+
+private:
+    template <typename Controller, typename... Arguments>
+    friend std::shared_ptr<Controller> makeController(Arguments&&... arguments);
+
+    /// Fills the window; called once, when the controller can be held weakly.
+    virtual void buildUserInterface() = 0;
+
+    std::shared_ptr<platform::Window> const window_;
+};
+
+template <typename Controller, typename... Arguments>
+[[nodiscard]] std::shared_ptr<Controller> makeController(Arguments&&... arguments)
+{
+    auto controller = std::make_shared<Controller>(std::forward<Arguments>(arguments)...);
+    static_cast<WindowController&>(*controller).buildUserInterface();
+    return controller;
+}
+
+/// A callback that does nothing once its controller is gone, and keeps it alive while it runs.
+template <typename Controller, typename Action>
+[[nodiscard]] auto weakly(Controller& controller, Action action)
+{
+    return [weak = controller.weak_from_this(), action = std::move(action)](auto&&... arguments) {
+        if (auto const self = weak.lock())
+            action(
+                static_cast<Controller&>(*self), std::forward<decltype(arguments)>(arguments)...);
+    };
+}
+
+} // namespace quillbar
