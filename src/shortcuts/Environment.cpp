@@ -65,7 +65,7 @@ std::string extendedSearchPath(Environment::Lookup const& lookup, std::string co
     auto path = valueOr(lookup, "PATH", "/usr/local/bin:/usr/bin:/bin");
     for (auto const& folder : { home + "/bin", home + "/.local/bin" }) {
         if (isFolder(folder))
-            path = folder + ":" + path;
+            path.insert(0, ":").insert(0, folder);
     }
     return path;
 }
