@@ -85,6 +85,7 @@ TEST_F(ViewTable, HundredThousandRows_needAHandfulOfViews)
 {
     load(100000);
     EXPECT_EQ(textAt(5), "5");
+    EXPECT_NE(table->viewAtRow(5)->subviews()[0]->native(), nullptr);
     table->scrollRowToVisible(99999);
     EXPECT_EQ(textAt(99999), "99999");
     EXPECT_EQ(textAt(0), "none");

@@ -9,7 +9,7 @@ void ScrollView::setDocumentView(std::shared_ptr<View> document)
     removeAllSubviews();
     offset_ = 0;
     // Until it is known what shows, nothing of the document needs a peer.
-    document->peerBounds_ = Rect {};
+    document->visibleRectChanged({});
     addSubview(std::move(document));
     contentChanged();
 }

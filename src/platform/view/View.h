@@ -168,8 +168,8 @@ private:
 [[nodiscard]] std::string accessibleName(View const& view);
 
 /// The backend's part. A peer is made after that of the superview and destroyed before the view;
-/// destroying one must be safe while it delivers an event. A sync brings all of the state over,
-/// the frame and the place among its siblings too, and is called whenever some of it has changed.
+/// destroying one must be safe while it delivers an event. A sync brings all of the state over and
+/// is called whenever some of it has changed, or how the scroll view around it is scrolled.
 [[nodiscard]] NativeView* createNativeView(View& view);
 void syncView(View const& view);
 

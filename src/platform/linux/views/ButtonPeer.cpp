@@ -1,0 +1,134 @@
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/views/ImageCache.h"
+#include "platform/linux/views/NativeView.h"
+#include "platform/linux/views/TextDrawing.h"
+#include "platform/view/Button.h"
+
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOptionButton>
+
+#include <algorithm>
+
+namespace quillbar::platform {
+
+namespace {
+
+constexpr int pushMargin = 8;
+constexpr int symbolMargin = 2;
+constexpr double hoverShare = 0.08;
+constexpr double pressedShare = 0.16;
+constexpr double hoverRadius = 4;
+constexpr double disabledShare = 0.4;
+
+/// A push button, or a borderless one: the style draws the bevel, the content is drawn here, as
+/// the style's own margins would not fit the frames.
+class ButtonPeer final : public Peer<QPushButton, Button> {
+public:
+    ButtonPeer(View& view, QWidget& parent)
+        : Peer(view, parent)
+    {
+        setAutoDefault(false);
+        connect(this, &QPushButton::clicked, this, [this] {
+            if (auto* const button = portableView())
+                button->userClicked();
+        });
+    }
+
+    void sync() override
+    {
+        auto const& attributed = portableView()->attributedTitle();
+        text_ = toQString(portableView()->visibleText());
+        font_ = toQFont(attributed ? attributed->font : portableView()->font());
+        font_.setUnderline(attributed && attributed->isUnderlined);
+        image_.invalidate();
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        if (!portable)
+            return;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        if (portable->focusRing() == FocusRing::None)
+            option.state &= ~QStyle::State_HasFocus;
+        if (isPush())
+            drawBevel(painter, option);
+        else
+            drawHover(painter, option);
+        drawContent(painter, option);
+    }
+
+private:
+    [[nodiscard]] bool isPush() const { return portableView()->style() == ButtonStyle::Push; }
+
+    void drawBevel(QPainter& painter, QStyleOptionButton& option)
+    {
+        if (portableView()->keyEquivalent() == ButtonKey::Return)
+            option.features |= QStyleOptionButton::DefaultButton;
+        style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+    }
+
+    void drawHover(QPainter& painter, QStyleOptionButton const& option)
+    {
+        bool const isPressed = option.state & QStyle::State_Sunken;
+        if (isPressed || ((option.state & QStyle::State_MouseOver) && isEnabled())) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(faded(
+                palette().color(QPalette::WindowText), isPressed ? pressedShare : hoverShare));
+            painter.drawRoundedRect(rect(), hoverRadius, hoverRadius);
+        }
+        auto constexpr focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+        if ((option.state & focused) == focused) {
+            painter.setPen(palette().color(QPalette::Highlight));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(
+                QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), hoverRadius, hoverRadius);
+        }
+    }
+
+    void drawContent(QPainter& painter, QStyleOptionButton const& option)
+    {
+        auto const color
+            = isEnabled() ? contentColor(option) : faded(contentColor(option), disabledShare);
+        bool const showsImage = portableView()->image() && portableView()->title().empty()
+            && !portableView()->attributedTitle();
+        if (showsImage) {
+            auto const side = std::min(width(), height()) - 2 * symbolMargin;
+            image_.draw(painter, rect(), *portableView()->image(), QSizeF(side, side), color);
+            return;
+        }
+        int const margin = isPush() ? pushMargin : 0;
+        painter.setFont(font_);
+        painter.setPen(color);
+        drawLine(painter, rect().adjusted(margin, 0, -margin, 0), Qt::AlignHCenter, text_);
+    }
+
+    [[nodiscard]] QColor contentColor(QStyleOptionButton const& option) const
+    {
+        if (auto const& attributed = portableView()->attributedTitle();
+            attributed && attributed->color != Color(SystemColor::Label))
+            return textColor(*portable, attributed->color, palette());
+        if (isPush())
+            return option.palette.color(QPalette::Active, QPalette::ButtonText);
+        return textColor(
+            *portable, portableView()->contentTintColor().value_or(SystemColor::Label), palette());
+    }
+
+    QString text_;
+    QFont font_;
+    ImageCache image_;
+};
+
+} // namespace
+
+NativeView* makeButtonPeer(View& view, QWidget& parent)
+{
+    return new ButtonPeer(view, parent);
+}
+
+} // namespace quillbar::platform

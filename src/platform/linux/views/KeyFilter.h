@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QObject>
+
+class QKeyEvent;
+class QWidget;
+
+namespace quillbar::platform {
+
+/// Sees every key press of the application before the widgets do, and tells the portable windows
+/// which view has the keyboard.
+class KeyFilter final : public QObject {
+public:
+    /// Once is enough; lives as long as the application.
+    static void install();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    explicit KeyFilter(QObject* application);
+
+    [[nodiscard]] static bool keyPressed(QWidget& target, QKeyEvent const& event);
+};
+
+} // namespace quillbar::platform

@@ -1,0 +1,59 @@
+#include "platform/linux/views/TextDrawing.h"
+
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/view/TableView.h"
+#include "platform/view/TextSize.h"
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillbar::platform {
+
+namespace {
+
+// The frames were made for a narrow typeface; wider ones are drawn narrower before text is cut.
+constexpr int narrowestStretch = 82;
+
+} // namespace
+
+void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text)
+{
+    int const flags
+        = horizontalAlignment | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip;
+    int const width = painter.fontMetrics().horizontalAdvance(text);
+    if (width <= rect.width()) {
+        painter.drawText(rect, flags, text);
+        return;
+    }
+    auto const font = painter.font();
+    auto narrow = font;
+    narrow.setStretch(std::max(narrowestStretch, rect.width() * 100 / width - 1));
+    painter.setFont(narrow);
+    painter.drawText(
+        rect, flags, painter.fontMetrics().elidedText(text, Qt::ElideRight, rect.width()));
+    painter.setFont(font);
+}
+
+QColor textColor(View const& view, Color const& color, QPalette const& palette)
+{
+    auto const normal = toQColor(color, palette);
+    if (!std::holds_alternative<SystemColor>(color) || !isInSelectedRow(view))
+        return normal;
+    return faded(palette.color(QPalette::HighlightedText), normal.alphaF());
+}
+
+QColor faded(QColor color, double share)
+{
+    color.setAlphaF(static_cast<float>(color.alphaF() * share));
+    return color;
+}
+
+Size textSize(std::string_view text, Font const& font)
+{
+    QFontMetricsF const metrics(toQFont(font));
+    return { std::ceil(metrics.horizontalAdvance(toQString(text))), std::ceil(metrics.height()) };
+}
+
+} // namespace quillbar::platform

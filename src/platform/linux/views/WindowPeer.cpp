@@ -1,0 +1,169 @@
+#include "platform/linux/views/WindowPeer.h"
+
+#include "platform/linux/UserTime.h"
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/views/KeyFilter.h"
+#include "platform/linux/views/NativeView.h"
+#include "platform/linux/views/X11Window.h"
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWindow>
+
+namespace quillbar::platform {
+
+namespace {
+
+Qt::WindowFlags flagsFor(Window const& window)
+{
+    // A dialog has no use for buttons that minimise or maximise it.
+    Qt::WindowFlags flags = window.kind() == WindowKind::Panel ? Qt::Tool : Qt::Dialog;
+    if (window.style() == WindowStyle::Borderless)
+        flags |= Qt::FramelessWindowHint;
+    else
+        flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
+            | Qt::WindowCloseButtonHint;
+    if (window.level() == WindowLevel::Floating)
+        flags |= Qt::WindowStaysOnTopHint;
+    if (!window.canBecomeKeyWindow())
+        flags |= Qt::WindowDoesNotAcceptFocus;
+    return flags;
+}
+
+} // namespace
+
+NativeWindow::NativeWindow(Window& window)
+    : QWidget(nullptr, flagsFor(window))
+    , portable_(&window)
+{
+    KeyFilter::install();
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setFixedSize(
+        roundedRect({ 0, 0, window.contentSize().width, window.contentSize().height }).size());
+    if (window.background() == WindowBackground::Clear && isTranslucencyPossible())
+        setAttribute(Qt::WA_TranslucentBackground);
+}
+
+void NativeWindow::release()
+{
+    portable_ = nullptr;
+    hide();
+    deleteLater();
+}
+
+void NativeWindow::sync()
+{
+    if (auto const flags = flagsFor(*portable_); flags != windowFlags()) {
+        // Changing the flags hides the window; the next lines show it again.
+        setWindowFlags(flags);
+    }
+    setWindowTitle(toQString(portable_->title()));
+    if (portable_->isVisible() && !isVisible() && portable_->isCentered())
+        centerOnScreen();
+    setVisible(portable_->isVisible());
+}
+
+void NativeWindow::centerOnScreen()
+{
+    auto const* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    auto place = frameGeometry();
+    place.moveCenter(screen->availableGeometry().center());
+    move(place.topLeft());
+}
+
+void NativeWindow::bringForward()
+{
+    raise();
+    if (!portable_->canBecomeKeyWindow())
+        return;
+    activateWindow();
+    requestActivation(*this, userTime());
+}
+
+void NativeWindow::setGround(QPolygon const& ground)
+{
+    if (portable_->background() != WindowBackground::Clear || ground == ground_)
+        return;
+    ground_ = ground;
+    if (!testAttribute(Qt::WA_TranslucentBackground))
+        setMask(QRegion(ground));
+    else
+        requestBlur(*this, QRegion(ground));
+}
+
+bool NativeWindow::event(QEvent* event)
+{
+    if (portable_ && event->type() == QEvent::WindowActivate)
+        portable_->userChangedKey(true);
+    if (portable_ && event->type() == QEvent::WindowDeactivate)
+        portable_->userChangedKey(false);
+    bool const result = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
+        syncKeyboardGrab();
+    return result;
+}
+
+void NativeWindow::closeEvent(QCloseEvent* event)
+{
+    // Closing hides the window; Qt must not do more.
+    event->ignore();
+    if (portable_)
+        portable_->userClosed();
+}
+
+void NativeWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (portable_ && portable_->isMovableByBackground() && event->button() == Qt::LeftButton)
+        windowHandle()->startSystemMove();
+}
+
+// The portable window moves the focus; where Qt wants to, a widget that had it went away.
+bool NativeWindow::focusNextPrevChild(bool)
+{
+    setFocus();
+    return true;
+}
+
+NativeWindow* nativeWindowOf(QWidget const* widget)
+{
+    return widget ? dynamic_cast<NativeWindow*>(widget->window()) : nullptr;
+}
+
+NativeWindow* createNativeWindow(Window& window)
+{
+    return new NativeWindow(window);
+}
+
+void NativeWindowDeleter::operator()(NativeWindow* native) const
+{
+    native->release();
+}
+
+void syncWindow(Window const& window)
+{
+    window.native()->sync();
+}
+
+void syncFirstResponder(Window const& window)
+{
+    auto const view = window.firstResponder();
+    auto& widget = view && view->native() ? view->native()->widget() : *window.native();
+    widget.setFocus();
+}
+
+void centerNativeWindow(Window const& window)
+{
+    window.native()->centerOnScreen();
+}
+
+void raiseNativeWindow(Window const& window)
+{
+    window.native()->bringForward();
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/view/Window.h"
+
+#include <QPolygon>
+#include <QWidget>
+
+namespace quillbar::platform {
+
+/// The Qt side of a window: the top-level widget.
+struct NativeWindow final : public QWidget {
+    explicit NativeWindow(Window& window);
+
+    /// Null once the window is gone.
+    [[nodiscard]] Window* portable() const { return portable_; }
+    void release();
+
+    void sync();
+    void centerOnScreen();
+    void bringForward();
+    /// The part of a clear window that is not clear.
+    void setGround(QPolygon const& ground);
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    Window* portable_;
+    QPolygon ground_;
+};
+
+/// The native side of the window that a widget stands in; null for widgets of other kinds.
+[[nodiscard]] NativeWindow* nativeWindowOf(QWidget const* widget);
+
+} // namespace quillbar::platform

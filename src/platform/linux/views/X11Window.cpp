@@ -1,0 +1,80 @@
+#include "platform/linux/views/X11Window.h"
+
+#include "platform/linux/hotkeys/XcbPtr.h"
+
+#include <QGuiApplication>
+#include <xcb/xcb.h>
+
+#include <string_view>
+#include <vector>
+
+namespace quillbar::platform {
+
+namespace {
+
+constexpr std::uint32_t sourcePager = 2;
+
+xcb_connection_t* x11Connection()
+{
+    auto const* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t atomNamed(xcb_connection_t* connection, std::string_view name)
+{
+    auto const request
+        = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    XcbPtr<xcb_intern_atom_reply_t> const reply { xcb_intern_atom_reply(
+        connection, request, nullptr) };
+    return reply ? reply->atom : xcb_atom_t { XCB_ATOM_NONE };
+}
+
+} // namespace
+
+bool isTranslucencyPossible()
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return true;
+    static auto const atom = atomNamed(connection, "_NET_WM_CM_S0");
+    XcbPtr<xcb_get_selection_owner_reply_t> const reply { xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, atom), nullptr) };
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+void requestActivation(QWidget const& window, std::uint32_t userTime)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    static auto const atom = atomNamed(connection, "_NET_ACTIVE_WINDOW");
+    xcb_client_message_event_t message {};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = atom;
+    message.data.data32[0] = sourcePager;
+    message.data.data32[1] = userTime;
+    xcb_send_event(connection, 0, xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<char const*>(&message));
+    xcb_flush(connection);
+}
+
+void requestBlur(QWidget const& window, QRegion const& region)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    static auto const atom = atomNamed(connection, "_KDE_NET_WM_BLUR_BEHIND_REGION");
+    std::vector<std::uint32_t> data;
+    for (auto const& rect : region) {
+        for (int const value : { rect.x(), rect.y(), rect.width(), rect.height() })
+            data.push_back(static_cast<std::uint32_t>(value * window.devicePixelRatioF()));
+    }
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
+        static_cast<xcb_window_t>(window.winId()), atom, XCB_ATOM_CARDINAL, 32,
+        static_cast<std::uint32_t>(data.size()), data.data());
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,18 @@
+#include "contract/Backend.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+void quillbar::test::settle()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+int main(int argumentCount, char** arguments)
+{
+    testing::InitGoogleTest(&argumentCount, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication const application(argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}
