@@ -10,19 +10,32 @@ namespace {
 
 using nlohmann::json;
 
+template <typename Value> json toJson(Value const& value)
+{
+    return value;
+}
+
+json toJson(Hotkey const& hotkey)
+{
+    return { { "keyCode", hotkey.keyCode }, { "modifiers", hotkey.modifiers } };
+}
+
+json toJson(std::map<std::string, Hotkey> const& hotkeys)
+{
+    auto object = json::object();
+    for (auto const& [name, hotkey] : hotkeys)
+        object[name] = toJson(hotkey);
+    return object;
+}
+
 template <typename Value>
 void addIfPresent(json& object, char const* key, std::optional<Value> const& value)
 {
     if (value)
-        object[key] = *value;
+        object[key] = toJson(*value);
 }
 
 } // namespace
-
-static void to_json(json& object, Hotkey const& hotkey)
-{
-    object = { { "keyCode", hotkey.keyCode }, { "modifiers", hotkey.modifiers } };
-}
 
 std::optional<Config> decodeConfig(std::string_view text)
 {

@@ -1,9 +1,11 @@
 #include "shortcuts/Environment.h"
 
+#include <algorithm>
 #include <pwd.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace quillbar::shortcuts {
 
@@ -47,8 +49,9 @@ std::vector<std::string> shortcutFolders(Environment::Lookup const& lookup, std:
     std::vector<std::string> folders = { dataHome + "/shortcuts" };
     for (auto const& folder :
         split(valueOr(lookup, "XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
-        if (folder.starts_with('/'))
-            folders.push_back(folder + "/shortcuts");
+        auto path = folder + "/shortcuts";
+        if (folder.starts_with('/') && std::ranges::find(folders, path) == folders.end())
+            folders.push_back(std::move(path));
     }
     return folders;
 }
@@ -65,7 +68,7 @@ std::string extendedSearchPath(Environment::Lookup const& lookup, std::string co
     auto path = valueOr(lookup, "PATH", "/usr/local/bin:/usr/bin:/bin");
     for (auto const& folder : { home + "/bin", home + "/.local/bin" }) {
         if (isFolder(folder))
-            path = folder + ":" + path;
+            path.insert(0, ":").insert(0, folder);
     }
     return path;
 }

@@ -17,6 +17,7 @@ namespace {
 std::vector<char*> pointers(std::vector<std::string> const& arguments)
 {
     std::vector<char*> result;
+    result.reserve(arguments.size() + 1);
     for (auto const& argument : arguments)
         result.push_back(const_cast<char*>(argument.c_str()));
     result.push_back(nullptr);

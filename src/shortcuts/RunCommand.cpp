@@ -26,7 +26,7 @@ int reportMissing(Catalogue const& catalogue, std::string const& name)
         report("no shortcut is named " + quoted(name) + "; \"shortcuts list\" shows the names");
         return status::noSuchShortcut;
     }
-    auto const file = shellQuoted(refused->file);
+    auto const file = printable(shellQuoted(refused->file));
     switch (refused->reason) {
     case Distrust::None:
         report(quoted(name) + " is not executable; to make it so: chmod +x " + file);

@@ -176,7 +176,7 @@ TEST(ConfigDecoding, Bytes_mustBeUtf8WithOrWithoutAByteOrderMark)
 TEST(ConfigDecoding, DeepNesting_isRefusedWithoutRecursion)
 {
     EXPECT_TRUE(decodeWith(",\"x\":" + repeated("[", 500) + repeated("]", 500)));
-    for (std::size_t const depth : { 10'000, 5'000'000 }) {
+    for (std::size_t const depth : { 10'000U, 5'000'000U }) {
         EXPECT_FALSE(decodeConfig(repeated("[", depth) + repeated("]", depth)));
         EXPECT_FALSE(decodeWith(",\"x\":" + repeated("[", depth) + repeated("]", depth)));
         EXPECT_FALSE(

@@ -24,8 +24,9 @@ TEST(Environment, Folders_followTheBaseDirectoryRules)
     EXPECT_EQ(read({ { "HOME", "/h" } }).folders,
         (Folders {
             "/h/.local/share/shortcuts", "/usr/local/share/shortcuts", "/usr/share/shortcuts" }));
-    EXPECT_EQ(read({ { "HOME", "/h" }, { "XDG_DATA_HOME", "" }, { "XDG_DATA_DIRS", "/a:b::/c" } })
-                  .folders,
+    EXPECT_EQ(
+        read({ { "HOME", "/h" }, { "XDG_DATA_HOME", "" }, { "XDG_DATA_DIRS", "/a:b::/c:/a" } })
+            .folders,
         (Folders { "/h/.local/share/shortcuts", "/a/shortcuts", "/c/shortcuts" }));
     EXPECT_EQ(read({ { "HOME", "/h" }, { "XDG_DATA_HOME", "relative" } }).folders.front(),
         "/h/.local/share/shortcuts");

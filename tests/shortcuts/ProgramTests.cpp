@@ -110,6 +110,7 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
 {
     Scratch scratch;
     Scratch::write(scratch.own / "plain.sh", "", 0644);
+    Scratch::write(scratch.own / "two\nlines", "", 0644);
     chmod(scratch.script("open.sh").c_str(), 0757);
     Scratch::write(scratch.own / "foreign",
         std::string("\x7F"
@@ -134,6 +135,7 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
         { "", 1, "no shortcut" },
         { "plain", 126, "chmod +x '" },
         { "plain.sh", 126, "chmod +x '" },
+        { "two\nlines", 126, "two\\x0Alines'" },
         { "open", 126, "chmod go-w '" },
         { "foreign", 126, "cannot start" },
         { "lost", 127, "interpreter" },

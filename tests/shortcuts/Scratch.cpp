@@ -25,6 +25,7 @@ std::filesystem::path temporaryFolder()
 std::vector<char*> pointers(std::vector<std::string>& texts)
 {
     std::vector<char*> result;
+    result.reserve(texts.size() + 1);
     for (auto& text : texts)
         result.push_back(text.data());
     result.push_back(nullptr);
@@ -79,7 +80,7 @@ Outcome Scratch::run(std::vector<std::string> arguments, std::filesystem::path o
     arguments.insert(arguments.begin(), SHORTCUTS_PROGRAM);
     std::vector<std::string> settings;
     for (auto const& [name, value] : variables)
-        settings.push_back(name + "=" + value);
+        settings.emplace_back(name).append("=").append(value);
     auto const errors = home / "errors.txt";
     if (output.empty())
         output = home / "output.txt";

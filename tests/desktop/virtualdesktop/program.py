@@ -16,7 +16,7 @@ _SETTLED = {"onboarded": True, "permissionsShown": True, "iconSymbol": "heart.fi
 class Program:
     def __init__(self, desktop, binary, home):
         self.desktop = desktop
-        self._binary = str(binary)
+        self.binary = str(binary)
         self.home = str(home)
         self.data = os.path.join(self.home, ".local", "share")
         self.config_home = os.path.join(self.home, ".config")
@@ -84,7 +84,7 @@ class Program:
     def launch(self, **environment):
         """Starts the program without waiting for anything."""
         self.process = self.desktop.start(
-            [self._binary], {**self.environment, **environment}, name="quillbar")
+            [self.binary], {**self.environment, **environment}, name="quillbar")
         return self.process
 
     def start(self, **environment):

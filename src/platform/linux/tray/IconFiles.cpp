@@ -1,0 +1,74 @@
+#include "platform/linux/tray/IconFiles.h"
+
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/drawing/SymbolSvg.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int percent(double alpha)
+{
+    return static_cast<int>(std::lround(std::clamp(alpha, 0.0, 1.0) * 100));
+}
+
+// Panels recolour what is called "-symbolic"; with a tint the name must not end so.
+QString fileName(IconLook const& look)
+{
+    auto symbol = toQString(look.symbol);
+    symbol.replace('-'_L1, "_"_L1).replace('.'_L1, "-"_L1);
+    QString name = "quillbar-"_L1 + symbol;
+    if (auto const opacity = percent(look.alpha); opacity < 100)
+        name += "-dim"_L1 + QString::number(opacity);
+    return name + (look.tint ? '-'_L1 + look.tint->name().mid(1) : u"-symbolic"_s);
+}
+
+} // namespace
+
+QString IconFiles::iconName(IconLook const& look)
+{
+    auto name = fileName(look);
+    if (written_.contains(name))
+        return name;
+    if (!write(name, look))
+        return {};
+    written_.insert(name);
+    return name;
+}
+
+QString IconFiles::folder()
+{
+    if (!folder_) {
+        auto const runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+        if (!runtime.isEmpty())
+            folder_ = std::make_unique<QTemporaryDir>(runtime + "/quillbar-XXXXXX"_L1);
+        if (!folder_ || !folder_->isValid())
+            folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/quillbar-XXXXXX"_L1);
+    }
+    return folder_->isValid() ? folder_->path() : QString();
+}
+
+bool IconFiles::write(QString const& name, IconLook const& look)
+{
+    SymbolSvgStyle style;
+    style.opacity = percent(look.alpha) / 100.0;
+    if (look.tint)
+        style.color = look.tint->name().toLatin1();
+    auto const svg = symbolSvg(look.symbol, style);
+    auto const path = folder();
+    if (!svg || path.isEmpty())
+        return false;
+    QFile file(path + '/'_L1 + name + ".svg"_L1);
+    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly) && file.write(*svg) == svg->size()
+        && file.flush();
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace quillbar::platform {
+
+/// How the status item's symbol looks at the moment.
+struct IconLook {
+    std::string symbol;
+    /// Nothing leaves the colour to the panel.
+    std::optional<QColor> tint;
+    double alpha = 1;
+
+    friend bool operator==(IconLook const&, IconLook const&) = default;
+};
+
+/// A private folder with the status icon's SVG files, for panels to read by name. Folder and files
+/// are made when they are first needed and removed with this object.
+class IconFiles {
+public:
+    /// The name under which panels find the icon in folder(); empty when there is no such symbol or
+    /// the file could not be written.
+    [[nodiscard]] QString iconName(IconLook const& look);
+    /// Empty when the folder could not be made.
+    [[nodiscard]] QString folder();
+
+private:
+    bool write(QString const& name, IconLook const& look);
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::set<QString> written_;
+};
+
+} // namespace quillbar::platform

@@ -1,0 +1,106 @@
+#include "platform/linux/tray/LegacyTray.h"
+
+#include "platform/linux/hotkeys/XcbPtr.h"
+
+#include <QGuiApplication>
+#include <QSystemTrayIcon>
+#include <xcb/xcb.h>
+
+#include <string_view>
+#include <utility>
+
+namespace quillbar::platform {
+
+namespace {
+
+xcb_connection_t* xConnection()
+{
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
+
+xcb_atom_t existingAtom(xcb_connection_t* connection, std::string_view name)
+{
+    auto const cookie
+        = xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data());
+    XcbPtr<xcb_intern_atom_reply_t> const reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t { XCB_ATOM_NONE };
+}
+
+bool hasTray()
+{
+    auto* connection = xConnection();
+    if (connection == nullptr)
+        return false;
+    auto const selection = existingAtom(connection, "_NET_SYSTEM_TRAY_S0");
+    if (selection == XCB_ATOM_NONE)
+        return false;
+    XcbPtr<xcb_get_selection_owner_reply_t> const reply(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, selection), nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+} // namespace
+
+LegacyTray::LegacyTray(Face face)
+    : face_(std::move(face))
+{
+}
+
+LegacyTray::~LegacyTray()
+{
+    setWanted(false);
+}
+
+void LegacyTray::setWanted(bool isWanted)
+{
+    if (isWanted == isWanted_)
+        return;
+    isWanted_ = isWanted;
+    if (!isWanted) {
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+        icon_.reset();
+        return;
+    }
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    showIfThereIsATray();
+}
+
+void LegacyTray::update()
+{
+    if (!icon_)
+        return;
+    icon_->setIcon(face_.icon());
+    icon_->setToolTip(face_.toolTip());
+}
+
+// A tray that starts announces itself by a client message of the type MANAGER to the root window.
+bool LegacyTray::nativeEventFilter(QByteArray const& eventType, void* message, qintptr* /*result*/)
+{
+    constexpr int sentBySomebody = 0x80;
+    if (icon_ || eventType != "xcb_generic_event_t")
+        return false;
+    auto const* event = static_cast<xcb_generic_event_t const*>(message);
+    if ((event->response_type & ~sentBySomebody) != XCB_CLIENT_MESSAGE)
+        return false;
+    auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
+    if (announcement->type == existingAtom(xConnection(), "MANAGER"))
+        showIfThereIsATray();
+    return false;
+}
+
+void LegacyTray::showIfThereIsATray()
+{
+    if (!hasTray())
+        return;
+    icon_ = std::make_unique<QSystemTrayIcon>();
+    QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
+        [this](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context)
+                face_.activate();
+        });
+    update();
+    icon_->show();
+}
+
+} // namespace quillbar::platform

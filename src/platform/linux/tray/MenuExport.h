@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/linux/tray/ImageCache.h"
+#include "platform/view/Menu.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace quillbar::platform {
+
+/// The text as menus on the bus show it exactly: there a single underscore marks a mnemonic.
+[[nodiscard]] QString exportedLabel(MenuItem const& item);
+
+/// For example { "Super", "Alt", "t" }; empty when the item has no key equivalent.
+[[nodiscard]] QStringList exportedShortcut(KeyEquivalent const& equivalent);
+
+/// Whether two menus look the same to a host; what their actions do is not compared.
+[[nodiscard]] bool isSameMenu(Menu const& left, Menu const& right);
+
+/// A row that is in the menu before and after a change and looks different.
+struct ChangedRow {
+    int id = 0;
+    QVariantMap properties;
+    QStringList removed;
+};
+
+/// A menu as rows with ids, the way hosts on the bus see it. A row keeps its id as long as the menu
+/// has one of its kind and name, and no id is used for another row later: a late click can never
+/// hit a wrong one. Rows and ids are made when a host first asks for them.
+class MenuExport {
+public:
+    struct Row {
+        int id = 0;
+        /// Null for the root.
+        MenuItem const* item = nullptr;
+        std::vector<int> children;
+    };
+
+    static constexpr int rootId = 0;
+
+    enum class Change { None, Layout };
+
+    /// Adds the rows that look different to `changed`, if a host has read the menu before.
+    Change setMenu(std::shared_ptr<Menu const> menu, std::vector<ChangedRow>& changed);
+
+    /// Counts the menus that looked different from the one before.
+    [[nodiscard]] unsigned revision() const { return revision_; }
+    /// Null when no row has that id. Valid until the next setMenu().
+    [[nodiscard]] Row const* row(int id);
+    /// All ids, the root's first.
+    [[nodiscard]] std::vector<int> ids();
+    /// The properties that differ from their defaults; an empty list of names asks for all.
+    [[nodiscard]] QVariantMap properties(Row const& row, QStringList const& names = {});
+
+private:
+    using IdsByName = std::unordered_map<std::string, std::vector<int>>;
+
+    void buildRows();
+    std::vector<int> appendRows(std::vector<MenuItem> const& items, int parent, IdsByName& ids);
+    std::vector<ChangedRow> changedRows(
+        std::vector<Row> const& oldRows, std::unordered_map<int, std::size_t> const& oldPositions);
+    QByteArray const& icon(Image const& image);
+
+    std::shared_ptr<Menu const> menu_ = std::make_shared<Menu const>();
+    unsigned revision_ = 1;
+    int nextId_ = rootId + 1;
+    bool isBuilt_ = false;
+    std::vector<Row> rows_;
+    std::unordered_map<int, std::size_t> positions_;
+    IdsByName idsByName_;
+    ImageCache<QByteArray> icons_;
+};
+
+} // namespace quillbar::platform

@@ -1,0 +1,195 @@
+#include "platform/linux/tray/NativeStatusItem.h"
+
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/drawing/ImageRenderer.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QPainter>
+#include <QtEndian>
+
+#include <chrono>
+
+namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Clients of Wayland cannot place a menu without the click's own event.
+MenuOwner menuOwner()
+{
+    return QGuiApplication::platformName().startsWith("wayland"_L1) ? MenuOwner::Host
+                                                                    : MenuOwner::Program;
+}
+
+IconPixmap toPixmap(QImage const& image)
+{
+    auto const argb = image.convertToFormat(QImage::Format_ARGB32);
+    IconPixmap pixmap { argb.width(), argb.height(), {} };
+    auto const count = qsizetype { argb.width() } * argb.height();
+    pixmap.pixels.resize(count * qsizetype { sizeof(quint32) });
+    qToBigEndian<quint32>(argb.constBits(), count, pixmap.pixels.data());
+    return pixmap;
+}
+
+} // namespace
+
+NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& connection)
+    : item_(item)
+    , menu_(connection)
+    , notifier_(connection, notifierFace(), menuOwner())
+    , legacyTray_({ .icon = [this] { return legacyIcon(); },
+          .toolTip = [this] { return toolTip_; },
+          .activate = [this] { toggleMenu(); } })
+    , registration_(
+          connection, [this](TrayHost host) { legacyTray_.setWanted(host == TrayHost::Absent); })
+{
+    using namespace std::chrono_literals;
+    fade_.setSingleShot(true);
+    fade_.setInterval(70ms);
+    QObject::connect(&fade_, &QTimer::timeout, &fade_, [this] { show(wantedLook()); });
+}
+
+NativeStatusItem::~NativeStatusItem()
+{
+    delete openMenu_;
+}
+
+void NativeStatusItem::syncFace()
+{
+    if (auto toolTip = toQString(item_.button()->toolTip()); toolTip != toolTip_) {
+        toolTip_ = std::move(toolTip);
+        notifier_.emitNewToolTip();
+        legacyTray_.update();
+    }
+    auto const look = wantedLook();
+    // A colour is shown in full before it fades: pale from the first moment it would be missed.
+    if (look.tint && look.alpha < 1) {
+        fade_.start();
+        return;
+    }
+    fade_.stop();
+    show(look);
+}
+
+void NativeStatusItem::syncMenu()
+{
+    menu_.setMenu(item_.menu());
+}
+
+StatusNotifierFace NativeStatusItem::notifierFace()
+{
+    return {
+        .title = [] { return QGuiApplication::applicationDisplayName(); },
+        .toolTip = [this] { return toolTip_; },
+        .iconName = [this] { return files_.iconName(look_); },
+        .iconThemePath = [this] { return files_.folder(); },
+        .iconPixmap = [this] { return pixmaps(); },
+        .activate = [this] { toggleMenu(); },
+    };
+}
+
+IconLook NativeStatusItem::wantedLook() const
+{
+    auto const& button = *item_.button();
+    IconLook look;
+    look.alpha = button.alpha();
+    if (button.image()) {
+        if (auto const* symbol = std::get_if<SymbolImage>(&*button.image()))
+            look.symbol = symbol->name;
+    }
+    if (button.contentTintColor())
+        look.tint = toQColor(*button.contentTintColor(), QGuiApplication::palette());
+    return look;
+}
+
+void NativeStatusItem::show(IconLook const& look)
+{
+    pixmaps_.reset();
+    if (look != look_) {
+        look_ = look;
+        notifier_.emitNewIcon();
+    }
+    legacyTray_.update();
+}
+
+QImage NativeStatusItem::rendered(double side) const
+{
+    auto const& image = item_.button()->image();
+    QImage result(QSizeF(side, side).toSize(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    if (!image)
+        return result;
+    auto const palette = QGuiApplication::palette();
+    auto const panelText = isDark(palette) ? QColor(Qt::white) : QColor(0x30, 0x30, 0x30);
+    QPainter painter(&result);
+    painter.setOpacity(look_.alpha);
+    painter.drawImage(QRectF(0, 0, side, side),
+        renderImage(*image,
+            { .symbolSize = { side, side },
+                .devicePixelRatio = 1,
+                .foreground = look_.tint.value_or(panelText),
+                .palette = palette }));
+    return result;
+}
+
+QList<IconPixmap> const& NativeStatusItem::pixmaps()
+{
+    if (!pixmaps_)
+        pixmaps_ = { toPixmap(rendered(22)), toPixmap(rendered(44)) };
+    return *pixmaps_;
+}
+
+QIcon NativeStatusItem::legacyIcon() const
+{
+    QIcon icon;
+    for (auto const side : { 16, 22, 24, 32, 48 })
+        icon.addPixmap(QPixmap::fromImage(rendered(side)));
+    return icon;
+}
+
+void NativeStatusItem::toggleMenu()
+{
+    if (openMenu_) {
+        openMenu_->close();
+        return;
+    }
+    // Before the first menu is there, only a question asked at start can be waiting.
+    if (item_.menu()->items.empty()) {
+        if (auto* dialog = QApplication::activeModalWidget()) {
+            dialog->raise();
+            dialog->activateWindow();
+        }
+        return;
+    }
+    openMenu_ = new StatusMenu(item_.menu());
+    openMenu_->popup(QCursor::pos());
+}
+
+void NativeStatusItemDeleter::operator()(NativeStatusItem* native) const
+{
+    delete native;
+}
+
+NativeStatusItem* createNativeStatusItem(StatusItem& item)
+{
+    return new NativeStatusItem(item, QDBusConnection::sessionBus());
+}
+
+bool statusItemsHaveButtons()
+{
+    return true;
+}
+
+void syncStatusButton(StatusItem const& item)
+{
+    item.native()->syncFace();
+}
+
+void syncStatusMenu(StatusItem const& item)
+{
+    item.native()->syncMenu();
+}
+
+} // namespace quillbar::platform

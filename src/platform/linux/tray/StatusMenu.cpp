@@ -1,0 +1,151 @@
+#include "platform/linux/tray/StatusMenu.h"
+
+#include "platform/linux/UserTime.h"
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/tray/MenuKeys.h"
+#include "platform/linux/tray/StatusMenuStyle.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QStyleOptionMenuItem>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isChoosable(MenuItem const& item)
+{
+    return item.isEnabled && (item.action || item.command != StandardCommand::None);
+}
+
+MenuItem const* itemOf(QAction const* action)
+{
+    return static_cast<MenuItem const*>(action->data().value<void const*>());
+}
+
+// Wide enough to be seen as a gap; the tab itself would move the rest into the key column.
+constexpr QChar tabGap(0x2003);
+
+} // namespace
+
+QString menuText(MenuItem const& item)
+{
+    auto text = toQString(item.attributedTitle ? item.attributedTitle->text : item.title);
+    text.replace('&'_L1, "&&"_L1).replace('\t'_L1, QString(2, tabGap));
+    return text.replace('\n'_L1, QChar::Space).replace(QChar::Null, QChar::ReplacementCharacter);
+}
+
+StatusMenu::StatusMenu(std::shared_ptr<Menu const> menu)
+    : menu_(std::move(menu))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto* style = new StatusMenuStyle;
+    style->setParent(this);
+    setStyle(style);
+    addItems(*this, menu_->items);
+    connect(this, &QMenu::triggered, this, [this](QAction* action) {
+        if (auto const* item = itemOf(action))
+            choose(*item);
+    });
+}
+
+void StatusMenu::keyPressEvent(QKeyEvent* event)
+{
+    setUserTime(static_cast<std::uint32_t>(event->timestamp()));
+    auto const found = std::ranges::find_if(menu_->items, [event](MenuItem const& item) {
+        return isChoosable(item) && isKeyEquivalent(*event, item.keyEquivalent);
+    });
+    if (found == menu_->items.end()) {
+        QMenu::keyPressEvent(event);
+        return;
+    }
+    choose(*found);
+    close();
+}
+
+void StatusMenu::mouseReleaseEvent(QMouseEvent* event)
+{
+    setUserTime(static_cast<std::uint32_t>(event->timestamp()));
+    QMenu::mouseReleaseEvent(event);
+}
+
+void StatusMenu::initStyleOption(QStyleOptionMenuItem* option, QAction const* action) const
+{
+    QMenu::initStyleOption(option, action);
+    auto const* item = action == nullptr ? nullptr : itemOf(action);
+    if (item == nullptr || !item->attributedTitle)
+        return;
+    auto const color = toQColor(item->attributedTitle->color, palette());
+    for (auto const role : { QPalette::Text, QPalette::WindowText, QPalette::ButtonText })
+        option->palette.setColor(QPalette::Disabled, role, color);
+}
+
+void StatusMenu::addItems(QMenu& target, std::vector<MenuItem> const& items)
+{
+    QList<QAction*> actions;
+    actions.reserve(static_cast<qsizetype>(items.size()));
+    for (auto const& item : items)
+        actions << makeAction(target, item);
+    target.addActions(actions);
+}
+
+QAction* StatusMenu::makeAction(QMenu& target, MenuItem const& item)
+{
+    auto* action = new QAction(&target);
+    if (item.kind == MenuItemKind::Separator) {
+        action->setSeparator(true);
+        return action;
+    }
+    auto const keys = keyText(item.keyEquivalent);
+    action->setText(keys.isEmpty() ? menuText(item) : menuText(item) + '\t'_L1 + keys);
+    action->setData(QVariant::fromValue(static_cast<void const*>(&item)));
+    action->setMenuRole(QAction::NoRole);
+    if (item.image)
+        action->setIcon(
+            icons_.get(*item.image, [this](Image const& image) { return makeIcon(image); }));
+    action->setIconVisibleInMenu(true);
+    if (item.attributedTitle)
+        action->setFont(toQFont(item.attributedTitle->font));
+    if (!item.submenu.empty()) {
+        auto* submenu = new QMenu(&target);
+        addItems(*submenu, item.submenu);
+        action->setMenu(submenu);
+    } else {
+        action->setEnabled(isChoosable(item));
+    }
+    return action;
+}
+
+QIcon StatusMenu::makeIcon(Image const& image) const
+{
+    auto const paint = [&](QColor const& foreground) {
+        return QPixmap::fromImage(renderImage(image,
+            { .symbolSize = { 16, 16 },
+                .devicePixelRatio = devicePixelRatioF(),
+                .foreground = foreground,
+                .palette = palette() }));
+    };
+    QIcon icon(paint(toQColor(SystemColor::Label, palette())));
+    auto const selected = paint(palette().color(QPalette::Active, QPalette::HighlightedText));
+    icon.addPixmap(selected, QIcon::Active);
+    icon.addPixmap(paint(toQColor(SystemColor::SecondaryLabel, palette())), QIcon::Disabled);
+    return icon;
+}
+
+void StatusMenu::choose(MenuItem const& item)
+{
+    // Afterwards, when the menu no longer holds keyboard and pointer. The item is a copy, because
+    // this menu may be gone by then.
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [item] { performAction(item); }, Qt::QueuedConnection);
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/linux/tray/ImageCache.h"
+#include "platform/view/Menu.h"
+
+#include <QIcon>
+#include <QMenu>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace quillbar::platform {
+
+/// The title as QMenu shows it exactly: it takes "&" for a mnemonic and a tab for the start of the
+/// key column.
+[[nodiscard]] QString menuText(MenuItem const& item);
+
+/// The status menu as a widget: made when it is opened, deleted when it closes. It shows the menu
+/// that was current then, whatever replaces it meanwhile. The key equivalents work while it is
+/// open.
+class StatusMenu : public QMenu {
+public:
+    explicit StatusMenu(std::shared_ptr<Menu const> menu);
+    StatusMenu(StatusMenu const&) = delete;
+    StatusMenu& operator=(StatusMenu const&) = delete;
+    ~StatusMenu() override = default;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void initStyleOption(QStyleOptionMenuItem* option, QAction const* action) const override;
+
+private:
+    void addItems(QMenu& target, std::vector<MenuItem> const& items);
+    QAction* makeAction(QMenu& target, MenuItem const& item);
+    QIcon makeIcon(Image const& image) const;
+    void choose(MenuItem const& item);
+
+    std::shared_ptr<Menu const> menu_;
+    ImageCache<QIcon> icons_;
+};
+
+} // namespace quillbar::platform

@@ -1,0 +1,112 @@
+"""The menu as panels read it over the bus."""
+
+import io
+
+from PIL import Image
+
+from virtualdesktop import wait_until
+
+COMMANDS = ["---", "Edit in Shortcuts…", "Type to Jump…", "Settings…", "---",
+            "Check for Updates…", "About Quillbar", "Quit Quillbar",
+            "⌘⌥·17 · type to jump · 1–9 to run"]
+
+
+def test_without_pins_the_menu_says_so(program):
+    program.pin()
+    menu = program.start().menu
+    assert menu.titles() == ["QUILLBAR", "No shortcuts pinned", *COMMANDS]
+    assert not menu.row("No shortcuts pinned").enabled
+
+
+def test_one_pin_has_no_run_all(program):
+    program.pin("Only")
+    assert program.start().menu.titles() == ["QUILLBAR", "Only", *COMMANDS]
+
+
+def test_groups_hotkeys_and_run_all_stand_in_order(program):
+    program.pin("A", "B", "C", groupOf={"A": "Work", "C": "Work"},
+                shortcutHotkeys={"B": {"keyCode": 11, "modifiers": 0x900},
+                                 "C": {"keyCode": 0, "modifiers": 0x900}})
+    menu = program.start().menu
+    assert menu.titles() == ["QUILLBAR", "WORK", "A", "B  (⌘⌥·11)", "C", "---", "Run All",
+                             *COMMANDS]
+
+
+def test_rows_have_their_state_shortcut_and_image(program):
+    program.pin("A", "B")
+    menu = program.start().menu
+    disabled = [row.title for row in menu.rows() if not row.enabled and not row.separator]
+    assert disabled == ["QUILLBAR", COMMANDS[-1]]
+    assert {row.title: row.shortcut for row in menu.rows() if row.shortcut} == {
+        "A": [["1"]], "B": [["2"]], "Run All": [["Super", "0"]],
+        "Type to Jump…": [["Super", "Alt", "t"]], "Settings…": [["Super", "comma"]],
+        "Check for Updates…": [["Super", "u"]], "Quit Quillbar": [["Super", "q"]]}
+    without_image = [row.title for row in menu.rows() if not row.icon and not row.separator]
+    assert without_image == ["Quit Quillbar", COMMANDS[-1]]
+
+
+def test_badges_repeat_from_the_ninth_pin_and_the_tenth_has_no_key(program):
+    names = [f"Shortcut {number}" for number in range(10)]
+    program.pin(*names)
+    menu = program.start().menu
+    rows = [menu.row(name) for name in names]
+    assert [row.shortcut for row in rows] == [[[str(key)]] for key in range(1, 10)] + [[]]
+    badges = [row.icon for row in rows]
+    assert len(set(badges)) == 8
+    assert badges[8:] == badges[:2]
+    badge = Image.open(io.BytesIO(badges[0]))
+    assert badge.width == badge.height and badge.width % 16 == 0
+
+
+def test_names_are_shown_and_run_as_they_are(program):
+    names = ["this & that", "under_score __init__", "<b>bold</b> <i>", "heart 💜 café", "-n dash",
+             " blanks around ", 'quotes "\'`$HOME`']
+    program.pin(*names)
+    menu = program.start().menu
+    assert menu.titles()[1:-len(COMMANDS) - 2] == names
+    for count, name in enumerate(names, start=1):
+        menu.click(name)
+        program.wait_for_runs(*names[:count])
+
+
+def test_group_clicks_run_and_name_unknown_rows(program):
+    program.pin("A", "B")
+    menu = program.start().menu
+    assert menu.click_in_group("B") == []
+    program.wait_for_runs("B")
+    menu.send(999_999)
+    menu.send(menu.row("QUILLBAR").id)
+    menu.send(menu.row("A").id, "no-such-event")
+    menu.click("A")
+    program.wait_for_runs("B", "A")
+
+
+def test_unchanged_menu_is_not_announced_again(program):
+    program.pin("A", "B")
+    menu = program.start().menu
+    ids, revision = [row.id for row in menu.rows()], menu.revision()
+    updates = []
+    stop = menu.on_update(updates.append)
+    menu.click("A")
+    wait_until(program.desktop.notifications.shown, "the run is not reported")
+    assert [row.id for row in menu.rows()] == ids
+    assert menu.revision() == revision
+    assert not updates
+    stop()
+
+
+def test_five_thousand_pins_work(program):
+    names = [f"Shortcut {number:04}" for number in range(5000)]
+    program.pin(*names)
+    menu = program.start().menu
+    rows = menu.rows()
+    assert [row.title for row in rows][1:5001] == names
+    menu.send(rows[5000].id)
+    program.wait_for_runs(names[-1])
+
+
+def test_quit_ends_the_program(program):
+    menu = program.start().menu
+    menu.click("Quit Quillbar")
+    wait_until(lambda: program.process.poll() is not None, "Quit does not end the program")
+    assert program.process.returncode == 0

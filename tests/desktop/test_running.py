@@ -1,0 +1,177 @@
+"""Running shortcuts and what the person is told."""
+
+import os
+
+from virtualdesktop import wait_until
+
+
+def wait_for_notification(program, count=1):
+    return wait_until(
+        lambda: len(program.desktop.notifications.shown()) >= count
+        and program.desktop.notifications.shown(), "no notification comes")
+
+
+def children(process_id):
+    with open(f"/proc/{process_id}/task/{process_id}/children", encoding="ascii") as file:
+        return file.read().split()
+
+
+def record_icons(tray):
+    """Notes each icon that the item announces."""
+    icons = [tray.icon_name]
+    tray.on_new_icon(lambda: icons.append(tray.icon_name))
+    return icons
+
+
+def test_success_is_told_quietly(program):
+    program.pin("Say hello")
+    program.start().menu.click("Say hello")
+    (shown,) = wait_for_notification(program)
+    assert (shown["summary"], shown["body"]) == ("Quillbar", "Launched “Say hello”")
+    assert shown["hints"]["suppress-sound"] is True
+    assert "sound-name" not in shown["hints"]
+    assert shown["hints"]["desktop-entry"] == "com.quillbar.Quillbar"
+
+
+def test_failure_is_told_with_a_sound(program):
+    program.add_shortcut("Broken", "exit 3")
+    program.pin("Broken")
+    menu = program.start().menu
+    for count in (1, 2):
+        menu.click("Broken")
+        shown = wait_for_notification(program, count)[-1]
+        assert (shown["summary"], shown["body"]) == (
+            "Quillbar", "“Broken” couldn’t run. Check that it still exists in Shortcuts.")
+        assert shown["hints"]["sound-name"] == "dialog-error"
+        assert not shown["hints"].get("suppress-sound")
+
+
+def test_vanished_shortcut_fails(program):
+    program.pin("Gone")
+    menu = program.start().menu
+    os.remove(os.path.join(program.shortcuts_folder, "Gone"))
+    menu.click("Gone")
+    assert "“Gone” couldn’t run" in wait_for_notification(program)[0]["body"]
+
+
+def test_markup_in_names_is_escaped_only_where_it_is_rendered(program):
+    name = "<b>Tom & Jerry</b>"
+    program.pin(name)
+    menu = program.start().menu
+    menu.click(name)
+    shown = wait_for_notification(program)
+    assert shown[0]["body"] == "Launched “&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;”"
+
+    program.desktop.notifications.stop()
+    program.desktop.notifications.start("body")
+    menu.click(name)
+    assert wait_for_notification(program, 2)[1]["body"] == f"Launched “{name}”"
+    program.desktop.notifications.stop()
+    program.desktop.notifications.start("body", "body-markup")
+
+
+def test_icon_dims_for_a_moment(program):
+    program.pin("A")
+    tray = program.start()
+    icons = record_icons(tray)
+
+    def dimmed_and_back():
+        if icons[-1] == icons[0]:
+            if len(set(icons)) > 1:
+                return True
+            tray.menu.click("A")
+        return False
+
+    wait_until(dimmed_and_back, lambda: f"the icon does not dim and return: {icons}")
+    assert len(set(icons)) == 2
+
+
+def test_failure_turns_the_icon_red(program):
+    program.add_shortcut("Broken", "exit 1")
+    program.pin("Broken")
+    tray = program.start()
+    icons = record_icons(tray)
+
+    def reddened():
+        if any("red" in icon for icon in icons):
+            return True
+        tray.menu.click("Broken")
+        return False
+
+    wait_until(reddened, lambda: f"the icon does not turn red: {icons}")
+
+
+def test_run_all_starts_every_pin_in_order(program):
+    names = ["One", "Two", "Three"]
+    program.pin(*names)
+    program.start().menu.click("Run All")
+    program.wait_for_runs(*names)
+
+
+def test_frozen_notification_service_delays_nothing(program):
+    program.pin("A", "B")
+    menu = program.start().menu
+    program.desktop.notifications.freeze()
+    try:
+        menu.click("A")
+        program.wait_for_runs("A")
+        menu.click("B")
+        program.wait_for_runs("A", "B")
+    finally:
+        program.desktop.notifications.thaw()
+
+
+def test_child_starts_clean(program):
+    """Three descriptors, no blocked or ignored signal, nothing of ours in the environment."""
+    report = os.path.join(program.home, "report")
+    program.add_shortcut("Look", f"""
+        ls /proc/$$/fd >"{report}.fds"
+        grep -E '^Sig(Blk|Ign)' /proc/$$/status >"{report}.signals"
+        env >"{report}.environment"
+    """)
+    program.pin("Look")
+    program.start(DESKTOP_STARTUP_ID="x", XDG_ACTIVATION_TOKEN="y").menu.click("Look")
+    wait_for_notification(program)
+    with open(f"{report}.fds", encoding="ascii") as file:
+        # The shell itself keeps its script open on a high number.
+        assert [fd for fd in file.read().split() if int(fd) < 10] == ["0", "1", "2"]
+    with open(f"{report}.signals", encoding="ascii") as file:
+        assert [int(line.split()[1], 16) for line in file] == [0, 0]
+    with open(f"{report}.environment", encoding="utf-8") as file:
+        keys = {line.partition("=")[0] for line in file}
+    assert not keys & {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"}
+
+
+def test_output_never_stalls_a_shortcut(program):
+    program.add_shortcut("Loud", "head -c 50000000 /dev/zero; head -c 5000000 /dev/zero >&2")
+    program.pin("Loud")
+    program.start().menu.click("Loud")
+    assert wait_for_notification(program)[0]["body"] == "Launched “Loud”"
+
+
+def test_hundreds_run_at_once_and_leave_no_zombie(program):
+    gate = os.path.join(program.home, "gate")
+    program.add_shortcut("Wait", f'until [ -e "{gate}" ]; do sleep 0.2; done')
+    program.pin("Wait")
+    menu = program.start().menu
+    row = menu.row("Wait").id
+    for _ in range(200):
+        menu.send(row)
+    wait_until(lambda: len(program.ran()) == 200, lambda: f"{len(program.ran())} of 200 started")
+    with open(gate, "w", encoding="ascii"):
+        pass
+    wait_for_notification(program, 200)
+    wait_until(lambda: not children(program.process.pid), "a child stays")
+
+
+def test_quitting_leaves_a_running_shortcut_alone(program):
+    program.add_shortcut("Long", f'cat "{program.home}/pipe"; echo done >"{program.home}/done"')
+    os.mkfifo(os.path.join(program.home, "pipe"))
+    program.pin("Long")
+    program.start().menu.click("Long")
+    program.wait_for_runs("Long")
+    assert program.stop() == 0
+    with open(os.path.join(program.home, "pipe"), "w", encoding="ascii"):
+        pass
+    wait_until(lambda: os.path.exists(os.path.join(program.home, "done")),
+               "the shortcut died with the program")

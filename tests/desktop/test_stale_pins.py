@@ -1,0 +1,59 @@
+"""The alert about pins whose shortcut is gone."""
+
+import os
+
+from virtualdesktop import wait_until
+
+ACCESSIBILITY = True
+
+
+def start_with_gone(program, *gone, pinned):
+    program.pin(*pinned)
+    for name in gone:
+        os.remove(os.path.join(program.shortcuts_folder, name))
+    program.launch()
+
+
+def button(program, name):
+    return program.desktop.accessibility.wait_for(program.process.pid, "push button", name)
+
+
+def texts(program):
+    elements = program.desktop.accessibility.elements(program.process.pid)
+    return [element.name for element in elements if element.role in ("label", "alert", "dialog")]
+
+
+def test_remove_unpins_what_is_gone(program):
+    start_with_gone(program, "A", "C", pinned=["A", "B", "C"])
+    remove = button(program, "Remove")
+    shown = texts(program)
+    assert "Some pinned shortcuts are missing" in shown
+    assert "These shortcuts were deleted from the Shortcuts app:\n\nA\nC\n\n" \
+           "Remove them from Quillbar?" in shown
+    remove.press()
+    assert program.tray().menu.titles()[:3] == ["QUILLBAR", "B", "---"]
+    assert program.read_config()["pinned"] == ["B"]
+
+
+def test_keep_changes_nothing(program):
+    start_with_gone(program, "A", pinned=["A", "B"])
+    with open(program.config_path, "rb") as file:
+        before = file.read()
+    keep = button(program, "Keep")
+    assert "A pinned shortcut is missing" in texts(program)
+    keep.press()
+    wait_until(lambda: program.tray().menu.titles()[:3] == ["QUILLBAR", "A", "B"],
+               "the menu does not come after the alert")
+    with open(program.config_path, "rb") as file:
+        assert file.read() == before
+
+
+def test_names_no_tool_can_list_are_shown_as_they_are(program):
+    name = "a tab\there & <there>"
+    program.pin("A")
+    config = program.read_config()
+    program.write_config({**config, "pinned": ["A", name]})
+    program.launch()
+    button(program, "Keep").press()
+    wait_until(lambda: program.tray().menu.titles()[1:3] == ["A", name],
+               lambda: f"the menu shows {program.tray().menu.titles()}")
