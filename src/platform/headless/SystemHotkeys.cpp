@@ -1,0 +1,92 @@
+#include "platform/SystemHotkeys.h"
+
+#include "platform/headless/Headless.h"
+#include "platform/headless/State.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+namespace quillbar::platform {
+
+namespace {
+
+using headless::RegisteredHotkey;
+using Combination = std::pair<std::uint32_t, std::uint32_t>;
+
+struct Hotkeys {
+    std::set<Combination> refused;
+    int installCount = 0;
+};
+headless::State<Hotkeys> hotkeys;
+
+// Outlive a reset, as the process's one hotkey manager does: it installs its handler only once.
+std::function<void(std::uint32_t)> handler;
+std::map<std::uint64_t, RegisteredHotkey> registrations;
+std::uint64_t nextRegistration = 0;
+
+RegisteredHotkey const* findRegistered(Combination combination)
+{
+    auto const found = std::ranges::find_if(registrations, [&](auto const& entry) {
+        return Combination { entry.second.keyCode, entry.second.modifiers } == combination;
+    });
+    return found == registrations.end() ? nullptr : &found->second;
+}
+
+} // namespace
+
+void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed)
+{
+    ++hotkeys->installCount;
+    handler = std::move(onPressed);
+}
+
+Token registerSystemHotkey(
+    std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t signature, std::uint32_t id)
+{
+    headless::note("registerSystemHotkey");
+    Combination const combination { keyCode, modifiers };
+    if (hotkeys->refused.contains(combination) || findRegistered(combination))
+        return {};
+    auto const registration = nextRegistration++;
+    registrations[registration] = { keyCode, modifiers, signature, id };
+    return Token([registration] { registrations.erase(registration); });
+}
+
+namespace headless {
+
+std::vector<RegisteredHotkey> registeredHotkeys()
+{
+    std::vector<RegisteredHotkey> all;
+    all.reserve(registrations.size());
+    for (auto const& [registration, hotkey] : registrations)
+        all.push_back(hotkey);
+    return all;
+}
+
+void fire(std::uint32_t keyCode, std::uint32_t modifiers)
+{
+    if (auto const* const hotkey = findRegistered({ keyCode, modifiers }))
+        fire(hotkey->id);
+}
+
+void fire(std::uint32_t id)
+{
+    if (handler)
+        handler(id);
+}
+
+void refuseHotkey(std::uint32_t keyCode, std::uint32_t modifiers)
+{
+    hotkeys->refused.emplace(keyCode, modifiers);
+}
+
+int hotkeyHandlerInstallCount()
+{
+    return hotkeys->installCount;
+}
+
+} // namespace headless
+
+} // namespace quillbar::platform
