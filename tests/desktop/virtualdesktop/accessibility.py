@@ -8,6 +8,7 @@ from .bus import Bus
 from .waiting import wait_until
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
+_REGISTRY = "org.a11y.atspi.Registry"
 _ROOT = "/org/a11y/atspi/accessible/root"
 _STATE_SHOWING = 25
 _STATE_ENABLED = 8
@@ -37,6 +38,13 @@ class AccessibleTree:
     def __init__(self, session_bus):
         address = session_bus.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")[0]
         self.bus = Bus(address)
+        self.bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                      "StartServiceByName", "(su)", _REGISTRY, 0)
+        # Menus are nobody's children: assistive programs learn of them when they open.
+        self._opened = []
+        self.bus.call(_REGISTRY, "/org/a11y/atspi/registry", _REGISTRY, "RegisterEvent", "(s)",
+                      "object:state-changed:showing")
+        self.bus.on_signal(None, "org.a11y.atspi.Event.Object", "StateChanged", self._note_opening)
 
     def close(self):
         self.bus.close()
@@ -44,13 +52,28 @@ class AccessibleTree:
     def elements(self, process, role=None):
         """Everything the process shows, outermost first."""
         found = []
-        for program in self._children(("org.a11y.atspi.Registry", _ROOT)):
+        for program in self._children((_REGISTRY, _ROOT)):
             try:
                 if self.bus.process_of(program[0]) == process:
                     self._collect(program, found)
             except GLib.Error:
                 continue
         return [element for element in found if element.shown and role in (None, element.role)]
+
+    def open_menu_rows(self, process):
+        """What the menu that opened last tells of its rows, separators left out."""
+        for reference in reversed(self._opened):
+            try:
+                if self.bus.process_of(reference[0]) == process:
+                    rows = [self._element(child) for child in self._children(reference)]
+                    return [row for row in rows if row.role != "separator"]
+            except GLib.Error:
+                continue
+        return []
+
+    def _note_opening(self, path, arguments, sender):
+        if arguments[:2] == ("showing", 1):
+            self._opened.append((sender, path))
 
     def wait_for(self, process, role, name):
         return wait_until(

@@ -63,10 +63,11 @@ class Bus:
                          "GetConnectionUnixProcessID", "(s)", name)[0]
 
     def on_signal(self, name, interface, member, callback):
-        """Calls back with (path, arguments) while something waits; returns a way to stop."""
+        """Calls back with (path, arguments, sender) while something waits; returns a way to stop."""
         subscription = self._connection.signal_subscribe(
             name, interface, member, None, None, Gio.DBusSignalFlags.NONE,
-            lambda _bus, _sender, path, _interface, _member, value: callback(path, value.unpack()))
+            lambda _bus, sender, path, _interface, _member, value: callback(
+                path, value.unpack(), sender))
         return lambda: self._connection.signal_unsubscribe(subscription)
 
     def close(self):

@@ -62,7 +62,7 @@ class ExportedMenu:
 
     def on_update(self, callback):
         return self._bus.on_signal(self._name, _INTERFACE, "LayoutUpdated",
-                                   lambda _path, arguments: callback(arguments))
+                                   lambda _path, arguments, _sender: callback(arguments))
 
     def _layout(self):
         return self._bus.call(self._name, self._path, _INTERFACE, "GetLayout", "(iias)", 0, -1, [])
