@@ -26,7 +26,7 @@ public:
 };
 
 /// Runs the program until terminate(); returns the process's exit status. `makeDelegate` is called
-/// once, before the event loop, and the delegate lives as long as the loop. Where this session
+/// once, from the event loop, and the delegate lives as long as the loop. Where this session
 /// already runs the program, that one is told to open its settings, `makeDelegate` is never called
 /// and the result is 0.
 [[nodiscard]] int runApplication(int argumentCount, char** arguments,

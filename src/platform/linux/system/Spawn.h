@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/linux/system/FileDescriptor.h"
+
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace quillbar::platform {
+
+/// Where a child's output goes.
+struct ChildOutput {
+    /// Takes the standard output while standard error stays this program's; -1 discards both.
+    int descriptor = -1;
+};
+
+/// Starts `arguments[0]`, an absolute path, in a session of its own with the default signal mask
+/// and handlers, the person's home as working directory and no descriptor but the standard three.
+/// Nothing when it could not be started: no such file, no permission, no format the kernel knows.
+[[nodiscard]] std::optional<pid_t> spawnChild(
+    std::vector<std::string> const& arguments, ChildOutput output);
+
+/// Becomes readable when the child has exited; empty when there is no descriptor left.
+[[nodiscard]] FileDescriptor openChild(pid_t child);
+
+struct ChildExit {
+    /// Nothing when a signal ended the child or somebody else took its status.
+    std::optional<int> status;
+};
+
+/// The exit of this child, which is then no zombie any more; nothing while it runs.
+[[nodiscard]] std::optional<ChildExit> reapChild(pid_t child);
+
+} // namespace quillbar::platform
