@@ -11,7 +11,7 @@ namespace quillbar {
 namespace fs = std::filesystem;
 
 class PrivateFile : public testing::Test {
-protected:
+public:
     PrivateFile()
     {
         auto name = (fs::temp_directory_path() / "quillbar-XXXXXX").string();
