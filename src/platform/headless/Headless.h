@@ -125,6 +125,10 @@ void queueAlertAnswer(std::function<AlertAnswer(Alert const&)> answer);
 
 [[nodiscard]] std::vector<std::string> const& openedAddresses();
 
+/// Whether the system has security settings; it does unless told otherwise.
+void setHasSecuritySettings(bool haveSecuritySettings);
+[[nodiscard]] int securitySettingsOpenings();
+
 struct WrittenLoginEntry {
     LoginEntry entry;
     LoginSwitch loginSwitch = LoginSwitch::Keep;
@@ -150,5 +154,7 @@ void setBundleVersion(std::string version);
 
 /// The names that symbolExists() denies; all others exist.
 void setMissingSymbols(std::set<std::string, std::less<>> names);
+/// Has the bundle carry this image under every name; it carries none unless told otherwise.
+void setBundleImage(Image image);
 
 } // namespace quillbar::platform::headless

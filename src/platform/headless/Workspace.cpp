@@ -7,7 +7,13 @@ namespace quillbar::platform {
 
 namespace {
 
+struct SecuritySettings {
+    bool exist = true;
+    int openings = 0;
+};
+
 headless::State<std::vector<std::string>> addresses;
+headless::State<SecuritySettings> securitySettings;
 
 } // namespace
 
@@ -17,11 +23,32 @@ void openAddress(std::string const& address)
     addresses->push_back(address);
 }
 
+bool hasSecuritySettings()
+{
+    return securitySettings->exist;
+}
+
+void openSecuritySettings()
+{
+    headless::note("openSecuritySettings");
+    ++securitySettings->openings;
+}
+
 namespace headless {
 
 std::vector<std::string> const& openedAddresses()
 {
     return *addresses;
+}
+
+void setHasSecuritySettings(bool haveSecuritySettings)
+{
+    securitySettings->exist = haveSecuritySettings;
+}
+
+int securitySettingsOpenings()
+{
+    return securitySettings->openings;
 }
 
 } // namespace headless

@@ -1,0 +1,108 @@
+#include "platform/headless/Headless.h"
+#include "platform/headless/Person.h"
+#include "platform/headless/Windows.h"
+#include "platform/view/ImageView.h"
+#include "platform/view/Label.h"
+#include "ui/AboutWindowController.h"
+#include "ui/PermissionWindowController.h"
+#include "ui/WelcomeWindowController.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace quillbar {
+namespace {
+
+using namespace platform;
+
+class FirstRunWindowsTest : public testing::Test {
+protected:
+    FirstRunWindowsTest() { headless::reset(); }
+};
+
+TEST_F(FirstRunWindowsTest, WelcomeLeadsToTheSettingsWhereThereAreShortcuts)
+{
+    headless::scriptChild({ QUILLBAR_SHORTCUTS_TOOL, "list" }, { .output = "Backup\n" });
+    bool wasOpen = true;
+    std::shared_ptr<WelcomeWindowController> welcome;
+    welcome
+        = makeController<WelcomeWindowController>([&] { wasOpen = welcome->window().isVisible(); });
+    welcome->showWindow();
+    EXPECT_TRUE(headless::find<Button>(welcome->window(), "Not now"));
+    ASSERT_TRUE(headless::find<Button>(welcome->window(), "Pick your shortcuts"));
+    EXPECT_TRUE(headless::press(key::returnKey));
+    EXPECT_FALSE(wasOpen);
+}
+
+TEST_F(FirstRunWindowsTest, WelcomeLeadsToTheMakerWhereThereAreNone)
+{
+    auto const welcome = makeController<WelcomeWindowController>([] { FAIL(); });
+    welcome->showWindow();
+    ASSERT_TRUE(headless::find<Button>(welcome->window(), "Open Shortcuts App"));
+    EXPECT_TRUE(headless::press(key::returnKey));
+    EXPECT_EQ(headless::openedAddresses(), std::vector<std::string> { "shortcuts://" });
+    EXPECT_TRUE(welcome->window().isVisible());
+    EXPECT_TRUE(headless::click(headless::find<Button>(welcome->window(), "Later")));
+    EXPECT_FALSE(welcome->window().isVisible());
+}
+
+TEST_F(FirstRunWindowsTest, PermissionsLinkKeepsTheWindowAndReturnClosesIt)
+{
+    auto const permissions = makeController<PermissionWindowController>();
+    permissions->showWindow();
+    EXPECT_TRUE(
+        headless::click(headless::find<Button>(permissions->window(), "Open System Settings")));
+    EXPECT_EQ(headless::securitySettingsOpenings(), 1);
+    EXPECT_TRUE(permissions->window().isVisible());
+    EXPECT_TRUE(headless::press(key::returnKey));
+    EXPECT_FALSE(permissions->window().isVisible());
+}
+
+TEST_F(FirstRunWindowsTest, PermissionsLeavesOutWhatTheSystemLacks)
+{
+    headless::setHasSecuritySettings(false);
+    headless::setMissingSymbols({ "keyboard" });
+    auto const permissions = makeController<PermissionWindowController>();
+    permissions->showWindow();
+    EXPECT_FALSE(headless::find<Button>(permissions->window(), "Open System Settings"));
+    auto const images = headless::findAll<ImageView>(permissions->window());
+    ASSERT_EQ(images.size(), 3U);
+    EXPECT_FALSE(images[1]->image());
+    EXPECT_TRUE(images[2]->image());
+}
+
+TEST_F(FirstRunWindowsTest, AboutShowsTheVersionAndItsLinksStayOpen)
+{
+    headless::setBundleVersion("");
+    auto const about = makeController<AboutWindowController>();
+    about->showWindow();
+    EXPECT_TRUE(headless::find<Label>(about->window(), "Version 1.0"));
+    for (auto const& link : headless::findAll<Button>(about->window()))
+        EXPECT_TRUE(headless::click(link));
+    EXPECT_EQ(headless::openedAddresses().size(), 2U);
+    EXPECT_TRUE(about->window().isVisible());
+}
+
+TEST_F(FirstRunWindowsTest, DrawnIconKeepsItsProportions)
+{
+    auto const image = AboutWindowController::appIcon(88);
+    auto const& drawing = *std::get<std::shared_ptr<Drawing const>>(image);
+    ASSERT_EQ(drawing.operations.size(), 3U);
+    EXPECT_DOUBLE_EQ(std::get<ClipToRoundedRect>(drawing.operations[0]).radius, 19.36);
+    EXPECT_EQ(std::get<FillLinearGradient>(drawing.operations[1]).angle, -60);
+    auto const& heart = std::get<DrawSymbol>(drawing.operations[2]);
+    EXPECT_NEAR(heart.rect.x, 16.72, 1e-9);
+    EXPECT_NEAR(heart.rect.width, 54.56, 1e-9);
+    EXPECT_EQ(heart.color, white);
+}
+
+TEST_F(FirstRunWindowsTest, BundledIconReplacesTheDrawnOne)
+{
+    auto const bundled = *symbolImage("bundled");
+    headless::setBundleImage(bundled);
+    EXPECT_EQ(AboutWindowController::appIcon(88), bundled);
+}
+
+} // namespace
+} // namespace quillbar

@@ -1,0 +1,168 @@
+#include "platform/headless/Headless.h"
+#include "platform/headless/Person.h"
+#include "platform/headless/Windows.h"
+#include "platform/view/Label.h"
+#include "ui/PaletteWindowController.h"
+
+#include <gtest/gtest.h>
+
+namespace quillbar {
+namespace {
+
+using namespace platform;
+using Names = std::vector<std::string>;
+
+class PaletteWindowControllerTest : public testing::Test {
+protected:
+    PaletteWindowControllerTest() { headless::reset(); }
+
+    // Holds the palette as its owner does: until its window closes.
+    void open(Names pinned, std::map<std::string, std::string> groups = {})
+    {
+        palette_ = makeController<PaletteWindowController>(
+            std::make_shared<PaletteList>(std::move(pinned), std::move(groups)),
+            [this](std::string const& name) {
+                EXPECT_EQ(palette_, nullptr) << "the palette closes before it hands the name over";
+                chosen_.push_back(name);
+            });
+        palette_->window().addWillCloseObserver([this] { palette_.reset(); });
+        palette_->show();
+        headless::runPosted();
+    }
+
+    [[nodiscard]] std::shared_ptr<TableView> table() const
+    {
+        return headless::findOnly<TableView>(palette_->window());
+    }
+
+    [[nodiscard]] Names visibleNames() const
+    {
+        Names names;
+        for (std::size_t row = 0; row < table()->numberOfRows(); ++row)
+            names.push_back(headless::findAll<Label>(*table()->viewAtRow(row)).front()->text());
+        return names;
+    }
+
+    std::shared_ptr<PaletteWindowController> palette_;
+    Names chosen_;
+};
+
+TEST_F(PaletteWindowControllerTest, QueryKeepsMatchingNamesInPinnedOrderAndSelectsTheFirst)
+{
+    Names const pinned { "Send Mail", "Backup", "mailbox", "Straße" };
+    struct Case {
+        std::string query;
+        Names shown;
+    };
+    for (auto const& [query, shown] : std::vector<Case> {
+             { "MAIL", { "Send Mail", "mailbox" } },
+             { "  mail ", { "Send Mail", "mailbox" } },
+             { "   ", pinned },
+             { "strasse", { "Straße" } },
+             { "Work", { "No shortcuts match" } },
+             { "b", { "Backup", "mailbox" } },
+         }) {
+        open(pinned, { { "Backup", "Work" } });
+        ASSERT_TRUE(headless::replaceText(query));
+        EXPECT_EQ(visibleNames(), shown) << query;
+        EXPECT_EQ(table()->selectedRow().has_value(), shown.front() != "No shortcuts match");
+        palette_->closePalette();
+    }
+}
+
+TEST_F(PaletteWindowControllerTest, NarrowingLetterByLetterEqualsTypingAtOnce)
+{
+    open({ "ab", "abc", "cab", "e\xCC\x81t", "et" });
+    ASSERT_TRUE(headless::type("ab"));
+    EXPECT_EQ(visibleNames(), (Names { "ab", "abc", "cab" }));
+    ASSERT_TRUE(headless::type("c"));
+    EXPECT_EQ(visibleNames(), (Names { "abc" }));
+    ASSERT_TRUE(headless::replaceText("e"));
+    EXPECT_EQ(visibleNames(), (Names { "et" }));
+    ASSERT_TRUE(headless::replaceText("\xC3\xA9"));
+    EXPECT_EQ(visibleNames(), (Names { "e\xCC\x81t" }));
+    ASSERT_TRUE(headless::replaceText(""));
+    EXPECT_EQ(table()->numberOfRows(), 5U);
+}
+
+TEST_F(PaletteWindowControllerTest, ArrowsStopAtBothEnds)
+{
+    open({ "A", "B", "C" });
+    for (auto const& [keyCode, expected] : std::vector<std::pair<std::uint32_t, std::size_t>> {
+             { key::upArrow, 0 },
+             { key::downArrow, 1 },
+             { key::downArrow, 2 },
+             { key::downArrow, 2 },
+             { key::upArrow, 1 },
+         }) {
+        EXPECT_TRUE(headless::press(keyCode));
+        EXPECT_EQ(table()->selectedRow(), expected);
+    }
+}
+
+TEST_F(PaletteWindowControllerTest, ReturnEnterAndDoubleClickHandOverTheRowAndClose)
+{
+    auto const select = [this] { headless::press(key::downArrow); };
+    open({ "A", "B" });
+    select();
+    EXPECT_TRUE(headless::press(key::returnKey));
+    open({ "A", "B" });
+    table()->clearSelection();
+    EXPECT_TRUE(headless::press(key::keypadEnter));
+    open({ "A", "B" });
+    EXPECT_TRUE(headless::doubleClick(table(), 1));
+    EXPECT_EQ(chosen_, (Names { "B", "A", "B" }));
+    EXPECT_EQ(palette_, nullptr);
+    EXPECT_TRUE(headless::windows().empty());
+}
+
+TEST_F(PaletteWindowControllerTest, NothingToRunMeansNothingHappens)
+{
+    open({});
+    EXPECT_EQ(visibleNames(), (Names { "No shortcuts pinned" }));
+    EXPECT_TRUE(headless::press(key::returnKey));
+    headless::doubleClick(table(), 0);
+    EXPECT_TRUE(palette_->window().isVisible());
+    EXPECT_TRUE(headless::press(key::escape));
+    EXPECT_EQ(palette_, nullptr);
+    EXPECT_TRUE(chosen_.empty());
+}
+
+TEST_F(PaletteWindowControllerTest, DigitsAreQueryText)
+{
+    open({ "A", "B", "3 things" });
+    ASSERT_TRUE(headless::type("3"));
+    EXPECT_EQ(visibleNames(), (Names { "3 things" }));
+    EXPECT_TRUE(chosen_.empty());
+}
+
+TEST_F(PaletteWindowControllerTest, ClosedPaletteWatchesNoKeys)
+{
+    open({ "A" });
+    palette_->show();
+    EXPECT_TRUE(headless::press(key::escape));
+    EXPECT_EQ(runKeyDownMonitors({ .keyCode = key::returnKey }), KeyEventResult::Pass);
+}
+
+TEST_F(PaletteWindowControllerTest, EscapeBeforeTheDeferredRaiseDoesNotBringItBack)
+{
+    auto const palette = makeController<PaletteWindowController>(
+        std::make_shared<PaletteList>(Names { "A" }, std::map<std::string, std::string> {}),
+        nullptr);
+    palette->show();
+    EXPECT_TRUE(headless::press(key::escape));
+    headless::runPosted();
+    EXPECT_TRUE(headless::windows().empty());
+}
+
+TEST_F(PaletteWindowControllerTest, ManyPinsMakeOnlyTheVisibleRows)
+{
+    open(Names(10'000, "Shortcut"));
+    EXPECT_EQ(table()->numberOfRows(), 10'000U);
+    EXPECT_LT(headless::findAll<Label>(*table()).size(), 30U);
+    EXPECT_NE(table()->viewAtRow(0), nullptr);
+    EXPECT_EQ(table()->viewAtRow(5'000), nullptr);
+}
+
+} // namespace
+} // namespace quillbar
