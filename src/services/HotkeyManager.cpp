@@ -1,0 +1,69 @@
+#include "services/HotkeyManager.h"
+
+#include "platform/Fatal.h"
+#include "platform/SystemHotkeys.h"
+
+#include <limits>
+#include <utility>
+
+namespace quillbar {
+
+namespace {
+
+/// "QUIL"
+constexpr std::uint32_t signature = 0x5155494C;
+
+} // namespace
+
+void HotkeyManager::install()
+{
+    if (std::exchange(installed_, true))
+        return;
+    platform::installHotkeyHandler([](std::uint32_t id) { hotkeyManager().trigger(id); });
+}
+
+std::uint32_t HotkeyManager::registerHotkey(
+    std::function<void()> action, std::uint32_t keyCode, std::uint32_t modifiers)
+{
+    install();
+    if (nextID_ == std::numeric_limits<std::uint32_t>::max())
+        platform::fatalError("the ids of hotkeys are used up");
+    auto const id = nextID_++;
+    auto reference = platform::registerSystemHotkey(keyCode, modifiers, signature, id);
+    if (!reference)
+        return 0;
+    refs_.emplace(id, std::move(reference));
+    actions_.emplace(id, std::move(action));
+    return id;
+}
+
+void HotkeyManager::unregister(std::uint32_t id)
+{
+    if (refs_.erase(id) > 0)
+        actions_.erase(id);
+}
+
+void HotkeyManager::unregisterAll()
+{
+    while (!refs_.empty())
+        unregister(refs_.begin()->first);
+}
+
+void HotkeyManager::trigger(std::uint32_t id)
+{
+    auto const found = actions_.find(id);
+    if (found == actions_.end())
+        return;
+    // The action may replace every registration, its own too.
+    auto const action = found->second;
+    action();
+}
+
+HotkeyManager& hotkeyManager()
+{
+    // Never destroyed: at the process's end there may be no system left to give hotkeys back to.
+    static auto& manager = *new HotkeyManager;
+    return manager;
+}
+
+} // namespace quillbar
