@@ -1,0 +1,52 @@
+#include "app/RunNotifications.h"
+
+#include "app/Uuid.h"
+#include "platform/Notifications.h"
+
+#include <utility>
+
+namespace quillbar {
+
+using platform::Notification;
+using platform::NotificationAuthorization;
+using platform::NotificationSound;
+
+namespace {
+
+Notification makeNotification(std::string body, NotificationSound sound)
+{
+    return {
+        .identifier = randomUuid(), .title = "Quillbar", .body = std::move(body), .sound = sound
+    };
+}
+
+/// The answers may come on any thread, so they hold nothing but the notification.
+void presentIfAllowed(Notification notification)
+{
+    platform::queryNotificationAuthorization(
+        [notification = std::move(notification)](NotificationAuthorization authorization) {
+            if (authorization == NotificationAuthorization::Authorized
+                || authorization == NotificationAuthorization::Provisional)
+                platform::postNotification(notification);
+        });
+}
+
+} // namespace
+
+void RunNotifications::notifyRunSuccess(std::string const& name) const
+{
+    presentIfAllowed(makeNotification("Launched “" + name + "”", NotificationSound::None));
+}
+
+void RunNotifications::notifyRunFailed(std::string const& name)
+{
+    auto notification
+        = makeNotification("“" + name + "” couldn’t run. Check that it still exists in Shortcuts.",
+            NotificationSound::Default);
+    if (std::exchange(didRequestNotifAuth_, true))
+        return presentIfAllowed(std::move(notification));
+    platform::requestNotificationAuthorization(
+        [notification = std::move(notification)] { presentIfAllowed(notification); });
+}
+
+} // namespace quillbar
