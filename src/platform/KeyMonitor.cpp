@@ -14,43 +14,39 @@ struct Monitor {
     KeyMonitorReach reach;
 };
 
-// The list holds its monitors weakly, so that one removed while an event is under way is not shown
-// the event any more.
-std::vector<std::weak_ptr<Monitor const>>& monitors()
+using Monitors = std::vector<std::shared_ptr<Monitor const>>;
+
+Monitors& monitors()
 {
-    static std::vector<std::weak_ptr<Monitor const>> list;
+    static Monitors list;
     return list;
 }
 
-void removeExpired()
+/// Changes the list and tells the backend if that makes a difference to the keyboard grab.
+void change(std::function<void(Monitors&)> const& edit)
 {
-    std::erase_if(monitors(), [](auto const& monitor) { return monitor.expired(); });
+    bool const wasGrabWanted = isKeyboardGrabWanted();
+    edit(monitors());
+    if (isKeyboardGrabWanted() != wasGrabWanted)
+        syncKeyboardGrab();
 }
 
 } // namespace
 
 Token addKeyDownMonitor(KeyDownHandler handler, KeyMonitorReach reach)
 {
-    bool const wasGrabWanted = isKeyboardGrabWanted();
-    auto monitor = std::make_shared<Monitor const>(Monitor { std::move(handler), reach });
-    monitors().emplace_back(monitor);
-    if (isKeyboardGrabWanted() != wasGrabWanted)
-        syncKeyboardGrab();
-    return Token([held = std::move(monitor)]() mutable {
-        bool const wanted = isKeyboardGrabWanted();
-        held.reset();
-        removeExpired();
-        if (isKeyboardGrabWanted() != wanted)
-            syncKeyboardGrab();
-    });
+    auto const monitor = std::make_shared<Monitor const>(Monitor { std::move(handler), reach });
+    change([&](Monitors& list) { list.push_back(monitor); });
+    return Token([monitor] { change([&](Monitors& list) { std::erase(list, monitor); }); });
 }
 
 KeyEventResult runKeyDownMonitors(KeyEvent const& event)
 {
+    // A handler may add and remove monitors; one removed meanwhile is not shown the event.
     auto const shown = monitors();
-    for (auto candidate = shown.rbegin(); candidate != shown.rend(); ++candidate) {
-        auto const monitor = candidate->lock();
-        if (monitor && monitor->handler(event) == KeyEventResult::Consume)
+    for (auto monitor = shown.rbegin(); monitor != shown.rend(); ++monitor) {
+        if (std::ranges::find(monitors(), *monitor) != monitors().end()
+            && (*monitor)->handler(event) == KeyEventResult::Consume)
             return KeyEventResult::Consume;
     }
     return KeyEventResult::Pass;
@@ -58,10 +54,8 @@ KeyEventResult runKeyDownMonitors(KeyEvent const& event)
 
 bool isKeyboardGrabWanted()
 {
-    return std::ranges::any_of(monitors(), [](auto const& candidate) {
-        auto const monitor = candidate.lock();
-        return monitor && monitor->reach == KeyMonitorReach::GrabKeyboard;
-    });
+    return std::ranges::any_of(monitors(),
+        [](auto const& monitor) { return monitor->reach == KeyMonitorReach::GrabKeyboard; });
 }
 
 } // namespace quillbar::platform

@@ -57,6 +57,14 @@ TEST(KeyMonitor, GrabIsWanted_whileAMonitorAsksForIt)
     EXPECT_TRUE(isKeyboardGrabWanted());
     recorder.reset();
     EXPECT_FALSE(isKeyboardGrabWanted());
+
+    recorder = addKeyDownMonitor(
+        [&](KeyEvent const&) {
+            recorder.reset();
+            return isKeyboardGrabWanted() ? KeyEventResult::Pass : KeyEventResult::Consume;
+        },
+        KeyMonitorReach::GrabKeyboard);
+    EXPECT_EQ(runKeyDownMonitors({ 0, 0 }), KeyEventResult::Consume);
 }
 
 } // namespace

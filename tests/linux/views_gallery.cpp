@@ -1,5 +1,6 @@
 // Shows every kind of view in the frames that the program uses; for looking at, not a test.
-// Arguments: a file to save the picture of each window to (without ".png"), then "dark" if wanted.
+// Arguments: a file to save the picture of each window to (without ".png"), then "dark" if wanted;
+// or "-alone" for the large window without the palette.
 
 #include "platform/view/Button.h"
 #include "platform/view/EffectView.h"
@@ -283,7 +284,8 @@ int main(int argumentCount, char** arguments)
     auto const settings = makeSettings();
     settings->center();
     settings->makeKeyAndOrderFront();
-    auto const palette = makePalette();
+    bool const isAlone = argumentCount > 1 && std::string_view(arguments[1]) == "-alone";
+    auto const palette = isAlone ? nullptr : makePalette();
     if (argumentCount > 1 && arguments[1][0] != '-')
         QTimer::singleShot(1000, [&] {
             auto const file = QString::fromLocal8Bit(arguments[1]);

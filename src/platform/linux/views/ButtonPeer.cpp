@@ -1,5 +1,5 @@
 #include "platform/linux/drawing/Conversions.h"
-#include "platform/linux/views/ImageCache.h"
+#include "platform/linux/views/CachedImage.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/TextDrawing.h"
 #include "platform/view/Button.h"
@@ -121,7 +121,7 @@ private:
 
     QString text_;
     QFont font_;
-    ImageCache image_;
+    CachedImage image_;
 };
 
 } // namespace

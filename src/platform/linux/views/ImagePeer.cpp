@@ -1,4 +1,4 @@
-#include "platform/linux/views/ImageCache.h"
+#include "platform/linux/views/CachedImage.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/TextDrawing.h"
 #include "platform/view/ImageView.h"
@@ -32,7 +32,7 @@ protected:
     }
 
 private:
-    ImageCache image_;
+    CachedImage image_;
 };
 
 } // namespace

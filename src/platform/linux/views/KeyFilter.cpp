@@ -39,8 +39,9 @@ bool isCloseCommand(QKeyEvent const& event)
 
 void KeyFilter::install()
 {
-    if (!qApp->findChild<KeyFilter*>(QString(), Qt::FindDirectChildrenOnly))
-        new KeyFilter(qApp);
+    static QPointer<KeyFilter> installed;
+    if (!installed)
+        installed = new KeyFilter(qApp);
 }
 
 KeyFilter::KeyFilter(QObject* application)

@@ -1,6 +1,6 @@
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "platform/linux/views/ImageCache.h"
+#include "platform/linux/views/CachedImage.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/TextDrawing.h"
 #include "platform/view/PopUpButton.h"
@@ -158,7 +158,7 @@ private:
     void selectPortableItem() { setCurrentIndex(toIndex(portableView()->selectedIndex())); }
 
     QFont font_;
-    ImageCache image_;
+    CachedImage image_;
     std::size_t itemsVersion_ = 0;
     bool isFillPending_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/linux/UserTime.h"
 #include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/views/Accessibility.h"
 #include "platform/linux/views/KeyFilter.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/X11Window.h"
@@ -40,6 +41,7 @@ NativeWindow::NativeWindow(Window& window)
     , portable_(&window)
 {
     KeyFilter::install();
+    installAccessibility();
     setAttribute(Qt::WA_QuitOnClose, false);
     setFixedSize(
         roundedRect({ 0, 0, window.contentSize().width, window.contentSize().height }).size());

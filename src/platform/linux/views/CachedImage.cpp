@@ -1,4 +1,4 @@
-#include "platform/linux/views/ImageCache.h"
+#include "platform/linux/views/CachedImage.h"
 
 #include "platform/linux/drawing/ImageRenderer.h"
 
@@ -6,7 +6,7 @@
 
 namespace quillbar::platform {
 
-void ImageCache::prepare(
+void CachedImage::prepare(
     QPainter const& painter, Image const& image, QSizeF symbolSize, QColor const& foreground)
 {
     double const ratio = painter.device()->devicePixelRatioF();
@@ -22,7 +22,7 @@ void ImageCache::prepare(
             .palette = QGuiApplication::palette() });
 }
 
-void ImageCache::draw(QPainter& painter, QRect const& rect, Image const& image, QSizeF symbolSize,
+void CachedImage::draw(QPainter& painter, QRect const& rect, Image const& image, QSizeF symbolSize,
     QColor const& foreground)
 {
     prepare(painter, image, symbolSize, foreground);
@@ -31,7 +31,7 @@ void ImageCache::draw(QPainter& painter, QRect const& rect, Image const& image, 
     painter.drawImage(place.topLeft(), drawn_);
 }
 
-void ImageCache::drawScaled(
+void CachedImage::drawScaled(
     QPainter& painter, QRect const& rect, Image const& image, QColor const& foreground, bool fills)
 {
     QSizeF const size = rect.size();

@@ -10,7 +10,7 @@
 namespace quillbar::platform {
 
 /// Keeps the last drawing of an image, as symbols are slow to draw.
-class ImageCache {
+class CachedImage {
 public:
     /// Call it when the image is another one.
     void invalidate() { drawn_ = {}; }

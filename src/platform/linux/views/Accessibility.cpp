@@ -1,0 +1,125 @@
+#include "platform/linux/views/Accessibility.h"
+
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/views/NativeView.h"
+#include "platform/view/Label.h"
+#include "platform/view/TableView.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+#include <algorithm>
+#include <optional>
+
+namespace quillbar::platform {
+
+namespace {
+
+constexpr auto moveUp = "Move up";
+constexpr auto moveDown = "Move down";
+
+/// What Qt does not know of a widget that draws itself.
+std::optional<QAccessible::Role> roleOf(View const& view)
+{
+    switch (view.kind()) {
+    case ViewKind::View:
+    case ViewKind::ScrollView:
+    case ViewKind::EffectView:
+        return QAccessible::Pane;
+    case ViewKind::Label:
+        return QAccessible::StaticText;
+    case ViewKind::ImageView:
+        return QAccessible::Graphic;
+    case ViewKind::Separator:
+        return QAccessible::Separator;
+    case ViewKind::TableView:
+        return QAccessible::List;
+    case ViewKind::Button:
+    case ViewKind::PopUpButton:
+    case ViewKind::TextField:
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+/// A row of a table, named after its first label; where rows can be reordered it can be told to
+/// move.
+class RowAccessible final : public QAccessibleWidget {
+public:
+    RowAccessible(QWidget& widget, NativeView& native)
+        : QAccessibleWidget(&widget, QAccessible::ListItem)
+        , native_(native)
+    {
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        auto const ownText = QAccessibleWidget::text(kind);
+        if (kind != QAccessible::Name || !ownText.isEmpty() || !native_.portable)
+            return ownText;
+        auto const& subviews = native_.portable->subviews();
+        auto const label = std::ranges::find(subviews, ViewKind::Label, &View::kind);
+        return label == subviews.end() ? ownText : toQString((*label)->visibleText());
+    }
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        auto state = QAccessibleWidget::state();
+        state.selectable = table() && table()->selectionMode() == SelectionMode::Single;
+        state.selected = native_.portable && isInSelectedRow(*native_.portable);
+        return state;
+    }
+
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        if (!table() || !table()->acceptDrop)
+            return QAccessibleWidget::actionNames();
+        return { QString::fromLatin1(moveUp), QString::fromLatin1(moveDown) };
+    }
+
+    void doAction(QString const& name) override
+    {
+        auto const row = table() ? table()->rowOf(*native_.portable) : std::nullopt;
+        if (row && name == QLatin1String(moveUp))
+            table()->userMoved(*row, RowMove::Up);
+        else if (row && name == QLatin1String(moveDown))
+            table()->userMoved(*row, RowMove::Down);
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    [[nodiscard]] TableView* table() const
+    {
+        auto* const superview = native_.portable ? native_.portable->superview() : nullptr;
+        return static_cast<TableView*>(superview);
+    }
+
+    NativeView& native_;
+};
+
+QAccessibleInterface* makeInterface(QString const&, QObject* object)
+{
+    if (!object || !object->isWidgetType())
+        return nullptr;
+    auto& widget = static_cast<QWidget&>(*object);
+    auto* const native = nativeViewOf(&widget);
+    if (!native || !native->portable)
+        return nullptr;
+    auto const& view = *native->portable;
+    if (view.superview() && view.superview()->kind() == ViewKind::TableView)
+        return new RowAccessible(widget, *native);
+    auto const role = roleOf(view);
+    return role ? new QAccessibleWidget(&widget, *role) : nullptr;
+}
+
+} // namespace
+
+void installAccessibility()
+{
+    static bool isInstalled = false;
+    if (!std::exchange(isInstalled, true))
+        QAccessible::installFactory(makeInterface);
+}
+
+} // namespace quillbar::platform
