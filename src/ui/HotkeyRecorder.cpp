@@ -2,12 +2,25 @@
 
 #include "platform/Fatal.h"
 #include "platform/KeyModifiers.h"
+#include "platform/view/Window.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quillbar {
 
+using platform::KeyEventResult;
+
 namespace {
+
+constexpr platform::Font titleFont { .size = 12, .family = platform::FontFamily::Monospaced };
+
+/// Caps Lock, the left Control key and Fn (57, 59 and 63) can be recorded like any other key.
+constexpr std::array<std::uint32_t, 7> modifierKeys { 54, 55, 56, 58, 60, 61, 62 };
+
+constexpr platform::KeyModifiers recordedModifiers
+    = platform::commandKey | platform::optionKey | platform::controlKey | platform::shiftKey;
 
 /// Command comes first, unlike in the platform's own menus.
 constexpr std::pair<platform::KeyModifiers, char const*> modifierSymbols[] = {
@@ -42,6 +55,13 @@ std::string keyName(std::uint32_t keyCode)
 
 } // namespace
 
+HotkeyRecorder::HotkeyRecorder()
+{
+    setFocusRing(platform::FocusRing::None);
+    setFont(titleFont);
+    onClick = [this] { clicked(); };
+}
+
 std::string HotkeyRecorder::label(std::int64_t keyCode, std::uint32_t modifiers)
 {
     if (!std::in_range<std::uint32_t>(keyCode))
@@ -53,6 +73,108 @@ std::string HotkeyRecorder::label(std::int64_t keyCode, std::uint32_t modifiers)
             text += symbol;
     }
     return text + keyName(static_cast<std::uint32_t>(keyCode));
+}
+
+void HotkeyRecorder::setHotkey(std::optional<Hotkey> const& hotkey)
+{
+    bool const isKey = hotkey && std::in_range<std::uint32_t>(hotkey->keyCode);
+    setStringValue(isKey ? label(hotkey->keyCode, hotkey->modifiers) : std::string());
+}
+
+void HotkeyRecorder::setStringValue(std::string text)
+{
+    displayString_ = std::move(text);
+    refreshTitle();
+}
+
+void HotkeyRecorder::setPlaceholderString(std::string placeholder)
+{
+    placeholder_ = std::move(placeholder);
+    refreshTitle();
+}
+
+void HotkeyRecorder::cancelRecording()
+{
+    if (isRecording_)
+        stopRecording();
+}
+
+void HotkeyRecorder::clicked()
+{
+    if (isRecording_)
+        stopRecording();
+    else
+        beginRecording();
+}
+
+void HotkeyRecorder::beginRecording()
+{
+    isRecording_ = true;
+    displayString_.clear();
+    placeholder_ = "Press keys…";
+    refreshTitle();
+    if (auto* const owner = window()) {
+        hadFocus_ = owner->firstResponder().get() == this;
+        owner->makeFirstResponder(nullptr);
+        stopWhenWindowCloses();
+    }
+    monitor_ = platform::addKeyDownMonitor(
+        [weak = weak_from_this()](platform::KeyEvent const& event) {
+            auto const self = weak.lock();
+            return self ? static_cast<HotkeyRecorder&>(*self).keyPressed(event)
+                        : KeyEventResult::Pass;
+        },
+        platform::KeyMonitorReach::GrabKeyboard);
+}
+
+void HotkeyRecorder::stopRecording()
+{
+    monitor_.reset();
+    isRecording_ = false;
+    if (displayString_.empty())
+        displayString_ = "None";
+    refreshTitle();
+    // Whoever works by keyboard goes on from here.
+    auto* const owner = window();
+    if (std::exchange(hadFocus_, false) && owner && !owner->firstResponder())
+        owner->makeFirstResponder(shared_from_this());
+}
+
+void HotkeyRecorder::stopWhenWindowCloses()
+{
+    // Observers stay for good, so that each window gets one only.
+    if (observedWindow_.lock().get() == window())
+        return;
+    observedWindow_ = window()->weak_from_this();
+    window()->addWillCloseObserver([weak = weak_from_this()] {
+        if (auto const self = weak.lock())
+            static_cast<HotkeyRecorder&>(*self).cancelRecording();
+    });
+}
+
+KeyEventResult HotkeyRecorder::keyPressed(platform::KeyEvent const& event)
+{
+    if (!isRecording_ || std::ranges::find(modifierKeys, event.keyCode) != modifierKeys.end())
+        return KeyEventResult::Pass;
+    auto const modifiers = event.modifiers & recordedModifiers;
+    displayString_ = label(event.keyCode, modifiers);
+    stopRecording();
+    if (auto const callback = onRecord)
+        callback(event.keyCode, modifiers);
+    return KeyEventResult::Consume;
+}
+
+void HotkeyRecorder::refreshTitle()
+{
+    bool const isEmpty = displayString_.empty();
+    auto const& text = isEmpty ? placeholder_ : displayString_;
+    setAttributedTitle(platform::AttributedText {
+        .text = text,
+        .font = titleFont,
+        .color = isEmpty ? platform::SystemColor::PlaceholderText : platform::SystemColor::Label,
+    });
+    // The label says whose hotkey it is, so that the text needs a place of its own.
+    setAccessibilityDescription(text);
 }
 
 } // namespace quillbar

@@ -1,15 +1,57 @@
 #pragma once
 
+#include "model/Hotkey.h"
+#include "platform/KeyMonitor.h"
+#include "platform/Token.h"
+#include "platform/view/Button.h"
+
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace quillbar {
 
-/// The control that records a hotkey, and the one formatter of a hotkey as text.
-class HotkeyRecorder {
+/// The button with which a person sets a hotkey: after a click it takes the next key press, and the
+/// combination is its owner's business. Also the one formatter of a hotkey as text.
+class HotkeyRecorder : public platform::Button {
 public:
+    HotkeyRecorder();
+
     /// For example "⌘⌥·17". Ends the program for a key code outside 0 … 2³²−1.
     [[nodiscard]] static std::string label(std::int64_t keyCode, std::uint32_t modifiers);
+
+    /// Shows the hotkey; no text when there is none or its key code names no key.
+    void setHotkey(std::optional<Hotkey> const& hotkey);
+    void setStringValue(std::string text);
+    /// Shown greyed while there is no text.
+    void setPlaceholderString(std::string placeholder);
+    /// Gives the keyboard back; without a recorded key the text is "None". Does nothing unless a
+    /// recording is under way.
+    void cancelRecording();
+
+    [[nodiscard]] std::string const& stringValue() const { return displayString_; }
+    [[nodiscard]] std::string const& placeholderString() const { return placeholder_; }
+    [[nodiscard]] bool isRecording() const { return isRecording_; }
+
+    /// Told of every newly recorded combination. May destroy the recorder.
+    std::function<void(std::int64_t keyCode, std::uint32_t modifiers)> onRecord;
+
+private:
+    void clicked();
+    void beginRecording();
+    void stopRecording();
+    void stopWhenWindowCloses();
+    [[nodiscard]] platform::KeyEventResult keyPressed(platform::KeyEvent const& event);
+    void refreshTitle();
+
+    platform::Token monitor_;
+    bool isRecording_ = false;
+    bool hadFocus_ = false;
+    std::weak_ptr<platform::Window> observedWindow_;
+    std::string displayString_;
+    std::string placeholder_;
 };
 
 } // namespace quillbar

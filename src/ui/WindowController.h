@@ -3,6 +3,7 @@
 #include "platform/view/Window.h"
 
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace quillbar {
@@ -44,14 +45,18 @@ template <typename Controller, typename... Arguments>
     return controller;
 }
 
-/// A callback that does nothing once its controller is gone, and keeps it alive while it runs.
+/// A callback that keeps its controller alive while it runs; once the controller is gone it does
+/// nothing and returns an empty result.
 template <typename Controller, typename Action>
 [[nodiscard]] auto weakly(Controller& controller, Action action)
 {
     return [weak = controller.weak_from_this(), action = std::move(action)](auto&&... arguments) {
-        if (auto const self = weak.lock())
-            action(
-                static_cast<Controller&>(*self), std::forward<decltype(arguments)>(arguments)...);
+        using Result = std::invoke_result_t<Action const&, Controller&, decltype(arguments)...>;
+        auto const self = weak.lock();
+        if (!self)
+            return Result();
+        return action(
+            static_cast<Controller&>(*self), std::forward<decltype(arguments)>(arguments)...);
     };
 }
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/view/Button.h"
+#include "platform/view/ImageView.h"
+#include "platform/view/Label.h"
+#include "platform/view/PopUpButton.h"
+#include "ui/HotkeyRecorder.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quillbar {
+
+/// One row of the pinned table: drag handle, name, hotkey recorder, login toggle, section popup and
+/// remove button. Stores nothing of its shortcut and reports every change; the table reuses it for
+/// other shortcuts and then sets everything again.
+class PinnedCellView : public platform::View {
+public:
+    /// Marks the popup's entry that asks for a new section.
+    static constexpr std::string_view customKey = "__custom__";
+
+    /// Whether the popup offers the section by itself; the empty title means none.
+    [[nodiscard]] static bool isPresetGroup(std::string_view title);
+
+    PinnedCellView();
+
+    /// Whose row it is, for people and for assistive technology. Ends a recording for another one.
+    void setName(std::string const& name);
+    void setLogin(platform::ButtonState state) { loginButton_->setState(state); }
+    /// Fills the section popup and selects the entry of the title.
+    void setGroup(std::string const& title);
+
+    [[nodiscard]] HotkeyRecorder& recorder() const { return *recorder_; }
+    [[nodiscard]] platform::Button& removeButton() const { return *removeButton_; }
+
+    std::function<void(bool isOn)> onLoginChange;
+    /// Empty for no section.
+    std::function<void(std::string const& title)> onGroupChange;
+    /// A section that has no entry yet is wanted. May destroy the view.
+    std::function<void()> onRequestCustom;
+
+protected:
+    void layout() override;
+
+private:
+    void loginChanged();
+    void groupChanged();
+
+    std::shared_ptr<platform::ImageView> const dragHandle_;
+    std::shared_ptr<platform::Label> const nameLabel_;
+    std::shared_ptr<HotkeyRecorder> const recorder_;
+    std::shared_ptr<platform::Button> const loginButton_;
+    std::shared_ptr<platform::PopUpButton> const groupPopup_;
+    std::shared_ptr<platform::Button> const removeButton_;
+};
+
+} // namespace quillbar

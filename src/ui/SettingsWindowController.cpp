@@ -1,0 +1,163 @@
+#include "ui/SettingsWindowController.h"
+
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "services/ShortcutsService.h"
+#include "ui/IconMenu.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace quillbar {
+
+using platform::Button;
+using platform::ButtonState;
+using platform::ButtonStyle;
+
+namespace {
+
+constexpr std::chrono::milliseconds savedFeedback { 1200 };
+
+std::shared_ptr<platform::Window> makeWindow()
+{
+    auto window = std::make_shared<platform::Window>(
+        platform::Size { 560, 700 }, platform::WindowStyle::TitledClosable);
+    window->setTitle("Quillbar Settings");
+    return window;
+}
+
+} // namespace
+
+SettingsWindowController::SettingsWindowController(
+    Config config, std::function<void(Config const&)> onSave)
+    : WindowController(makeWindow())
+    , model_(std::move(config), ShortcutsService::list())
+    , onSave_(std::move(onSave))
+    , availableRows_(std::make_shared<FlippedView>())
+    , pinnedTable_(std::make_shared<platform::TableView>())
+    , iconPopup_(std::make_shared<platform::PopUpButton>())
+    , launchLoginBox_(std::make_shared<Button>(ButtonStyle::CheckBox, "Start Quillbar at login"))
+    , menuHotkeyRecorder_(std::make_shared<HotkeyRecorder>())
+    , saveButton_(std::make_shared<Button>(ButtonStyle::Push, "Save"))
+{
+}
+
+void SettingsWindowController::save()
+{
+    handOver(model_.save(controls()));
+    platform::activateIgnoringOtherApps();
+    flashSaved();
+}
+
+void SettingsWindowController::closeWindow()
+{
+    window().close();
+    platform::activateIgnoringOtherApps();
+}
+
+void SettingsWindowController::focusAvailableList()
+{
+    auto const topmost = std::ranges::min_element(
+        checkboxes_, {}, [](auto const& entry) { return entry.second->frame().y; });
+    if (topmost != checkboxes_.end())
+        window().makeFirstResponder(topmost->second);
+}
+
+void SettingsWindowController::rebuildAvailable()
+{
+    availableRows_->removeAllSubviews();
+    checkboxes_.clear();
+    double y = 6;
+    for (auto const& name : model_.others()) {
+        auto const checkbox = std::make_shared<Button>(ButtonStyle::CheckBox, name);
+        checkbox->setFrame({ 10, y, 460, 20 });
+        checkbox->onClick
+            = weakly(*this, [name](SettingsWindowController& self) { self.toggleAvailable(name); });
+        checkboxes_[name] = availableRows_->addSubview(checkbox);
+        y += 26;
+    }
+    auto const count = static_cast<double>(model_.others().size());
+    availableRows_->setFrame({ 0, 0, 490, std::max(156.0, 26 * count + 12) });
+}
+
+void SettingsWindowController::toggleAvailable(std::string const& name)
+{
+    auto const focused = window().firstResponder();
+    auto const& rows = availableRows_->subviews();
+    auto const place = std::ranges::find(rows, focused);
+    bool const hadFocus = focused && place != rows.end();
+    auto const row = place - rows.begin();
+
+    if (!model_.pin(name))
+        return;
+    rebuildAvailable();
+    reloadPinnedTable();
+    // The clicked checkbox is gone; the keyboard goes on with the one that took its place.
+    if (hadFocus && !rows.empty()) {
+        auto const last = static_cast<std::ptrdiff_t>(rows.size()) - 1;
+        window().makeFirstResponder(rows[static_cast<std::size_t>(std::min(row, last))]);
+    }
+    handOver(model_.configAfterMoving(name, SettingsModel::Move::IntoPinned, controls()));
+}
+
+void SettingsWindowController::removePin(std::size_t row)
+{
+    auto const name = model_.unpin(row);
+    if (!name)
+        return;
+    rebuildAvailable();
+    reloadPinnedTable();
+    handOver(model_.configAfterMoving(*name, SettingsModel::Move::OutOfPinned, controls()));
+}
+
+void SettingsWindowController::rebuildIconMenu()
+{
+    auto const& current = model_.customIconName();
+    auto menu = iconMenu(
+        current, weakly(*this, [](SettingsWindowController& self) { self.chooseCustomIcon(); }));
+    iconPopup_->removeAllItems();
+    for (auto& item : menu.items)
+        iconPopup_->addItem(std::move(item));
+    if (menu.selected)
+        iconPopup_->selectItem(*menu.selected);
+}
+
+void SettingsWindowController::chooseCustomIcon()
+{
+    auto symbol = askForIcon(model_.customIconName());
+    if (!symbol.empty())
+        model_.setCustomIconName(std::move(symbol));
+    rebuildIconMenu();
+}
+
+SettingsModel::Controls SettingsWindowController::controls() const
+{
+    auto const* const icon = iconPopup_->selectedItem();
+    return {
+        .iconSymbol = icon ? icon->representedObject : std::nullopt,
+        .launchAtLogin = launchLoginBox_->state() == ButtonState::On,
+    };
+}
+
+void SettingsWindowController::handOver(Config const& record) const
+{
+    if (onSave_)
+        onSave_(record);
+}
+
+void SettingsWindowController::flashSaved()
+{
+    if (!saveButton_->isEnabled())
+        return;
+    auto title = saveButton_->title();
+    saveButton_->setTitle("Saved ✓");
+    saveButton_->setEnabled(false);
+    platform::postDelayed(
+        savedFeedback, [self = shared_from_this(), button = saveButton_, title = std::move(title)] {
+            button->setTitle(title);
+            button->setEnabled(true);
+        });
+}
+
+} // namespace quillbar
