@@ -76,8 +76,7 @@ PinnedCellView::PinnedCellView()
 
 void PinnedCellView::setName(std::string const& name)
 {
-    if (nameLabel_->text() != name)
-        recorder_->cancelRecording();
+    recorder_->cancelRecording();
     nameLabel_->setText(name);
     recorder_->setAccessibilityLabel("Hotkey for " + name);
     loginButton_->setAccessibilityLabel("Login for " + name);

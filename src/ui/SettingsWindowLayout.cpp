@@ -14,7 +14,7 @@ using platform::SystemColor;
 
 namespace {
 
-void addSectionLabel(platform::View& content, std::string title, std::string rightHint, double y)
+void sectionLabel(platform::View& content, std::string title, std::string rightHint, double y)
 {
     addText(content, { 24, y, 240, 18 }, std::move(title),
         { .font = { .size = 11, .weight = platform::FontWeight::Semibold },
@@ -51,7 +51,7 @@ void SettingsWindowController::buildUserInterface()
 
 void SettingsWindowController::buildGeneral(platform::View& content)
 {
-    addSectionLabel(content, "GENERAL", "", 20);
+    sectionLabel(content, "GENERAL", "", 20);
     content.addSubview(launchLoginBox_)->setFrame({ 26, 44, 300, 20 });
     launchLoginBox_->setState(model_.launchAtLoginEff() ? ButtonState::On : ButtonState::Off);
 
@@ -73,7 +73,7 @@ void SettingsWindowController::buildGeneral(platform::View& content)
 
 void SettingsWindowController::buildPinned(platform::View& content)
 {
-    addSectionLabel(content, "PINNED SHORTCUTS", "Drag to reorder · Set a hotkey or login", 182);
+    sectionLabel(content, "PINNED SHORTCUTS", "Drag to reorder · Set a hotkey or login", 182);
     addScrollView(content, { 24, 206, 512, 156 }, pinnedTable_);
     pinnedTable_->setAccessibilityLabel("Pinned shortcuts");
     bindPinnedTable();
@@ -81,7 +81,7 @@ void SettingsWindowController::buildPinned(platform::View& content)
 
 void SettingsWindowController::buildAvailable(platform::View& content)
 {
-    addSectionLabel(content, "ALL SHORTCUTS", "Turn on the ones you want to pin", 380);
+    sectionLabel(content, "ALL SHORTCUTS", "Turn on the ones you want to pin", 380);
     availableRows_->setFrame({ 0, 0, 490, 156 });
     availableRows_->setAccessibilityLabel("All shortcuts");
     addScrollView(content, { 24, 404, 512, 156 }, availableRows_);

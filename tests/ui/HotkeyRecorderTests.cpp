@@ -1,0 +1,151 @@
+#include "platform/headless/Person.h"
+#include "platform/headless/Windows.h"
+#include "platform/view/TextField.h"
+#include "ui/HotkeyRecorder.h"
+
+#include <gtest/gtest.h>
+
+namespace quillbar {
+namespace {
+
+using platform::headless::click;
+using platform::headless::press;
+
+class Recording : public testing::Test {
+protected:
+    Recording()
+    {
+        window->contentView().addSubview(recorder);
+        window->contentView().addSubview(field);
+        recorder->setPlaceholderString("Click to record");
+        recorder->onRecord = [this](auto keyCode, auto modifiers) {
+            recorded.push_back({ keyCode, modifiers });
+        };
+        window->makeKeyAndOrderFront();
+    }
+
+    [[nodiscard]] platform::SystemColor textColor() const
+    {
+        return std::get<platform::SystemColor>(recorder->attributedTitle()->color);
+    }
+
+    std::shared_ptr<platform::Window> window = std::make_shared<platform::Window>(
+        platform::Size { 300, 100 }, platform::WindowStyle::TitledClosable);
+    std::shared_ptr<HotkeyRecorder> recorder = std::make_shared<HotkeyRecorder>();
+    std::shared_ptr<platform::TextField> field = std::make_shared<platform::TextField>();
+    std::vector<Hotkey> recorded;
+};
+
+TEST_F(Recording, NextKey_becomesTheHotkeyAndGoesNoFurther)
+{
+    struct {
+        std::uint32_t keyCode;
+        platform::KeyModifiers modifiers;
+        char const* text;
+    } const cases[] = {
+        { 17, 0x900, "⌘⌥·17" },
+        { 53, 0, "Esc" },
+        { 36, 0, "Return" },
+        { 57, 0, "·57" },
+        { 2, 0x10200, "⇧C" },
+    };
+    for (auto const& [keyCode, modifiers, text] : cases) {
+        recorded.clear();
+        EXPECT_TRUE(click(recorder));
+        EXPECT_TRUE(press(keyCode, modifiers));
+        EXPECT_EQ(recorder->visibleText(), text);
+        EXPECT_EQ(recorded, (std::vector<Hotkey> { { keyCode, modifiers & 0xFFFF } }));
+        EXPECT_FALSE(press(keyCode, modifiers)) << "while not recording";
+    }
+    EXPECT_EQ(recorded.size(), 1u);
+}
+
+TEST_F(Recording, WhileItLasts_asksForKeysAndHoldsTheKeyboard)
+{
+    recorder->setStringValue("⌘A");
+    window->makeFirstResponder(field);
+    click(recorder);
+    EXPECT_EQ(recorder->visibleText(), "Press keys…");
+    EXPECT_EQ(textColor(), platform::SystemColor::PlaceholderText);
+    EXPECT_EQ(window->firstResponder(), nullptr);
+    EXPECT_TRUE(platform::headless::isKeyboardGrabbed());
+    press(0, platform::commandKey);
+    EXPECT_EQ(textColor(), platform::SystemColor::Label);
+    EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
+}
+
+TEST_F(Recording, ModifierKeys_passAndTheRecordingGoesOn)
+{
+    click(recorder);
+    for (auto const keyCode : { 54u, 55u, 56u, 58u, 60u, 61u, 62u })
+        EXPECT_FALSE(press(keyCode));
+    EXPECT_TRUE(recorder->isRecording());
+    EXPECT_TRUE(recorded.empty());
+}
+
+TEST_F(Recording, SecondClick_endsItWithNone)
+{
+    recorder->setStringValue("⌘A");
+    click(recorder);
+    click(recorder);
+    EXPECT_EQ(recorder->visibleText(), "None");
+    EXPECT_TRUE(recorded.empty());
+    EXPECT_FALSE(press(49));
+}
+
+TEST_F(Recording, StartedByKeyboard_returnsTheFocus)
+{
+    window->makeFirstResponder(recorder);
+    press(platform::key::space);
+    EXPECT_EQ(window->firstResponder(), nullptr);
+    press(platform::key::space);
+    EXPECT_EQ(recorder->visibleText(), "Space");
+    EXPECT_EQ(window->firstResponder(), recorder);
+}
+
+TEST_F(Recording, ClosedWindow_endsItEachTime)
+{
+    for (int opening = 0; opening < 2; ++opening) {
+        window->makeKeyAndOrderFront();
+        click(recorder);
+        window->userClosed();
+        EXPECT_FALSE(recorder->isRecording());
+        window->makeKeyAndOrderFront();
+        EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
+    }
+}
+
+TEST_F(Recording, GoneRecorder_leavesTheKeysAlone)
+{
+    click(recorder);
+    recorder->removeFromSuperview();
+    recorder.reset();
+    EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
+    EXPECT_FALSE(press(49));
+}
+
+TEST_F(Recording, Callback_mayDestroyTheRecorder)
+{
+    recorder->onRecord = [this](auto, auto) {
+        recorder->removeFromSuperview();
+        recorder.reset();
+    };
+    click(recorder);
+    EXPECT_TRUE(press(49));
+    EXPECT_EQ(recorder, nullptr);
+}
+
+TEST_F(Recording, HotkeyThatNamesNoKey_showsThePlaceholder)
+{
+    for (std::int64_t const keyCode : { std::int64_t { -1 }, std::int64_t { 1 } << 32 }) {
+        recorder->setHotkey(Hotkey { keyCode, 0 });
+        EXPECT_EQ(recorder->visibleText(), "Click to record");
+    }
+    recorder->setHotkey(Hotkey { 17, 0x900 });
+    EXPECT_EQ(recorder->visibleText(), "⌘⌥·17");
+    recorder->setHotkey(std::nullopt);
+    EXPECT_EQ(recorder->visibleText(), "Click to record");
+}
+
+} // namespace
+} // namespace quillbar

@@ -1,0 +1,90 @@
+#include "platform/headless/Headless.h"
+#include "ui/IconMenu.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace quillbar {
+namespace {
+
+using platform::MenuItem;
+
+class IconChooser : public testing::Test {
+protected:
+    ~IconChooser() override { platform::headless::reset(); }
+
+    static IconMenu menuFor(std::string const& current)
+    {
+        return iconMenu(current, [] {});
+    }
+    static std::string imageOf(MenuItem const& item)
+    {
+        return std::get<platform::SymbolImage>(*item.image).name;
+    }
+};
+
+TEST_F(IconChooser, Selection_followsTheCurrentSymbol)
+{
+    platform::headless::setMissingSymbols({ "no such symbol", "apple.logo" });
+    struct {
+        char const* current;
+        char const* title;
+        char const* image;
+    } const cases[] = {
+        { "bolt.fill", "Lightning Filled", "bolt.fill" },
+        { "heart.fill", "Heart", "heart.fill" },
+        { "eyeglasses", "Custom", "eyeglasses" },
+        { "no such symbol", "Custom", "heart.fill" },
+        { "apple.logo", "Custom", "heart.fill" },
+    };
+    for (auto const& [current, title, image] : cases) {
+        auto const menu = menuFor(current);
+        auto const& item = menu.items.at(menu.selected.value());
+        EXPECT_EQ(item.title, title);
+        EXPECT_EQ(item.representedObject, current);
+        EXPECT_EQ(imageOf(item), image);
+        EXPECT_EQ(std::ranges::count(menu.items, "Custom", &MenuItem::title),
+            item.title == "Custom" ? 1 : 0);
+        EXPECT_EQ(menu.selected == 0u, item.title == "Custom" || item.title == "Heart");
+    }
+    EXPECT_EQ(menuFor("").selected, std::nullopt);
+}
+
+TEST_F(IconChooser, Catalogue_leavesOutWhatTheSystemCannotDraw)
+{
+    platform::headless::setMissingSymbols({ "heart", "suit.heart.fill", "display" });
+    auto const menu = menuFor("bolt");
+    ASSERT_EQ(menu.items.size(), iconChoices.size() - 3 + 2);
+    EXPECT_EQ(menu.items[0].title, "Heart");
+    EXPECT_EQ(menu.items[1].title, "Heart Circle");
+    EXPECT_EQ(menu.items[2].title, "Lightning");
+    EXPECT_EQ(menu.items[40].title, "Apple");
+    EXPECT_EQ(
+        std::get<platform::SymbolImage>(*menu.items[2].image).size, (platform::Size { 16, 16 }));
+    EXPECT_EQ(menu.items[41].kind, platform::MenuItemKind::Separator);
+    EXPECT_EQ(menu.items[42].title, "Custom Icon…");
+    EXPECT_EQ(menu.items[42].representedObject, std::nullopt);
+}
+
+TEST_F(IconChooser, TypedName_countsTrimmedWhateverTheButton)
+{
+    struct {
+        platform::AlertAnswer answer;
+        char const* symbol;
+    } const cases[] = {
+        { { .button = 0, .text = "  music.note \n" }, "music.note" },
+        { { .button = 1, .text = "gearshape" }, "gearshape" },
+        { { .button = 0, .text = " \t " }, "" },
+    };
+    for (auto const& [answer, symbol] : cases) {
+        platform::headless::queueAlertAnswer(answer);
+        EXPECT_EQ(askForIcon("bolt"), symbol);
+    }
+    auto const& alert = platform::headless::shownAlerts().front();
+    EXPECT_EQ(alert.accessory->text, "bolt");
+    EXPECT_EQ(alert.buttons, (std::vector<std::string> { "OK", "Cancel" }));
+}
+
+} // namespace
+} // namespace quillbar

@@ -1,0 +1,104 @@
+#include "platform/headless/Person.h"
+#include "ui/PinnedCellView.h"
+
+#include <gtest/gtest.h>
+
+namespace quillbar {
+namespace {
+
+using platform::headless::choose;
+using platform::headless::find;
+using platform::headless::findOnly;
+
+class PinnedCell : public testing::Test {
+protected:
+    PinnedCell()
+    {
+        cell->setName("Lights");
+        cell->setGroup("");
+        window->setContentView(cell);
+        window->makeKeyAndOrderFront();
+        cell->onGroupChange = [this](auto const& title) { chosen.push_back(title); };
+        cell->onRequestCustom = [this] { ++requests; };
+    }
+
+    std::shared_ptr<PinnedCellView> cell = std::make_shared<PinnedCellView>();
+    std::shared_ptr<platform::PopUpButton> popUp = findOnly<platform::PopUpButton>(*cell);
+    std::shared_ptr<platform::Window> window = std::make_shared<platform::Window>(
+        platform::Size { 510, 30 }, platform::WindowStyle::TitledClosable);
+    std::vector<std::string> chosen;
+    int requests = 0;
+};
+
+TEST_F(PinnedCell, SectionPopup_offersThePresetsAndTheSectionInUse)
+{
+    using Titles = std::vector<std::string>;
+    Titles const presets { "None", "Work", "Personal", "Custom…" };
+    Titles const withGames { "None", "Work", "Personal", "Custom…", "Games" };
+    struct {
+        char const* group;
+        char const* shown;
+        Titles titles;
+    } const cases[] = {
+        { "", "None", presets },
+        { "Work", "Work", presets },
+        { "Games", "Games", withGames },
+        { "None", "None", { "None", "Work", "Personal", "Custom…", "None" } },
+        { "Personal", "Personal", presets },
+    };
+    for (auto const& [group, shown, titles] : cases) {
+        cell->setGroup(group);
+        Titles items;
+        for (auto const& item : popUp->items())
+            items.push_back(item.title);
+        EXPECT_EQ(items, titles);
+        EXPECT_EQ(popUp->visibleText(), shown);
+        EXPECT_EQ(popUp->selectedItem()->representedObject, group);
+    }
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(PinnedCell, ChosenSection_isReportedByItsValue)
+{
+    cell->setGroup("Games");
+    for (auto const* const title : { "Work", "None", "Games" })
+        EXPECT_TRUE(choose(popUp, title));
+    EXPECT_EQ(chosen, (std::vector<std::string> { "Work", "", "Games" }));
+    EXPECT_EQ(requests, 0);
+}
+
+TEST_F(PinnedCell, Custom_asksInsteadOfReporting)
+{
+    choose(popUp, "Custom…");
+    EXPECT_EQ(requests, 1);
+    EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(PinnedCell, WithoutCallbacks_ignoresThePerson)
+{
+    cell->onGroupChange = nullptr;
+    cell->onRequestCustom = nullptr;
+    EXPECT_TRUE(choose(popUp, "Custom…"));
+    EXPECT_TRUE(choose(popUp, "Work"));
+    EXPECT_TRUE(platform::headless::click(find<platform::Button>(*cell, "Login")));
+}
+
+TEST_F(PinnedCell, Controls_areNamedAfterTheShortcut)
+{
+    EXPECT_TRUE(find<HotkeyRecorder>(*cell, "Hotkey for Lights"));
+    EXPECT_TRUE(find<platform::Button>(*cell, "Login for Lights"));
+    EXPECT_TRUE(find<platform::PopUpButton>(*cell, "Section for Lights"));
+    auto const remove = find<platform::Button>(*cell, "Remove");
+    ASSERT_TRUE(remove);
+    EXPECT_EQ(remove->accessibilityDescription(), "Lights");
+}
+
+TEST_F(PinnedCell, ReuseForAnotherShortcut_endsTheRecording)
+{
+    platform::headless::click(find<HotkeyRecorder>(*cell, "Hotkey for Lights"));
+    cell->setName("Doors");
+    EXPECT_FALSE(cell->recorder().isRecording());
+}
+
+} // namespace
+} // namespace quillbar
