@@ -1,6 +1,7 @@
 #include "platform/linux/tray/AlertDialog.h"
 
 #include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/drawing/ImageRenderer.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -56,16 +57,30 @@ QWidget* makeScrollingText(QString const& text)
     return view;
 }
 
-QLabel* makeIcon(AlertStyle style)
+QIcon builtInIcon(AlertStyle style)
 {
-    auto const* appStyle = QApplication::style();
-    auto const side = appStyle->pixelMetric(QStyle::PM_MessageBoxIconSize);
-    auto icon = style == AlertStyle::Warning ? appStyle->standardIcon(QStyle::SP_MessageBoxWarning)
-                                             : QApplication::windowIcon();
-    if (icon.isNull())
-        icon = appStyle->standardIcon(QStyle::SP_MessageBoxInformation);
+    return QApplication::style()->standardIcon(style == AlertStyle::Warning
+            ? QStyle::SP_MessageBoxWarning
+            : QStyle::SP_MessageBoxInformation);
+}
+
+QLabel* makeIcon(AlertStyle style, QWidget const& dialog)
+{
+    constexpr Rgba amber { .red = 0.96, .green = 0.62, .blue = 0.04, .alpha = 1 };
+    constexpr double side = 40;
+    auto const isWarning = style == AlertStyle::Warning;
+    auto symbol = symbolImage(isWarning ? "exclamationmark.triangle.fill" : "info.circle.fill");
     auto* label = new QLabel;
-    label->setPixmap(icon.pixmap(side, side));
+    if (!symbol) {
+        label->setPixmap(builtInIcon(style).pixmap(QSizeF(side, side).toSize()));
+        return label;
+    }
+    auto const tint = isWarning ? Color(amber) : Color(SystemColor::Accent);
+    label->setPixmap(QPixmap::fromImage(renderImage(*symbol,
+        { .symbolSize = { side, side },
+            .devicePixelRatio = dialog.devicePixelRatioF(),
+            .foreground = toQColor(tint, dialog.palette()),
+            .palette = dialog.palette() })));
     return label;
 }
 
@@ -79,7 +94,8 @@ QDialogButtonBox::ButtonRole roleOf(std::size_t button, std::size_t count)
 } // namespace
 
 AlertDialog::AlertDialog(Alert const& alert)
-    : QDialog(QApplication::activeWindow())
+    : QDialog(QApplication::activeWindow(),
+        Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
     , button_(alert.buttons.empty() ? 0 : alert.buttons.size() - 1)
 {
     setWindowTitle(QGuiApplication::applicationDisplayName());
@@ -91,14 +107,19 @@ AlertDialog::AlertDialog(Alert const& alert)
         addField(*texts, alert);
     auto* columns = new QHBoxLayout;
     columns->setSpacing(16);
-    columns->addWidget(makeIcon(alert.style), 0, Qt::AlignTop);
+    columns->addWidget(makeIcon(alert.style, *this), 0, Qt::AlignTop);
     columns->addLayout(texts, 1);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(20, 20, 20, 16);
     rows->setSpacing(18);
     rows->setSizeConstraint(QLayout::SetFixedSize);
     rows->addLayout(columns);
-    rows->addWidget(makeButtons(alert));
+    auto* buttons = makeButtons(alert);
+    rows->addWidget(buttons);
+    if (field_)
+        field_->setFocus();
+    else
+        buttons->buttons().first()->setFocus();
 }
 
 AlertAnswer AlertDialog::answer() const
@@ -140,11 +161,10 @@ void AlertDialog::addField(QVBoxLayout& column, Alert const& alert)
     field_->setFixedSize(220, 24);
     field_->setAccessibleName(toQString(alert.messageText));
     field_->selectAll();
-    field_->setFocus();
     column.addWidget(field_);
 }
 
-QWidget* AlertDialog::makeButtons(Alert const& alert)
+QDialogButtonBox* AlertDialog::makeButtons(Alert const& alert)
 {
     auto* box = new QDialogButtonBox;
     if (alert.buttons.empty())
@@ -153,8 +173,6 @@ QWidget* AlertDialog::makeButtons(Alert const& alert)
         auto text = toQString(alert.buttons[i]).replace('&'_L1, "&&"_L1);
         auto* button = box->addButton(text, roleOf(i, alert.buttons.size()));
         button->setDefault(i == 0);
-        if (i == 0 && !field_)
-            button->setFocus();
         connect(button, &QPushButton::clicked, this, [this, i] { button_ = i; });
     }
     connect(box, &QDialogButtonBox::clicked, this, &QDialog::accept);

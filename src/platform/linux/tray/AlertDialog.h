@@ -6,6 +6,7 @@
 
 #include <cstddef>
 
+class QDialogButtonBox;
 class QLineEdit;
 class QVBoxLayout;
 
@@ -25,7 +26,7 @@ public:
 private:
     void addTexts(QVBoxLayout& column, Alert const& alert);
     void addField(QVBoxLayout& column, Alert const& alert);
-    [[nodiscard]] QWidget* makeButtons(Alert const& alert);
+    [[nodiscard]] QDialogButtonBox* makeButtons(Alert const& alert);
 
     QLineEdit* field_ = nullptr;
     std::size_t button_;

@@ -66,6 +66,8 @@ void NativeStatusItem::syncFace()
     auto const look = wantedLook();
     // A colour is shown in full before it fades: pale from the first moment it would be missed.
     if (look.tint && look.alpha < 1) {
+        if (look.tint != look_.tint)
+            show({ .symbol = look.symbol, .tint = look.tint, .alpha = 1 });
         fade_.start();
         return;
     }

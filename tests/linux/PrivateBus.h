@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QString>
+#include <QVariantList>
+
+namespace quillbar::testing {
+
+/// A session bus of the test's own, named in DBUS_SESSION_BUS_ADDRESS; stopped on destruction.
+class PrivateBus {
+public:
+    PrivateBus();
+    PrivateBus(PrivateBus const&) = delete;
+    PrivateBus& operator=(PrivateBus const&) = delete;
+    ~PrivateBus();
+
+    /// Another peer on the bus.
+    [[nodiscard]] QDBusConnection connect(QString const& name) const;
+
+private:
+    QProcess daemon_;
+    QString address_;
+};
+
+/// Calls and runs the event loop until the answer is there, so that the callee may live in the same
+/// thread.
+[[nodiscard]] QDBusMessage ask(QDBusConnection connection, QDBusMessage const& call);
+
+} // namespace quillbar::testing

@@ -1,0 +1,242 @@
+#include "linux/tray_Application.h"
+#include "linux/tray_FakeHost.h"
+#include "linux/tray_SampleMenu.h"
+#include "platform/linux/UserTime.h"
+#include "platform/linux/tray/DBusTypes.h"
+#include "platform/view/StatusItem.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QFile>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quillbar::platform {
+namespace {
+
+using namespace quillbar::testing;
+
+class TrayBusTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        bus = std::make_unique<PrivateBus>();
+        application();
+    }
+
+    static void TearDownTestSuite() { bus.reset(); }
+
+    void SetUp() override
+    {
+        host.becomeWatcher();
+        item = std::make_unique<StatusItem>();
+        item->button()->setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
+        item->button()->setToolTip("Quillbar · ⌥⌘T");
+        ASSERT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
+    }
+
+    void setMenu(std::vector<MenuItem> items) { item->setMenu({ {}, std::move(items) }); }
+
+    MenuLayout layout(int parent = 0, int depth = -1, QStringList const& names = {})
+    {
+        auto const reply = host.callMenu("GetLayout", { parent, depth, names });
+        return qdbus_cast<MenuLayout>(reply.arguments().value(1));
+    }
+
+    QDBusMessage click(int id, uint time = 0)
+    {
+        return host.callMenu(
+            "Event", { id, "clicked", QVariant::fromValue(QDBusVariant(0)), time });
+    }
+
+    static std::unique_ptr<PrivateBus> bus;
+    FakeHost host { *bus, "host" };
+    std::unique_ptr<StatusItem> item;
+    std::vector<std::string> ran;
+    std::function<void(std::string const&)> run
+        = [this](std::string const& name) { ran.push_back(name); };
+};
+
+std::unique_ptr<PrivateBus> TrayBusTest::bus;
+
+TEST_F(TrayBusTest, RegistersAgainWithEveryNewWatcher)
+{
+    FakeHost second(*bus, "second");
+    host.resign();
+    second.becomeWatcher();
+    EXPECT_TRUE(waitUntil([&second] { return second.items.size() == 1; }));
+    EXPECT_EQ(second.items, host.items);
+}
+
+TEST_F(TrayBusTest, FaceCanBeReadPropertyByProperty)
+{
+    EXPECT_EQ(host.property("ItemIsMenu"), false);
+    EXPECT_EQ(host.property("Status"), "Active");
+    EXPECT_EQ(host.property("Menu").value<QDBusObjectPath>().path(), "/MenuBar");
+    EXPECT_EQ(
+        qdbus_cast<ToolTip>(host.property("ToolTip")).title, QString::fromUtf8("Quillbar · ⌥⌘T"));
+    auto const pixmaps = qdbus_cast<QList<IconPixmap>>(host.property("IconPixmap"));
+    ASSERT_EQ(pixmaps.size(), 2);
+    EXPECT_EQ(pixmaps[1].width, 44);
+    EXPECT_EQ(pixmaps[1].pixels.size(), 44 * 44 * 4);
+    EXPECT_EQ(pixmaps[1].pixels[(20 * 44 + 22) * 4], '\xff');
+}
+
+TEST_F(TrayBusTest, PulseSwitchesTheIconAndBack)
+{
+    auto const shown = [this] { return host.property("IconName").toString(); };
+    EXPECT_EQ(shown(), "quillbar-heart-fill-symbolic");
+    item->button()->setAlpha(0.35);
+    EXPECT_EQ(shown(), "quillbar-heart-fill-dim35-symbolic");
+    item->button()->setAlpha(1);
+    item->button()->setContentTintColor(Color(Rgba { .red = 1 }));
+    EXPECT_EQ(shown(), "quillbar-heart-fill-ff0000");
+    item->button()->setAlpha(0.35);
+    EXPECT_TRUE(waitUntil([&] { return shown() == "quillbar-heart-fill-dim35-ff0000"; }));
+    auto const file
+        = host.property("IconThemePath").toString() + "/quillbar-heart-fill-dim35-ff0000.svg";
+    EXPECT_TRUE(QFile::exists(file));
+    item->button()->setAlpha(1);
+    item->button()->setContentTintColor({});
+    EXPECT_EQ(shown(), "quillbar-heart-fill-symbolic");
+    EXPECT_GE(host.signalNames.count("NewIcon"), 5);
+}
+
+TEST_F(TrayBusTest, LayoutHonoursDepthAndNames)
+{
+    setMenu({ heading("WORK"), pin("under_score"), MenuItem::separator() });
+    auto const all = layout();
+    ASSERT_EQ(all.children.size(), 3);
+    EXPECT_EQ(all.children[1].properties.value("label"), "under__score");
+    EXPECT_EQ(all.children[2].properties.value("type"), "separator");
+    EXPECT_TRUE(layout(0, 0).children.isEmpty());
+    EXPECT_EQ(layout(all.children[1].id).properties.size(), 1);
+    EXPECT_EQ(
+        layout(0, -1, { "enabled" }).children[0].properties.keys(), QStringList({ "enabled" }));
+    auto const reply = host.callMenu("GetGroupProperties",
+        { QVariant::fromValue(QList<int> { all.children[1].id, 4711 }), QStringList { "label" } });
+    auto const rows = qdbus_cast<QList<MenuRowProperties>>(reply.arguments().value(0));
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].properties.value("label"), "under__score");
+}
+
+TEST_F(TrayBusTest, EqualMenuIsSilentAndAChangeIsToldOnce)
+{
+    setMenu({ pin("A"), pin("B") });
+    ASSERT_EQ(layout().children.size(), 2);
+    host.signalNames.clear();
+    setMenu({ pin("A"), pin("B") });
+    setMenu({ pin("A"), pin("B"), pin("C") });
+    auto renamed = pin("A");
+    renamed.title = "A  (⌥⌘B)";
+    setMenu({ renamed, pin("B"), pin("C") });
+    EXPECT_TRUE(waitUntil([this] { return host.signalNames.size() >= 3; }));
+    EXPECT_EQ(host.signalNames,
+        QStringList({ "LayoutUpdated", "ItemsPropertiesUpdated", "LayoutUpdated" }));
+}
+
+TEST_F(TrayBusTest, ClickRunsTheItemThatWasShown)
+{
+    setMenu({ pin("A", run), pin("B", run), pin("A", run) });
+    auto const shown = layout().children;
+    setMenu({ pin("B", run), pin("C", run) });
+    EXPECT_EQ(click(shown[0].id).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(click(shown[1].id, 4242).type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
+    EXPECT_EQ(ran, std::vector<std::string>({ "B" }));
+    EXPECT_EQ(userTime(), 4242U);
+}
+
+TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsAndNamesTheRest)
+{
+    auto disabled = pin("off", run);
+    disabled.isEnabled = false;
+    setMenu({ pin("A", run), disabled });
+    auto const shown = layout().children;
+    auto const send = [this](QList<MenuEvent> const& events) {
+        return host.callMenu("EventGroup", { QVariant::fromValue(events) });
+    };
+    auto const reply = send({ { .id = 4711 }, { .id = shown[1].id },
+        { .id = shown[0].id, .name = "hovered" }, { .id = shown[0].id, .timestamp = 99 } });
+    EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(0)), QList<int>({ 4711 }));
+    EXPECT_EQ(send({ { .id = 4711 } }).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(send({}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
+    EXPECT_EQ(ran, std::vector<std::string>({ "A" }));
+    EXPECT_EQ(userTime(), 99U);
+}
+
+TEST_F(TrayBusTest, AboutToShowNamesUnknownRows)
+{
+    setMenu({ pin("A") });
+    auto const id = layout().children[0].id;
+    auto const reply
+        = host.callMenu("AboutToShowGroup", { QVariant::fromValue(QList<int> { 0, id, -5 }) });
+    EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(1)), QList<int>({ -5 }));
+    EXPECT_EQ(host.callMenu("AboutToShow", { id }).arguments(), QVariantList({ false }));
+}
+
+TEST_F(TrayBusTest, ActionMayReplaceTheMenuAndEvenTheItem)
+{
+    setMenu({ command("again", [this](auto const&) { setMenu({ pin("B") }); }) });
+    click(layout().children[0].id);
+    EXPECT_TRUE(
+        waitUntil([this] { return layout().children[0].properties.value("label") == "B"; }));
+    setMenu({ command("gone", [this](auto const&) { item.reset(); }) });
+    click(layout().children[0].id);
+    EXPECT_TRUE(waitUntil([this] { return item == nullptr; }));
+}
+
+TEST_F(TrayBusTest, NonsenseIsAnsweredByAnError)
+{
+    setMenu({ pin("A") });
+    struct Case {
+        char const* method;
+        QVariantList arguments;
+    };
+    for (auto const& [method, arguments] :
+        std::vector<Case> { { "GetLayout", {} }, { "GetLayout", { "0", -1, QStringList() } },
+            { "GetLayout", { 99, -1, QStringList() } },
+            { "GetLayout", { -2147483647, 7, QStringList() } }, { "GetProperty", { 0, 0 } },
+            { "GetProperty", { 1, "no-such" } }, { "Event", { 1, "clicked" } },
+            { "Event", { -1, "clicked", QVariant::fromValue(QDBusVariant(1)), 0U } },
+            { "EventGroup", { 5 } }, { "AboutToShow", { 7000 } }, { "AboutToShow", { 1.5 } },
+            { "NoSuchMethod", { QByteArray(1000, 'x') } } })
+        EXPECT_EQ(host.callMenu(method, arguments).type(), QDBusMessage::ErrorMessage) << method;
+    EXPECT_EQ(host.callItem("Activate", { "x", "y" }).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(host.callItem("Scroll", { 1, 2 }).type(), QDBusMessage::ErrorMessage);
+    EXPECT_FALSE(host.property("NoSuchProperty").isValid());
+    EXPECT_EQ(host.callItem("Scroll", { 1, "vertical" }).type(), QDBusMessage::ReplyMessage);
+    host.callItem("ProvideXdgActivationToken", { "panel-1-host_TIME777" });
+    EXPECT_EQ(userTime(), 777U);
+    EXPECT_EQ(layout().children.size(), 1);
+}
+
+TEST_F(TrayBusTest, ActivateOpensAndClosesTheMenu)
+{
+    setMenu({ pin("A") });
+    auto const isOpen = [] { return QApplication::activePopupWidget() != nullptr; };
+    host.callItem("Activate", { 5, 5 });
+    EXPECT_TRUE(waitUntil(isOpen));
+    setMenu({ pin("B") });
+    EXPECT_TRUE(isOpen());
+    host.callItem("Activate", { 5, 5 });
+    EXPECT_TRUE(waitUntil([&] { return !isOpen(); }));
+}
+
+TEST_F(TrayBusTest, FiveThousandRowsAreHandedOver)
+{
+    std::vector<MenuItem> items;
+    for (auto i = 0; i < 5000; ++i)
+        items.push_back(pin("Shortcut " + std::to_string(i)));
+    setMenu(std::move(items));
+    auto const rows = layout().children;
+    ASSERT_EQ(rows.size(), 5000);
+    EXPECT_EQ(rows.last().properties.value("label"), "Shortcut 4999");
+}
+
+} // namespace
+} // namespace quillbar::platform

@@ -1,0 +1,100 @@
+#include "linux/tray_FakeHost.h"
+
+#include <QDBusMetaType>
+
+namespace quillbar::testing {
+
+namespace {
+
+constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+
+} // namespace
+
+QDBusArgument& operator<<(QDBusArgument& argument, MenuEvent const& event)
+{
+    argument.beginStructure();
+    argument << event.id << event.name << event.data << event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument const& operator>>(QDBusArgument const& argument, MenuEvent& event)
+{
+    argument.beginStructure();
+    argument >> event.id >> event.name >> event.data >> event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+FakeHost::FakeHost(PrivateBus const& bus, QString const& name)
+    : name_(name)
+    , connection_(bus.connect(name))
+{
+    qDBusRegisterMetaType<MenuEvent>();
+    qDBusRegisterMetaType<QList<MenuEvent>>();
+    connection_.registerVirtualObject("/StatusNotifierWatcher", this);
+    for (auto const* interface : { "org.kde.StatusNotifierItem", "com.canonical.dbusmenu" })
+        connection_.connect({}, {}, interface, {}, this, SLOT(hear(QDBusMessage)));
+}
+
+FakeHost::~FakeHost()
+{
+    QDBusConnection::disconnectFromBus(name_);
+}
+
+void FakeHost::becomeWatcher()
+{
+    connection_.registerService(watcherName);
+}
+
+void FakeHost::resign()
+{
+    connection_.unregisterService(watcherName);
+}
+
+QDBusMessage FakeHost::callItem(QString const& method, QVariantList const& arguments)
+{
+    return call("/StatusNotifierItem", "org.kde.StatusNotifierItem", method, arguments);
+}
+
+QDBusMessage FakeHost::callMenu(QString const& method, QVariantList const& arguments)
+{
+    return call("/MenuBar", "com.canonical.dbusmenu", method, arguments);
+}
+
+QVariant FakeHost::property(QString const& name)
+{
+    auto const reply = call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
+        { "org.kde.StatusNotifierItem", name });
+    return reply.arguments().value(0).value<QDBusVariant>().variant();
+}
+
+bool FakeHost::handleMessage(QDBusMessage const& message, QDBusConnection const& connection)
+{
+    if (message.member() != "RegisterStatusNotifierItem")
+        return false;
+    items << message.arguments().value(0).toString();
+    connection.send(message.createReply());
+    return true;
+}
+
+QString FakeHost::introspect(QString const& /*path*/) const
+{
+    return {};
+}
+
+void FakeHost::hear(QDBusMessage const& signal)
+{
+    signalNames << signal.member();
+    signalArguments << signal.arguments();
+}
+
+QDBusMessage FakeHost::call(QString const& path, QString const& interface, QString const& method,
+    QVariantList const& arguments)
+{
+    auto message = QDBusMessage::createMethodCall(items.value(0), path, interface, method);
+    message.setArguments(arguments);
+    return ask(connection_, message);
+}
+
+} // namespace quillbar::testing

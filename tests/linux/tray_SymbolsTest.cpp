@@ -1,0 +1,112 @@
+#include "linux/tray_Application.h"
+#include "platform/Symbols.h"
+#include "platform/linux/drawing/SymbolSvg.h"
+#include "platform/linux/drawing/SymbolTable.h"
+#include "platform/linux/tray/IconFiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace quillbar::platform {
+namespace {
+
+using namespace quillbar::testing;
+
+QString fileOf(std::string_view name)
+{
+    auto const source = findSymbol(name);
+    if (!source || !std::holds_alternative<SymbolFile>(*source))
+        return {};
+    return QFileInfo(std::get<SymbolFile>(*source).path).completeBaseName();
+}
+
+TEST(Symbols, EveryOneOfTheIconChooserAndTheMenuCanBeDrawn)
+{
+    for (auto const* name :
+        { "heart.fill", "heart", "heart.circle.fill", "suit.heart.fill", "bolt", "bolt.fill",
+            "bolt.circle.fill", "sparkles", "star.fill", "star.circle.fill", "play.fill",
+            "play.circle.fill", "forward.fill", "flame.fill", "sun.max.fill", "moon.fill",
+            "moon.stars.fill", "cloud.fill", "umbrella.fill", "snowflake", "leaf.fill", "gearshape",
+            "gearshape.fill", "wrench.fill", "hammer.fill", "briefcase.fill", "house.fill",
+            "envelope.fill", "bell.fill", "flag.fill", "bookmark.fill", "paperplane.fill", "scope",
+            "cursorarrow.click.2", "checkmark.seal.fill", "app", "square.split.2x2.fill",
+            "rectangle.grid.2x2.fill", "circle.grid.2x2.fill", "command", "desktopcomputer",
+            "display", "laptopcomputer", "apple.logo", "sparkle", "info.circle",
+            "square.and.pencil", "magnifyingglass", "arrow.clockwise", "eyeglasses", "music.note",
+            "line.3.horizontal", "xmark.circle.fill", "keyboard" }) {
+        EXPECT_TRUE(symbolExists(name)) << name;
+        EXPECT_TRUE(symbolSvg(name)) << name;
+    }
+}
+
+TEST(Symbols, TypedNamesAreFoundByTheirWords)
+{
+    struct Case {
+        char const* name;
+        char const* file;
+    };
+    for (auto const& [name, file] : { Case { "cloud.rain.fill", "cloud-rain-fill" },
+             Case { "forward.fill", "fast-forward-fill" }, Case { "doc.fill", "file-earmark-fill" },
+             Case { "speaker.wave.3.fill", "volume-up-fill" }, Case { "photo", "image" },
+             Case { "exclamationmark.triangle.fill", "exclamation-triangle-fill" },
+             Case { "hammer.fill", "hammer" }, Case { "chart.bar", "bar-chart" } })
+        EXPECT_EQ(fileOf(name).toStdString(), file) << name;
+}
+
+TEST(Symbols, NamesThatAreNoneAreUnknown)
+{
+    for (auto const& name : { std::string(), std::string("no.such.symbol"), std::string("../heart"),
+             std::string("/etc/passwd"), std::string("heart\0fill", 10), std::string("Ünï"),
+             std::string(100'000, 'a'), std::string("."), std::string("-fill"),
+             std::string("%s%n") })
+        EXPECT_FALSE(symbolExists(name)) << name.substr(0, 20);
+}
+
+TEST(Symbols, DocumentIsRecolouredByPanelsUnlessItHasAColour)
+{
+    auto const plain = *symbolSvg("heart.fill", { .color = {}, .opacity = 0.35 });
+    EXPECT_TRUE(plain.contains("class=\"ColorScheme-Text\""));
+    EXPECT_TRUE(plain.contains("opacity=\"0.35\""));
+    auto const red = *symbolSvg("heart.fill", { .color = "#ff3b30" });
+    EXPECT_FALSE(red.contains("ColorScheme"));
+    EXPECT_FALSE(red.contains("currentColor"));
+    EXPECT_FALSE(red.contains("opacity"));
+}
+
+TEST(IconFiles, WritesEachLookOncePrivatelyAndCleansUp)
+{
+    QTemporaryDir runtime;
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
+    QString folder;
+    {
+        IconFiles files;
+        EXPECT_TRUE(QDir(runtime.path()).isEmpty());
+        EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
+        EXPECT_EQ(files.iconName({ "heart.fill", {}, 0.35 }), "quillbar-heart-fill-dim35-symbolic");
+        EXPECT_EQ(files.iconName({ "heart.fill", QColor(255, 0, 0), 0.35 }),
+            "quillbar-heart-fill-dim35-ff0000");
+        EXPECT_EQ(files.iconName({ "no.such.symbol", {}, 1 }), "");
+        folder = files.folder();
+        EXPECT_TRUE(folder.startsWith(runtime.path()));
+        EXPECT_EQ(QFile::permissions(folder) & 0x0077, QFile::Permissions());
+        QFile::remove(folder + "/quillbar-heart-fill-symbolic.svg");
+        EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2);
+    }
+    EXPECT_FALSE(QFileInfo::exists(folder));
+}
+
+TEST(IconFiles, FallsBackToTheTemporaryFolder)
+{
+    qputenv("XDG_RUNTIME_DIR", "/nonexistent");
+    IconFiles files;
+    EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
+    EXPECT_TRUE(files.folder().startsWith(QDir::tempPath()));
+}
+
+} // namespace
+} // namespace quillbar::platform
