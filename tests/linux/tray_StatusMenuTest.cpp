@@ -152,6 +152,9 @@ TEST_F(StatusMenuTest, StaysOnTheScreenHoweverLongNamesAndListAre)
     auto const screen = menu->screen()->availableGeometry();
     EXPECT_LE(menu->height(), screen.height());
     EXPECT_LE(menu->width(), screen.width());
+    auto const actions = menu->actions();
+    EXPECT_EQ(menu->actionGeometry(actions.first()).x(), menu->actionGeometry(actions.last()).x())
+        << "one column";
     menu->close();
 }
 

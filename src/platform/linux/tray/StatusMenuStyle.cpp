@@ -135,4 +135,12 @@ int StatusMenuStyle::pixelMetric(
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
+int StatusMenuStyle::styleHint(StyleHint hint, QStyleOption const* option, QWidget const* widget,
+    QStyleHintReturn* returnData) const
+{
+    if (hint == SH_Menu_Scrollable)
+        return 1;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
 } // namespace quillbar::platform
