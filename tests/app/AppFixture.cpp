@@ -1,0 +1,89 @@
+#include "app/AppFixture.h"
+
+#include "services/HotkeyManager.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace quillbar {
+
+namespace {
+
+constexpr auto const* tool = QUILLBAR_SHORTCUTS_TOOL;
+
+} // namespace
+
+AppFixture::AppFixture()
+{
+    headless::reset();
+}
+
+AppFixture::~AppFixture()
+{
+    app.reset();
+    hotkeyManager().unregisterAll();
+    headless::reset();
+}
+
+AppDelegate& AppFixture::start(Config const& config)
+{
+    config.save();
+    if (!hasListing_) {
+        std::string listing;
+        for (auto const& name : config.pinned)
+            listing += name + "\n";
+        setListing(listing);
+    }
+    app = std::make_shared<AppDelegate>();
+    app->applicationDidFinishLaunching();
+    return *app;
+}
+
+void AppFixture::setListing(std::string const& listing)
+{
+    hasListing_ = true;
+    headless::ChildScript script;
+    script.output = listing;
+    headless::scriptChild({ tool, "list" }, script);
+}
+
+void AppFixture::setRun(std::string const& name, headless::ChildScript const& script)
+{
+    headless::scriptChild({ tool, "run", name }, script);
+}
+
+platform::Menu const& AppFixture::menu() const
+{
+    return *headless::statusItem()->menu();
+}
+
+platform::MenuItem const& AppFixture::item(std::string const& title) const
+{
+    auto const found = std::ranges::find(menu().items, title, &platform::MenuItem::title);
+    if (found == menu().items.end())
+        throw std::runtime_error("the status menu has no item " + title);
+    return *found;
+}
+
+platform::StatusButton const& AppFixture::button() const
+{
+    return *headless::statusItem()->button();
+}
+
+Names AppFixture::runNames() const
+{
+    Names names;
+    for (auto const& child : headless::startedChildren())
+        names.push_back(child.arguments.back());
+    return names;
+}
+
+std::vector<long> AppFixture::runTimes() const
+{
+    std::vector<long> times;
+    for (auto const& child : headless::startedChildren())
+        times.push_back(child.startedAt.count());
+    return times;
+}
+
+} // namespace quillbar

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "platform/headless/Headless.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quillbar {
+
+namespace headless = platform::headless;
+using Names = std::vector<std::string>;
+
+/// The program on the recording backend, with a stored configuration of the test's choice.
+class AppFixture : public testing::Test {
+protected:
+    AppFixture();
+    ~AppFixture() override;
+
+    /// Starts the program with that configuration; every pinned shortcut exists unless the tool's
+    /// listing was set.
+    AppDelegate& start(Config const& config);
+
+    void setListing(std::string const& listing);
+    void setRun(std::string const& name, headless::ChildScript const& script);
+
+    [[nodiscard]] platform::Menu const& menu() const;
+    [[nodiscard]] platform::MenuItem const& item(std::string const& title) const;
+    [[nodiscard]] platform::StatusButton const& button() const;
+    /// The names of the shortcuts that were run, in order.
+    [[nodiscard]] Names runNames() const;
+    /// At how many milliseconds each was run.
+    [[nodiscard]] std::vector<long> runTimes() const;
+
+    std::shared_ptr<AppDelegate> app;
+
+private:
+    bool hasListing_ = false;
+};
+
+} // namespace quillbar

@@ -1,0 +1,183 @@
+#include "app/AppFixture.h"
+#include "services/HotkeyManager.h"
+
+namespace quillbar {
+namespace {
+
+using platform::NotificationAuthorization;
+using platform::NotificationSound;
+using platform::SystemColor;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::Field;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Tint = std::optional<platform::Color>;
+
+class Running : public AppFixture {
+protected:
+    Running()
+    {
+        config.pinned = { "A", "B", "C", "D", "E" };
+        // Longer than a pulse, so that the pulses do not overlap.
+        fails.exitStatus = 1;
+        fails.duration = milliseconds(400);
+        succeeds.duration = milliseconds(400);
+    }
+
+    void runToEnd(std::string const& name, headless::ChildScript const& script)
+    {
+        setRun(name, script);
+        app->trigger(name);
+        headless::advance(milliseconds(600));
+    }
+
+    Config config;
+    headless::ChildScript fails;
+    headless::ChildScript succeeds;
+};
+
+TEST_F(Running, Trigger_dimsTheIconAndRestoresIt)
+{
+    setRun("A", succeeds);
+    start(config).trigger("A");
+    EXPECT_EQ(button().alpha(), 0.35);
+    EXPECT_EQ(button().contentTintColor(), Tint());
+    headless::advance(milliseconds(149));
+    EXPECT_EQ(button().alpha(), 0.35);
+    headless::advance(milliseconds(1));
+    EXPECT_EQ(button().alpha(), 1);
+    EXPECT_THAT(runNames(), ElementsAre("A"));
+}
+
+TEST_F(Running, Success_rebuildsTheMenuAndFailurePulsesRed)
+{
+    start(config);
+    auto const before = headless::statusItem()->menu();
+    runToEnd("A", succeeds);
+    auto const after = headless::statusItem()->menu();
+    EXPECT_NE(after, before);
+    EXPECT_EQ(after->items.size(), before->items.size());
+
+    setRun("B", fails);
+    app->trigger("B");
+    headless::advance(milliseconds(400));
+    EXPECT_EQ(headless::statusItem()->menu(), after);
+    EXPECT_EQ(button().alpha(), 0.35);
+    EXPECT_EQ(button().contentTintColor(), Tint(SystemColor::Red));
+    headless::advance(milliseconds(150));
+    EXPECT_EQ(button().alpha(), 1);
+    EXPECT_EQ(button().contentTintColor(), Tint());
+}
+
+TEST_F(Running, APulseOverARedOne_restoresTheRed)
+{
+    headless::ChildScript instantFailure;
+    instantFailure.exitStatus = 1;
+    setRun("A", instantFailure);
+    setRun("B", succeeds);
+    start(config).trigger("A");
+    headless::advance(milliseconds(100));
+    app->trigger("B");
+    headless::advance(milliseconds(150));
+    EXPECT_EQ(button().contentTintColor(), Tint(SystemColor::Red));
+    headless::advance(milliseconds(600));
+    EXPECT_EQ(button().contentTintColor(), Tint(SystemColor::Red));
+    EXPECT_EQ(button().alpha(), 1);
+}
+
+TEST_F(Running, Notifications_tellTheOutcomeWhereAllowed)
+{
+    for (auto const allowed :
+        { NotificationAuthorization::Authorized, NotificationAuthorization::Provisional }) {
+        headless::reset();
+        headless::setNotificationAuthorization(allowed);
+        start(config);
+        runToEnd("A", succeeds);
+        runToEnd("B <i>", fails);
+        auto const& posted = headless::postedNotifications();
+        ASSERT_THAT(posted, SizeIs(2));
+        EXPECT_EQ(posted[0].title, "Quillbar");
+        EXPECT_EQ(posted[0].body, "Launched “A”");
+        EXPECT_EQ(posted[0].sound, NotificationSound::None);
+        EXPECT_EQ(posted[1].title, "Quillbar");
+        EXPECT_EQ(posted[1].body, "“B <i>” couldn’t run. Check that it still exists in Shortcuts.");
+        EXPECT_EQ(posted[1].sound, NotificationSound::Default);
+        EXPECT_NE(posted[0].identifier, posted[1].identifier);
+        EXPECT_EQ(headless::authorizationRequestCount(), 1);
+    }
+}
+
+TEST_F(Running, OnlyTheFirstFailure_asksForTheRight)
+{
+    headless::setNotificationAnswer(NotificationAuthorization::Denied);
+    start(config);
+    runToEnd("A", succeeds);
+    EXPECT_EQ(headless::authorizationRequestCount(), 0);
+    runToEnd("B", fails);
+    runToEnd("B", fails);
+    EXPECT_EQ(headless::authorizationRequestCount(), 1);
+    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
+}
+
+TEST_F(Running, TheRightGivenOnTheFirstFailure_showsThatFailure)
+{
+    headless::setNotificationAnswer(NotificationAuthorization::Authorized);
+    start(config);
+    runToEnd("A", succeeds);
+    runToEnd("B", fails);
+    runToEnd("A", succeeds);
+    EXPECT_THAT(headless::postedNotifications(),
+        ElementsAre(Field(&platform::Notification::body, testing::StartsWith("“B”")),
+            Field(&platform::Notification::body, "Launched “A”")));
+}
+
+TEST_F(Running, AStartThatFails_isAFailedRun)
+{
+    headless::setNotificationAnswer(NotificationAuthorization::Authorized);
+    headless::ChildScript script;
+    script.start = headless::ChildStart::Fails;
+    start(config);
+    runToEnd("A", script);
+    EXPECT_THAT(headless::postedNotifications(), SizeIs(1));
+}
+
+TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)
+{
+    for (auto const& name : config.pinned)
+        setRun(name, fails);
+    platform::performAction(platform::MenuItem((start(config), item("Run All"))));
+    EXPECT_THAT(runNames(), IsEmpty()) << "the first start comes from the queue, too";
+    // What runs on outlives its owner's last reference.
+    app.reset();
+    headless::advance(std::chrono::minutes(1));
+    EXPECT_THAT(runNames(), ElementsAre("A", "B", "C", "D", "E"));
+    EXPECT_THAT(runTimes(), ElementsAre(0, 600, 1200, 1800, 2400));
+    EXPECT_EQ(headless::statusItem(), nullptr) << "the last run lets the controller go";
+}
+
+TEST_F(Running, TheOutcome_isIgnoredOnceTheControllerIsGone)
+{
+    headless::setNotificationAuthorization(NotificationAuthorization::Authorized);
+    setRun("A", fails);
+    start(config).trigger("A");
+    app.reset();
+    headless::advance(std::chrono::seconds(1));
+    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
+}
+
+TEST_F(Running, AMenuItem_runsWhatItRepresents)
+{
+    start(config);
+    platform::performAction(platform::MenuItem(item("B")));
+    app->run({});
+    EXPECT_THAT(runNames(), ElementsAre("B"));
+
+    platform::performAction(platform::MenuItem(item("Edit in Shortcuts…")));
+    EXPECT_THAT(headless::openedAddresses(), ElementsAre("shortcuts://"));
+    platform::performAction(platform::MenuItem(item("Check for Updates…")));
+    EXPECT_EQ(headless::updateCheckCount(), 1);
+}
+
+} // namespace
+} // namespace quillbar

@@ -1,0 +1,106 @@
+#include "app/AppFixture.h"
+#include "app/StalePins.h"
+
+namespace quillbar {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class StalePins : public AppFixture {
+protected:
+    StalePins()
+    {
+        config.pinned = { "A", "B", "C" };
+        config.groupOf = std::map<std::string, std::string> { { "A", "Work" } };
+        config.shortcutHotkeys = { { "A", { 17, 0x100 } } };
+    }
+
+    Config config;
+};
+
+TEST(MissingPins, KeepPinnedOrderAndDuplicatesAndCase)
+{
+    EXPECT_THAT(missingPins({ "C", "A", "B", "A" }, { "B", "a" }), ElementsAre("C", "A", "A"));
+    EXPECT_THAT(missingPins({ "A" }, { "A", "A", "B" }), IsEmpty());
+    EXPECT_THAT(missingPins({ "A", "B" }, {}), ElementsAre("A", "B"));
+}
+
+TEST(StalePinsAlert, NamesOneOrMany)
+{
+    auto const one = stalePinsAlert({ "A" });
+    EXPECT_EQ(one.style, platform::AlertStyle::Warning);
+    EXPECT_EQ(one.messageText, "A pinned shortcut is missing");
+    EXPECT_EQ(one.informativeText,
+        "These shortcuts were deleted from the Shortcuts app:\n\nA\n\nRemove them from Quillbar?");
+    EXPECT_THAT(one.buttons, ElementsAre("Remove", "Keep"));
+
+    auto const many = stalePinsAlert({ "", "A & B", "A & B" });
+    EXPECT_EQ(many.messageText, "Some pinned shortcuts are missing");
+    EXPECT_EQ(many.informativeText,
+        "These shortcuts were deleted from the Shortcuts app:\n\n\nA & B\nA & B\n\n"
+        "Remove them from Quillbar?");
+}
+
+TEST_F(StalePins, Remove_savesTheRestAndLeavesWhatElseIsKnown)
+{
+    setListing("B\nD\n");
+    headless::queueAlertAnswer({ .button = 0, .text = {} });
+    start(config);
+    ASSERT_THAT(headless::shownAlerts(), SizeIs(1));
+    auto expected = config;
+    expected.pinned = { "B" };
+    EXPECT_EQ(app->config(), expected);
+    EXPECT_EQ(Config::load(), expected);
+}
+
+TEST_F(StalePins, Remove_takesEveryCopyOfAName)
+{
+    config.pinned = { "A", "B", "A" };
+    setListing("B\n");
+    headless::queueAlertAnswer({ .button = 0, .text = {} });
+    EXPECT_THAT(start(config).config().pinned, ElementsAre("B"));
+}
+
+TEST_F(StalePins, Keep_changesNothing)
+{
+    setListing("");
+    headless::queueAlertAnswer([](platform::Alert const& alert) {
+        EXPECT_THAT(alert.informativeText, testing::HasSubstr("\n\nA\nB\nC\n\n"));
+        std::filesystem::remove(Config::fileURL());
+        return platform::AlertAnswer { .button = 1, .text = {} };
+    });
+    EXPECT_EQ(start(config).config(), config);
+    EXPECT_FALSE(std::filesystem::exists(Config::fileURL()));
+}
+
+TEST_F(StalePins, WithoutPins_theToolIsNotAsked)
+{
+    start({});
+    EXPECT_THAT(headless::readChildren(), IsEmpty());
+    EXPECT_THAT(headless::shownAlerts(), IsEmpty());
+}
+
+TEST_F(StalePins, WithNothingMissing_nobodyIsAsked)
+{
+    start(config);
+    EXPECT_THAT(headless::readChildren(), SizeIs(1));
+    EXPECT_THAT(headless::shownAlerts(), IsEmpty());
+}
+
+TEST_F(StalePins, TheAlert_standsBeforeTheFirstMenu)
+{
+    setListing("B\n");
+    headless::queueAlertAnswer([this](platform::Alert const&) {
+        EXPECT_THAT(menu().items, IsEmpty());
+        EXPECT_TRUE(button().image());
+        return platform::AlertAnswer { .button = 0, .text = {} };
+    });
+    start(config);
+    EXPECT_EQ(item("B").representedObject, "B");
+    EXPECT_THROW((void)item("C"), std::runtime_error);
+}
+
+} // namespace
+} // namespace quillbar

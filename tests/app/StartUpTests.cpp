@@ -1,0 +1,231 @@
+#include "app/AppFixture.h"
+#include "app/MainMenu.h"
+#include "platform/LaunchAgent.h"
+#include "services/HotkeyManager.h"
+
+#include <algorithm>
+
+namespace quillbar {
+namespace {
+
+using platform::commandKey;
+using platform::MenuItem;
+using platform::StandardCommand;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class StartUp : public AppFixture {
+protected:
+    /// The combinations that are claimed, without their order.
+    [[nodiscard]] static std::set<std::pair<std::uint32_t, std::uint32_t>> claimed()
+    {
+        std::set<std::pair<std::uint32_t, std::uint32_t>> combinations;
+        for (auto const& hotkey : headless::registeredHotkeys())
+            combinations.emplace(hotkey.keyCode, hotkey.modifiers);
+        return combinations;
+    }
+
+    Config config;
+};
+
+TEST_F(StartUp, Steps_comeInOrder)
+{
+    config.pinned = { "A", "B" };
+    config.shortcutHotkeys = { { "A", { 18, 0x100 } } };
+    setListing("A\n");
+    start(config);
+    auto steps = headless::journal();
+    steps.erase(std::unique(steps.begin(), steps.end()), steps.end());
+    steps.resize(std::min<std::size_t>(steps.size(), 9));
+    EXPECT_THAT(steps,
+        ElementsAre("startUpdater", "createStatusItem", "syncStatusButton", "readChildOutput",
+            "runModal", "syncStatusMenu", "installMainMenu", "registerSystemHotkey",
+            "writeLoginEntry"));
+}
+
+TEST_F(StartUp, Icon_fallsBackToTheHeartAndKeepsTheStoredName)
+{
+    struct Case {
+        std::string stored;
+        std::string shown;
+    };
+    headless::setMissingSymbols({ "no.such.symbol" });
+    for (auto const& [stored, shown] :
+        { Case { "bolt.fill", "bolt.fill" }, Case { "no.such.symbol", "heart.fill" } }) {
+        config.iconSymbol = stored;
+        config.menuHotkey = Hotkey { 5, 0x100 };
+        start(config);
+        EXPECT_EQ(button().image(),
+            platform::Image(platform::SymbolImage { .name = shown,
+                .accessibilityDescription = "Quillbar",
+                .size = std::nullopt,
+                .tint = std::nullopt }));
+        EXPECT_EQ(button().toolTip(), "Quillbar · ⌥⌘T");
+        EXPECT_EQ(app->config().iconSymbol, stored);
+    }
+}
+
+TEST_F(StartUp, AStatusItemWithoutAButton_disturbsNothing)
+{
+    headless::setStatusItemsHaveButtons(false);
+    config.pinned = { "A" };
+    start(config).trigger("A");
+    headless::advance(std::chrono::seconds(1));
+    EXPECT_EQ(item("A").representedObject, "A");
+    EXPECT_EQ(headless::statusButtonSyncCount(), 0);
+}
+
+TEST_F(StartUp, Hotkeys_areThePalettesAndThoseOfPinnedNames)
+{
+    config.pinned = { "A", "B" };
+    config.shortcutHotkeys
+        = { { "A", { 18, 0x100 } }, { "B", { 0, 0x100 } }, { "gone", { 19, 0x100 } } };
+    start(config);
+    EXPECT_THAT(claimed(), ElementsAre(std::pair(17U, 0x900U), std::pair(18U, 0x100U)));
+    EXPECT_EQ(headless::registeredHotkeys().front().id, app->menuHotkeyID());
+    app->applyHotkeys();
+    EXPECT_EQ(headless::registeredHotkeys().size(), 2U);
+
+    headless::fire(18, 0x100);
+    headless::fire(19, 0x100);
+    EXPECT_THAT(runNames(), ElementsAre("A"));
+}
+
+TEST_F(StartUp, PaletteHotkey_isRegisteredThoughNotValidAndMayBeRefused)
+{
+    config.menuHotkey = Hotkey::empty;
+    start(config);
+    EXPECT_THAT(claimed(), ElementsAre(std::pair(0U, 0U)));
+
+    headless::refuseHotkey(0, 0);
+    app->applyHotkeys();
+    EXPECT_EQ(app->menuHotkeyID(), 0U);
+    EXPECT_THAT(claimed(), IsEmpty());
+}
+
+TEST_F(StartUp, AHotkey_doesNothingOnceTheControllerIsGone)
+{
+    config.pinned = { "A" };
+    config.shortcutHotkeys = { { "A", { 18, 0x100 } } };
+    start(config);
+    app.reset();
+    headless::fire(18, 0x100);
+    EXPECT_THAT(runNames(), IsEmpty());
+}
+
+TEST_F(StartUp, AKeyCodeThatNoKeyCanHave_endsTheProgram)
+{
+    config.pinned = { "A" };
+    for (std::int64_t const keyCode : { std::int64_t(-1), std::int64_t(1) << 32 }) {
+        config.menuHotkey = Hotkey { keyCode, 0x100 };
+        EXPECT_DEATH(start(config), "key code");
+    }
+}
+
+TEST_F(StartUp, LoginEntry_followsTheConfigurationAndDefaultsToOn)
+{
+    headless::setExecutablePath("/opt/A & B/quillbar");
+    start(config);
+    ASSERT_TRUE(headless::loginEntry());
+    EXPECT_EQ(headless::loginEntry()->entry.label, "com.quillbar.launcher");
+    EXPECT_EQ(headless::loginEntry()->entry.executablePath, "/opt/A & B/quillbar");
+    EXPECT_EQ(headless::loginEntry()->loginSwitch, platform::LoginSwitch::Keep);
+    app->applyLaunchAtLogin(platform::LoginSwitch::Reset);
+    EXPECT_EQ(headless::loginEntry()->loginSwitch, platform::LoginSwitch::Reset);
+
+    config.launchAtLogin = false;
+    start(config);
+    EXPECT_FALSE(headless::loginEntry());
+    EXPECT_THAT(headless::removedLoginLabels(), ElementsAre("com.quillbar.launcher"));
+}
+
+TEST(LaunchAgent, PropertyList_isWrittenAsTheSystemWritesIt)
+{
+    EXPECT_EQ(
+        platform::launchAgentPropertyList({ "com.quillbar.launcher", "/A & <B>/\"c'/quillbar" }),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+        "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+        "<plist version=\"1.0\">\n"
+        "<dict>\n"
+        "\t<key>Label</key>\n"
+        "\t<string>com.quillbar.launcher</string>\n"
+        "\t<key>ProgramArguments</key>\n"
+        "\t<array>\n"
+        "\t\t<string>/A &amp; &lt;B&gt;/\"c'/quillbar</string>\n"
+        "\t</array>\n"
+        "\t<key>RunAtLoad</key>\n"
+        "\t<true/>\n"
+        "</dict>\n"
+        "</plist>\n");
+    EXPECT_THAT(platform::launchAgentPropertyList({ "l", "" }),
+        testing::HasSubstr("\t\t<string></string>\n"));
+}
+
+TEST_F(StartUp, AutoRun_takesFlaggedPinsInOrderWithoutFeedback)
+{
+    config.pinned = { "A", "B", "C" };
+    config.launchAtLoginShortcuts
+        = { { "A", false }, { "B", true }, { "C", true }, { "gone", true } };
+    config.launchAtLogin = false;
+    headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);
+    start(config);
+    auto const faceSyncs = headless::statusButtonSyncCount();
+    headless::advance(std::chrono::minutes(1));
+    EXPECT_THAT(runNames(), ElementsAre("B", "C"));
+    EXPECT_THAT(runTimes(), ElementsAre(1500, 3500));
+    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
+    EXPECT_EQ(headless::statusMenuSyncCount(), 1);
+    EXPECT_EQ(headless::statusButtonSyncCount(), faceSyncs);
+}
+
+TEST_F(StartUp, AutoRun_outlivesTheController)
+{
+    config.pinned = { "A" };
+    config.launchAtLoginShortcuts = { { "A", true } };
+    start(config);
+    app.reset();
+    headless::advance(std::chrono::milliseconds(1500));
+    EXPECT_THAT(runNames(), ElementsAre("A"));
+}
+
+TEST_F(StartUp, CheckForUpdates_asksTheUpdaterIfThereIsOne)
+{
+    start(config).checkForUpdates();
+    EXPECT_EQ(headless::updateCheckCount(), 1);
+    headless::setHasUpdater(false);
+    start(config).checkForUpdates();
+    EXPECT_EQ(headless::updateCheckCount(), 1);
+}
+
+TEST_F(StartUp, MainMenu_quitsAndEdits)
+{
+    start(config);
+    auto const& menu = headless::mainMenu();
+    EXPECT_EQ(menu.title, "MainMenu");
+    std::vector<std::string> rows;
+    for (auto const& top : menu.items) {
+        EXPECT_EQ(top.keyEquivalent.key, "");
+        EXPECT_FALSE(top.action);
+        for (auto const& item : top.submenu) {
+            rows.push_back(top.title + "/" + item.title + "/" + item.keyEquivalent.key);
+            EXPECT_EQ(item.keyEquivalent.modifiers, commandKey);
+        }
+    }
+    EXPECT_THAT(rows,
+        ElementsAre("Quillbar/Quit Quillbar/q", "Edit/Undo/z", "Edit/Redo/Z", "Edit//",
+            "Edit/Cut/x", "Edit/Copy/c", "Edit/Paste/v", "Edit/Select All/a"));
+    std::vector<StandardCommand> commands;
+    for (auto const& item : menu.items.back().submenu)
+        commands.push_back(item.command);
+    EXPECT_THAT(commands,
+        ElementsAre(StandardCommand::Undo, StandardCommand::Redo, StandardCommand::None,
+            StandardCommand::Cut, StandardCommand::Copy, StandardCommand::Paste,
+            StandardCommand::SelectAll));
+
+    platform::performAction(menu.items.front().submenu.front());
+    EXPECT_TRUE(headless::isTerminated());
+}
+
+} // namespace
+} // namespace quillbar

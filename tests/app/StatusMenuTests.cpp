@@ -1,0 +1,239 @@
+#include "app/Badge.h"
+#include "app/StatusMenu.h"
+#include "platform/headless/Headless.h"
+
+#include <gmock/gmock.h>
+
+namespace quillbar {
+namespace {
+
+namespace headless = platform::headless;
+using platform::AttributedText;
+using platform::commandKey;
+using platform::Font;
+using platform::FontWeight;
+using platform::KeyEquivalent;
+using platform::MenuItem;
+using platform::MenuItemKind;
+using platform::optionKey;
+using platform::SystemColor;
+using testing::ElementsAre;
+using Titles = std::vector<std::string>;
+
+class StatusMenuTest : public testing::Test {
+protected:
+    StatusMenuTest() { headless::reset(); }
+    ~StatusMenuTest() override { headless::reset(); }
+
+    [[nodiscard]] std::vector<MenuItem> items() const
+    {
+        return makeStatusMenu(config, actions).items;
+    }
+
+    /// One text per row: its title, "-" for a separator, in brackets when disabled.
+    [[nodiscard]] Titles rows() const
+    {
+        Titles titles;
+        for (auto const& item : items()) {
+            if (item.kind == MenuItemKind::Separator)
+                titles.emplace_back("-");
+            else
+                titles.push_back(item.isEnabled ? item.title : "[" + item.title + "]");
+        }
+        return titles;
+    }
+
+    /// The rows between the first heading and the fixed commands.
+    [[nodiscard]] Titles pinnedRows() const
+    {
+        auto const all = rows();
+        return { all.begin() + 1, all.end() - 9 };
+    }
+
+    /// Among the fixed commands, counted from the end.
+    [[nodiscard]] MenuItem fromEnd(std::size_t index) const
+    {
+        auto const all = items();
+        return all.at(all.size() - index);
+    }
+
+    Config config;
+    StatusMenuActions actions;
+};
+
+std::optional<std::string> symbolOf(MenuItem const& item)
+{
+    auto const* const symbol
+        = item.image ? std::get_if<platform::SymbolImage>(&*item.image) : nullptr;
+    return symbol ? std::optional(symbol->name) : std::nullopt;
+}
+
+constexpr auto const* footer = "[⌘⌥·17 · type to jump · 1–9 to run]";
+
+TEST_F(StatusMenuTest, WithoutPins_saysSo)
+{
+    EXPECT_THAT(rows(),
+        ElementsAre("[QUILLBAR]", "[No shortcuts pinned]", "-", "Edit in Shortcuts…",
+            "Type to Jump…", "Settings…", "-", "Check for Updates…", "About Quillbar",
+            "Quit Quillbar", footer));
+    EXPECT_EQ(makeStatusMenu(config, actions).title, "");
+    EXPECT_EQ(symbolOf(items()[1]), std::nullopt);
+}
+
+TEST_F(StatusMenuTest, RunAll_needsTwoPins)
+{
+    config.pinned = { "A" };
+    EXPECT_THAT(pinnedRows(), ElementsAre("A"));
+    config.pinned = { "A", "B" };
+    EXPECT_THAT(pinnedRows(), ElementsAre("A", "B", "-", "Run All"));
+    auto const runAll = items()[4];
+    EXPECT_EQ(runAll.keyEquivalent, (KeyEquivalent { "0", commandKey }));
+    EXPECT_EQ(symbolOf(runAll), "play.fill");
+}
+
+TEST_F(StatusMenuTest, Headings_standWhereTheGroupChanges)
+{
+    struct Case {
+        Titles pinned;
+        std::map<std::string, std::string> groups;
+        Titles rows;
+    };
+    std::vector<Case> const cases {
+        { { "A", "B", "C" }, { { "A", "Work" }, { "C", "Work" } }, { "[WORK]", "A", "B", "C" } },
+        { { "A", "B" }, { { "A", "Work" }, { "B", "work" } }, { "[WORK]", "A", "[WORK]", "B" } },
+        { { "A", "B", "C" }, { { "A", "x" }, { "B", "y" }, { "C", "x" } },
+            { "[X]", "A", "[Y]", "B", "[X]", "C" } },
+        { { "A", "B" }, { { "A", "" }, { "B", "größe" } }, { "A", "[GRÖSSE]", "B" } },
+    };
+    for (auto const& [pinned, groups, expected] : cases) {
+        config.pinned = pinned;
+        config.groupOf = groups;
+        auto shown = pinnedRows();
+        shown.resize(shown.size() - 2);
+        EXPECT_EQ(shown, expected);
+    }
+}
+
+TEST_F(StatusMenuTest, Heading_showsTheIconInAQuietStyle)
+{
+    config.iconSymbol = "bolt.fill";
+    config.pinned = { "A" };
+    config.groupOf = std::map<std::string, std::string> { { "A", "Work" } };
+    for (auto const& heading : { items()[0], items()[1] }) {
+        EXPECT_EQ(symbolOf(heading), "bolt.fill");
+        EXPECT_EQ(heading.attributedTitle,
+            (AttributedText { .text = heading.title,
+                .font = Font { .size = 11, .weight = FontWeight::Semibold },
+                .color = SystemColor::SecondaryLabel }));
+    }
+    headless::setMissingSymbols({ "bolt.fill" });
+    EXPECT_EQ(items()[0].image, std::nullopt);
+}
+
+TEST_F(StatusMenuTest, Title_namesAValidHotkey)
+{
+    config.pinned = { "Backup", "B", "C" };
+    config.shortcutHotkeys
+        = { { "Backup", { 17, 0x900 } }, { "B", { 0, 0x900 } }, { "gone", { 17, 0x100 } } };
+    auto const all = items();
+    EXPECT_EQ(all[1].title, "Backup  (⌘⌥·17)");
+    EXPECT_EQ(all[1].representedObject, "Backup");
+    EXPECT_EQ(all[2].title, "B");
+    EXPECT_EQ(all[3].title, "C");
+}
+
+TEST_F(StatusMenuTest, FirstNine_haveBareDigitKeysAndTheBadgesRepeat)
+{
+    for (int i = 0; i < 10; ++i)
+        config.pinned.push_back("Shortcut " + std::to_string(i));
+    auto const all = items();
+    Badges const badges;
+    auto const drawing = [](platform::Image const& image) {
+        return *std::get<std::shared_ptr<platform::Drawing const>>(image);
+    };
+    for (std::size_t i = 0; i < 10; ++i) {
+        auto const& item = all[i + 1];
+        EXPECT_EQ(item.keyEquivalent,
+            i < 9 ? KeyEquivalent({ std::to_string(i + 1), 0 }) : KeyEquivalent());
+        ASSERT_TRUE(item.image);
+        EXPECT_EQ(drawing(*item.image), drawing(badges.at(i % 8)));
+    }
+    EXPECT_NE(drawing(badges.at(0)), drawing(badges.at(7)));
+}
+
+TEST_F(StatusMenuTest, Badge_isAWhiteSparkleOnAGradient)
+{
+    platform::Rect const square { 0, 0, 16, 16 };
+    platform::Drawing expected { .size = { 16, 16 },
+        .operations = { platform::ClipToRoundedRect { square, 4.48 },
+            platform::FillLinearGradient {
+                square, { 0.98, 0.45, 0.68, 1 }, { 0.82, 0.20, 0.52, 1 }, 90 },
+            platform::DrawSymbol { "sparkle", { 3.36, 3.36, 9.28, 9.28 }, { 1, 1, 1, 1 } } } };
+    auto const drawn
+        = [] { return *std::get<std::shared_ptr<platform::Drawing const>>(Badges().at(2)); };
+    EXPECT_EQ(drawn(), expected);
+    headless::setMissingSymbols({ "sparkle" });
+    expected.operations.pop_back();
+    EXPECT_EQ(drawn(), expected);
+}
+
+TEST_F(StatusMenuTest, FixedCommands_haveTheirKeysSymbolsAndActions)
+{
+    Titles called;
+    auto const note = [&](char const* name) { return [&called, name] { called.push_back(name); }; };
+    actions = { .run = {},
+        .runAll = note("runAll"),
+        .openShortcutsApp = note("openShortcutsApp"),
+        .openPalette = note("openPalette"),
+        .openSettings = note("openSettings"),
+        .checkForUpdates = note("checkForUpdates"),
+        .showAbout = note("showAbout") };
+    struct Case {
+        std::size_t fromEnd;
+        char const* symbol;
+        KeyEquivalent key;
+        char const* action;
+    };
+    for (auto const& [index, symbol, key, action] : {
+             Case { 8, "square.and.pencil", {}, "openShortcutsApp" },
+             Case { 7, "magnifyingglass", { "t", commandKey | optionKey }, "openPalette" },
+             Case { 6, "gearshape", { ",", commandKey }, "openSettings" },
+             Case { 4, "arrow.clockwise", { "u", commandKey }, "checkForUpdates" },
+             Case { 3, "info.circle", {}, "showAbout" },
+         }) {
+        auto const item = fromEnd(index);
+        EXPECT_EQ(symbolOf(item), symbol);
+        EXPECT_EQ(item.keyEquivalent, key);
+        called.clear();
+        platform::performAction(item);
+        EXPECT_THAT(called, ElementsAre(action));
+    }
+    auto const quit = fromEnd(2);
+    EXPECT_EQ(quit.keyEquivalent, (KeyEquivalent { "q", commandKey }));
+    EXPECT_EQ(quit.image, std::nullopt);
+    platform::performAction(quit);
+    EXPECT_TRUE(headless::isTerminated());
+}
+
+TEST_F(StatusMenuTest, Footer_followsThePaletteHotkeyAndTheJumpKeyDoesNot)
+{
+    config.menuHotkey = Hotkey { 49, 0x1A00 };
+    auto const item = fromEnd(1);
+    EXPECT_EQ(item.title, "⌥⌃⇧Space · type to jump · 1–9 to run");
+    EXPECT_EQ(item.attributedTitle,
+        (AttributedText { .text = item.title,
+            .font = Font { .size = 11 },
+            .color = SystemColor::TertiaryLabel }));
+    EXPECT_EQ(fromEnd(7).keyEquivalent, (KeyEquivalent { "t", commandKey | optionKey }));
+}
+
+TEST_F(StatusMenuTest, MissingSymbols_leaveItemsWithoutImages)
+{
+    headless::setMissingSymbols({ "gearshape", "info.circle" });
+    EXPECT_EQ(fromEnd(6).image, std::nullopt);
+    EXPECT_EQ(fromEnd(3).image, std::nullopt);
+    EXPECT_TRUE(fromEnd(4).image);
+}
+
+} // namespace
+} // namespace quillbar

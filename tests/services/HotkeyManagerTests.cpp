@@ -1,0 +1,106 @@
+#include "platform/headless/Headless.h"
+#include "services/HotkeyManager.h"
+
+#include <gmock/gmock.h>
+
+namespace quillbar {
+namespace {
+
+namespace headless = platform::headless;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::uint32_t signature = 0x5155494C;
+
+class HotkeyManagerTest : public testing::Test {
+protected:
+    HotkeyManagerTest() { headless::reset(); }
+    ~HotkeyManagerTest() override
+    {
+        hotkeyManager().unregisterAll();
+        headless::reset();
+    }
+
+    [[nodiscard]] std::function<void()> count()
+    {
+        return [this] { ++calls; };
+    }
+
+    int calls = 0;
+};
+
+TEST_F(HotkeyManagerTest, Ids_countFromOneAndAreNeverUsedAgain)
+{
+    HotkeyManager manager;
+    headless::refuseHotkey(9, 0);
+    EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900), 1U);
+    EXPECT_EQ(manager.registerHotkey(count(), 18, 0x900), 2U);
+    manager.unregisterAll();
+    EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900), 3U);
+    EXPECT_EQ(manager.registerHotkey(count(), 9, 0), 0U);
+    EXPECT_EQ(manager.registerHotkey(count(), 18, 0x900), 5U);
+    EXPECT_THAT(headless::registeredHotkeys(),
+        ElementsAre(headless::RegisteredHotkey { 17, 0x900, signature, 3 },
+            headless::RegisteredHotkey { 18, 0x900, signature, 5 }));
+}
+
+TEST_F(HotkeyManagerTest, Handler_isInstalledOnce)
+{
+    HotkeyManager manager;
+    manager.install();
+    manager.install();
+    manager.registerHotkey(count(), 17, 0);
+    EXPECT_EQ(headless::hotkeyHandlerInstallCount(), 1);
+}
+
+TEST_F(HotkeyManagerTest, Press_runsItsActionOnceUntilUnregistered)
+{
+    auto const id = hotkeyManager().registerHotkey(count(), 17, 0x900);
+    ASSERT_NE(id, 0U);
+    headless::fire(17, 0x900);
+    EXPECT_EQ(calls, 1);
+    headless::fire(17, 0x100);
+    headless::fire(id + 1);
+    EXPECT_EQ(calls, 1);
+
+    hotkeyManager().unregister(id);
+    headless::fire(17, 0x900);
+    headless::fire(id);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(HotkeyManagerTest, Unregister_freesOneCombinationAndIgnoresUnknownIds)
+{
+    HotkeyManager manager;
+    auto const first = manager.registerHotkey(count(), 1, 0);
+    manager.registerHotkey(count(), 2, 0);
+    manager.unregister(first);
+    manager.unregister(first);
+    manager.unregister(0);
+    manager.unregister(77);
+    ASSERT_EQ(headless::registeredHotkeys().size(), 1U);
+    EXPECT_EQ(headless::registeredHotkeys().front().keyCode, 2U);
+    manager.unregisterAll();
+    EXPECT_THAT(headless::registeredHotkeys(), IsEmpty());
+}
+
+TEST_F(HotkeyManagerTest, Action_mayReplaceEveryRegistration)
+{
+    std::string const captured(100, 'x');
+    std::string seen;
+    auto& manager = hotkeyManager();
+    manager.registerHotkey(
+        [&, captured] {
+            manager.unregisterAll();
+            manager.registerHotkey(count(), 17, 0);
+            seen = captured;
+        },
+        17, 0);
+    headless::fire(17, 0);
+    EXPECT_EQ(seen, captured);
+    headless::fire(17, 0);
+    EXPECT_EQ(calls, 1);
+}
+
+} // namespace
+} // namespace quillbar

@@ -1,0 +1,133 @@
+#include "platform/headless/Headless.h"
+#include "services/ShortcutNames.h"
+#include "services/ShortcutsService.h"
+
+#include <gmock/gmock.h>
+
+namespace quillbar {
+namespace {
+
+namespace headless = platform::headless;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Names = std::vector<std::string>;
+
+constexpr auto const* tool = QUILLBAR_SHORTCUTS_TOOL;
+
+class ShortcutsServiceTest : public testing::Test {
+protected:
+    ShortcutsServiceTest() { headless::reset(); }
+    ~ShortcutsServiceTest() override { headless::reset(); }
+
+    /// Runs a shortcut of that fate to its end.
+    std::optional<bool> outcome(headless::ChildScript const& script)
+    {
+        headless::scriptChild({ tool, "run", "Backup" }, script);
+        std::optional<bool> result;
+        ShortcutsService::run("Backup", [&](bool succeeded) { result = succeeded; });
+        EXPECT_FALSE(result) << "told from within the call";
+        headless::advance(script.duration);
+        return result;
+    }
+};
+
+TEST(ShortcutNames, EveryNewline_separatesAndEmptyLinesAreNoNames)
+{
+    struct Case {
+        std::string listing;
+        Names names;
+    };
+    std::vector<Case> const cases {
+        { "", {} },
+        { "\n\r\n\n", {} },
+        { "B\nA\n\nc\r\nA\n", { "A", "A", "B", "c" } },
+        { "last without newline", { "last without newline" } },
+        { "a\nb\vc\fd\re", { "a", "b", "c", "d", "e" } },
+        { "a\xC2\x85"
+          "b\xE2\x80\xA8"
+          "c\xE2\x80\xA9"
+          "d",
+            { "a", "b", "c", "d" } },
+        { "trailing \n leading\n \n\t\n", { "\t", " ", " leading", "trailing " } },
+        // Characters that begin with the same bytes as a newline, or follow it in the table.
+        { "a\xC2\x86"
+          "b\xE2\x80\xA7"
+          "c\x0E"
+          "d",
+            { "a\xC2\x86"
+              "b\xE2\x80\xA7"
+              "c\x0E"
+              "d" } },
+    };
+    for (auto const& [listing, names] : cases)
+        EXPECT_EQ(shortcutNames(listing), names) << testing::PrintToString(listing);
+}
+
+TEST(ShortcutNames, TextThatIsNoUtf8_hasNoNames)
+{
+    for (std::string const listing : { "A\n\xFF\nB", "A\n\xE2\x80", "\xC0\x8A", "\xED\xA0\x80" })
+        EXPECT_THAT(shortcutNames(listing), IsEmpty()) << testing::PrintToString(listing);
+}
+
+TEST(ShortcutNames, Order_isByScalarValuesOfTheCanonicalForm)
+{
+    EXPECT_THAT(shortcutNames("apple\nZap\n10\n9\n"), ElementsAre("10", "9", "Zap", "apple"));
+    // U+FF21 stands before U+1F600, though not in UTF-16.
+    EXPECT_THAT(shortcutNames("\xF0\x9F\x98\x80\n\xEF\xBC\xA1"),
+        ElementsAre("\xEF\xBC\xA1", "\xF0\x9F\x98\x80"));
+    // Equal canonical forms keep the order of the listing.
+    auto const composed = "\xC3\xA9";
+    auto const decomposed = "e\xCC\x81";
+    EXPECT_THAT(shortcutNames(std::string(decomposed) + "\nf\n" + composed),
+        ElementsAre("f", decomposed, composed));
+    EXPECT_THAT(shortcutNames(std::string(composed) + "\nf\n" + decomposed),
+        ElementsAre("f", composed, decomposed));
+}
+
+TEST_F(ShortcutsServiceTest, List_asksTheToolAndIgnoresItsStatus)
+{
+    headless::scriptChild({ tool, "list" },
+        { .start = headless::ChildStart::Succeeds,
+            .exitStatus = 1,
+            .duration = milliseconds(0),
+            .output = "B\nA\n" });
+    EXPECT_THAT(ShortcutsService::list(), ElementsAre("A", "B"));
+    EXPECT_THAT(headless::readChildren(), ElementsAre(Names { tool, "list" }));
+}
+
+TEST_F(ShortcutsServiceTest, List_ofAToolThatCannotStartIsEmpty)
+{
+    headless::ChildScript script;
+    script.start = headless::ChildStart::Fails;
+    script.output = "A\n";
+    headless::scriptChild({ tool, "list" }, script);
+    EXPECT_THAT(ShortcutsService::list(), IsEmpty());
+}
+
+TEST_F(ShortcutsServiceTest, Run_succeedsOnlyWithStatusZero)
+{
+    headless::ChildScript script;
+    script.duration = milliseconds(40);
+    EXPECT_EQ(outcome(script), true);
+    script.exitStatus = 1;
+    EXPECT_EQ(outcome(script), false);
+    script.exitStatus = std::nullopt;
+    EXPECT_EQ(outcome(script), false);
+    script.exitStatus = 0;
+    script.start = headless::ChildStart::Fails;
+    EXPECT_EQ(outcome(script), false);
+}
+
+TEST_F(ShortcutsServiceTest, Run_passesTheNameAsOneArgument)
+{
+    Names const names { "-x", "", "a \"b\" $(c) 'd'", "line\nbreak", "--help" };
+    for (auto const& name : names)
+        ShortcutsService::run(name);
+    ASSERT_EQ(headless::startedChildren().size(), names.size());
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_THAT(headless::startedChildren()[i].arguments, ElementsAre(tool, "run", names[i]));
+}
+
+} // namespace
+} // namespace quillbar
