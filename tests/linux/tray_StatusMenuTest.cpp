@@ -127,6 +127,8 @@ TEST_F(StatusMenuTest, UnknownKeysAndEscapeRunNothing)
 {
     open({ numbered("A", "1") });
     type(Qt::Key_7);
+    for (auto const modifier : { Qt::Key_Alt, Qt::Key_Meta, Qt::Key_Control, Qt::Key_Shift })
+        type(modifier);
     type(Qt::Key_Q, Qt::MetaModifier);
     EXPECT_TRUE(menu->isVisible());
     type(Qt::Key_Escape);
@@ -155,6 +157,9 @@ TEST_F(StatusMenuTest, StaysOnTheScreenHoweverLongNamesAndListAre)
     auto const actions = menu->actions();
     EXPECT_EQ(menu->actionGeometry(actions.first()).x(), menu->actionGeometry(actions.last()).x())
         << "one column";
+    type(Qt::Key_Up);
+    EXPECT_EQ(menu->activeAction(), actions.last());
+    EXPECT_TRUE(menu->rect().contains(menu->actionGeometry(actions.last())));
     menu->close();
 }
 

@@ -13,6 +13,7 @@
 #include <QStyleOptionMenuItem>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quillbar::platform {
@@ -29,6 +30,13 @@ bool isChoosable(MenuItem const& item)
 MenuItem const* itemOf(QAction const* action)
 {
     return static_cast<MenuItem const*>(action->data().value<void const*>());
+}
+
+bool isModifier(int key)
+{
+    constexpr std::array modifiers { Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr,
+        Qt::Key_Meta, Qt::Key_Super_L, Qt::Key_Super_R };
+    return std::ranges::find(modifiers, key) != modifiers.end();
 }
 
 // Wide enough to be seen as a gap; the tab itself would move the rest into the key column.
@@ -59,11 +67,18 @@ StatusMenu::StatusMenu(std::shared_ptr<Menu const> menu)
 
 void StatusMenu::keyPressEvent(QKeyEvent* event)
 {
+    // QMenu takes the Alt that begins a combination for the wish to close it.
+    if (isModifier(event->key()))
+        return;
     setUserTime(static_cast<std::uint32_t>(event->timestamp()));
     auto const found = std::ranges::find_if(menu_->items, [event](MenuItem const& item) {
         return isChoosable(item) && isKeyEquivalent(*event, item.keyEquivalent);
     });
     if (found == menu_->items.end()) {
+        // From nothing QMenu goes up to the last row without scrolling to it; from the first row it
+        // does scroll.
+        if (event->key() == Qt::Key_Up && activeAction() == nullptr)
+            activateFirst();
         QMenu::keyPressEvent(event);
         return;
     }
@@ -138,6 +153,15 @@ QIcon StatusMenu::makeIcon(Image const& image) const
     icon.addPixmap(selected, QIcon::Active);
     icon.addPixmap(paint(toQColor(SystemColor::SecondaryLabel, palette())), QIcon::Disabled);
     return icon;
+}
+
+void StatusMenu::activateFirst()
+{
+    auto const rows = actions();
+    auto const first = std::ranges::find_if(
+        rows, [](QAction const* row) { return row->isEnabled() && !row->isSeparator(); });
+    if (first != rows.end())
+        setActiveAction(*first);
 }
 
 void StatusMenu::choose(MenuItem const& item)

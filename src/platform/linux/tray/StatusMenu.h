@@ -35,6 +35,7 @@ private:
     void addItems(QMenu& target, std::vector<MenuItem> const& items);
     QAction* makeAction(QMenu& target, MenuItem const& item);
     QIcon makeIcon(Image const& image) const;
+    void activateFirst();
     void choose(MenuItem const& item);
 
     std::shared_ptr<Menu const> menu_;
