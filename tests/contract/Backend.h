@@ -1,8 +1,30 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// What the contract tests need of the backend under test; each backend defines it for itself.
 namespace quillbar::test {
 
-/// Lets the backend under test carry out what it has put off.
+/// Lets the backend carry out what it has put off.
 void settle();
+
+/// Lets the main thread's events come in until `isDone`. Returns at once when that holds already,
+/// and fails the test when it never does.
+void waitUntil(std::function<bool()> const& isDone);
+
+/// The time by which delays are measured.
+[[nodiscard]] std::chrono::milliseconds now();
+
+/// The arguments of a child that does as it is called.
+using Arguments = std::vector<std::string>;
+[[nodiscard]] Arguments childExiting(int status);
+[[nodiscard]] Arguments childEndedBySignal();
+[[nodiscard]] Arguments childThatCannotStart();
+/// Prints so many times the letter x to its standard output and to its standard error, then exits.
+[[nodiscard]] Arguments childPrinting(std::size_t size, int status);
 
 } // namespace quillbar::test

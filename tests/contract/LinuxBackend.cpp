@@ -3,16 +3,65 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
-void quillbar::test::settle()
+namespace quillbar::test {
+
+namespace {
+
+Arguments shell(std::string command)
+{
+    return { "/bin/sh", "-c", std::move(command) };
+}
+
+} // namespace
+
+void settle()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
 }
 
+// What never comes is ended by the test's own time limit.
+void waitUntil(std::function<bool()> const& isDone)
+{
+    while (!isDone())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+std::chrono::milliseconds now()
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
+Arguments childExiting(int status)
+{
+    return shell("exit " + std::to_string(status));
+}
+
+Arguments childEndedBySignal()
+{
+    return shell("kill -KILL $$");
+}
+
+Arguments childThatCannotStart()
+{
+    return { "/no/such/program" };
+}
+
+Arguments childPrinting(std::size_t size, int status)
+{
+    auto const print = "head -c " + std::to_string(size) + " /dev/zero | tr '\\0' x";
+    return shell(print + "; " + print + " >&2; exit " + std::to_string(status));
+}
+
+} // namespace quillbar::test
+
 int main(int argumentCount, char** arguments)
 {
     testing::InitGoogleTest(&argumentCount, arguments);
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The session that the tests run in must not see their status items.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     QApplication const application(argumentCount, arguments);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,103 @@
+// Work runs on the main thread, from the event loop only, in the order of posting.
+
+#include "contract/Backend.h"
+#include "platform/MainQueue.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <memory>
+#include <thread>
+#include <utility>
+
+namespace quillbar::platform {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class MainQueueContract : public testing::Test {
+protected:
+    [[nodiscard]] std::function<void()> note(int number)
+    {
+        return [this, number] { noted.push_back(number); };
+    }
+
+    void waitForNotes(std::size_t count)
+    {
+        test::waitUntil([&] { return noted.size() >= count; });
+    }
+
+    std::vector<int> noted;
+};
+
+TEST_F(MainQueueContract, Work_runsInTheOrderOfPostingAndNeverWithinTheCall)
+{
+    post(note(1));
+    post([&] {
+        post(note(4));
+        noted.push_back(2);
+    });
+    post(note(3));
+    EXPECT_THAT(noted, IsEmpty());
+    waitForNotes(4);
+    EXPECT_THAT(noted, ElementsAre(1, 2, 3, 4));
+}
+
+TEST_F(MainQueueContract, WorkOfOtherThreads_runsOnTheMainThreadInTheirOrder)
+{
+    constexpr int threadCount = 4;
+    constexpr int perThread = 100;
+    auto const mainThread = std::this_thread::get_id();
+    std::vector<std::vector<int>> seen(threadCount);
+    int count = 0;
+    std::vector<std::thread> threads;
+    for (std::size_t t = 0; t < threadCount; ++t) {
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < perThread; ++i) {
+                post([&, t, i] {
+                    EXPECT_EQ(std::this_thread::get_id(), mainThread);
+                    seen[t].push_back(i);
+                    ++count;
+                });
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    test::waitUntil([&] { return count == threadCount * perThread; });
+    for (auto const& numbers : seen)
+        EXPECT_TRUE(std::ranges::is_sorted(numbers));
+}
+
+TEST_F(MainQueueContract, DelayedWork_comesByItsTimeAndNeverSooner)
+{
+    auto const begin = test::now();
+    auto const noteAfter = [&](int number, milliseconds delay) {
+        postDelayed(delay, [this, number, delay, begin] {
+            EXPECT_GE(test::now() - begin, delay);
+            noted.push_back(number);
+        });
+    };
+    noteAfter(3, milliseconds(120));
+    noteAfter(2, milliseconds(60));
+    noteAfter(1, milliseconds(0));
+    EXPECT_THAT(noted, IsEmpty());
+    waitForNotes(3);
+    EXPECT_THAT(noted, ElementsAre(1, 2, 3));
+}
+
+TEST_F(MainQueueContract, Work_mayHoldTheLastReferenceToWhatPosts)
+{
+    auto owner = std::shared_ptr<int>(new int(7), [this](int const* value) {
+        post(note(*value));
+        delete value;
+    });
+    post([owner = std::exchange(owner, nullptr)] {});
+    waitForNotes(1);
+    EXPECT_THAT(noted, ElementsAre(7));
+}
+
+} // namespace
+} // namespace quillbar::platform
