@@ -40,6 +40,8 @@ void AppDelegate::applicationDidFinishLaunching()
     platform::installMainMenu(mainMenu());
     applyHotkeys();
     applyLaunchAtLogin(platform::LoginSwitch::Keep);
+    runOnboardingIfNeeded();
+    showPermissionsTipIfNeeded();
     scheduleAutoRun(config_);
 }
 
@@ -150,7 +152,7 @@ StatusMenuActions AppDelegate::statusMenuActions()
         .openPalette = command(&AppDelegate::openPalette),
         .openSettings = command(&AppDelegate::openSettings),
         .checkForUpdates = command(&AppDelegate::checkForUpdates),
-        .showAbout = {} };
+        .showAbout = command(&AppDelegate::showAbout) };
 }
 
 } // namespace quillbar

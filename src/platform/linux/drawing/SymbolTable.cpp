@@ -233,4 +233,10 @@ bool symbolExists(std::string_view name)
     return findSymbol(name).has_value();
 }
 
+// Programs carry no icon of their own here; the drawn one is the same as the theme's.
+std::optional<Image> bundleImage(std::string_view /*name*/, Size /*size*/)
+{
+    return std::nullopt;
+}
+
 } // namespace quillbar::platform
