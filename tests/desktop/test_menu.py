@@ -2,8 +2,9 @@
 
 import io
 
+import pytest
+from gi.repository import GLib
 from PIL import Image
-
 from virtualdesktop import wait_until
 
 COMMANDS = ["---", "Edit in Shortcuts…", "Type to Jump…", "Settings…", "---",
@@ -39,7 +40,7 @@ def test_rows_have_their_state_shortcut_and_image(program):
     assert disabled == ["QUILLBAR", COMMANDS[-1]]
     assert {row.title: row.shortcut for row in menu.rows() if row.shortcut} == {
         "A": [["1"]], "B": [["2"]], "Run All": [["Super", "0"]],
-        "Type to Jump…": [["Super", "Alt", "t"]], "Settings…": [["Super", "comma"]],
+        "Type to Jump…": [["Alt", "Super", "t"]], "Settings…": [["Super", "comma"]],
         "Check for Updates…": [["Super", "u"]], "Quit Quillbar": [["Super", "q"]]}
     without_image = [row.title for row in menu.rows() if not row.icon and not row.separator]
     assert without_image == ["Quit Quillbar", COMMANDS[-1]]
@@ -49,7 +50,7 @@ def test_badges_repeat_from_the_ninth_pin_and_the_tenth_has_no_key(program):
     names = [f"Shortcut {number}" for number in range(10)]
     program.pin(*names)
     menu = program.start().menu
-    rows = [menu.row(name) for name in names]
+    rows = [menu.row(name, images=True) for name in names]
     assert [row.shortcut for row in rows] == [[[str(key)]] for key in range(1, 10)] + [[]]
     badges = [row.icon for row in rows]
     assert len(set(badges)) == 8
@@ -59,7 +60,7 @@ def test_badges_repeat_from_the_ninth_pin_and_the_tenth_has_no_key(program):
 
 
 def test_names_are_shown_and_run_as_they_are(program):
-    names = ["this & that", "under_score __init__", "<b>bold</b> <i>", "heart 💜 café", "-n dash",
+    names = ["this & that", "under_score __init__", "<b>bold <i>", "heart 💜 café", "-n dash",
              " blanks around ", 'quotes "\'`$HOME`']
     program.pin(*names)
     menu = program.start().menu
@@ -74,7 +75,8 @@ def test_group_clicks_run_and_name_unknown_rows(program):
     menu = program.start().menu
     assert menu.click_in_group("B") == []
     program.wait_for_runs("B")
-    menu.send(999_999)
+    with pytest.raises(GLib.Error):
+        menu.send(999_999)
     menu.send(menu.row("QUILLBAR").id)
     menu.send(menu.row("A").id, "no-such-event")
     menu.click("A")
@@ -99,7 +101,7 @@ def test_five_thousand_pins_work(program):
     names = [f"Shortcut {number:04}" for number in range(5000)]
     program.pin(*names)
     menu = program.start().menu
-    rows = menu.rows()
+    rows = menu.rows(images=False)
     assert [row.title for row in rows][1:5001] == names
     menu.send(rows[5000].id)
     program.wait_for_runs(names[-1])

@@ -4,6 +4,9 @@ import os
 
 from virtualdesktop import wait_until
 
+# 32 and 33, which no program can set: they stay as whoever started the tests left them.
+C_LIBRARY_SIGNALS = 0x180000000
+
 
 def wait_for_notification(program, count=1):
     return wait_until(
@@ -55,12 +58,12 @@ def test_vanished_shortcut_fails(program):
 
 
 def test_markup_in_names_is_escaped_only_where_it_is_rendered(program):
-    name = "<b>Tom & Jerry</b>"
+    name = "<b>Tom & Jerry"
     program.pin(name)
     menu = program.start().menu
     menu.click(name)
     shown = wait_for_notification(program)
-    assert shown[0]["body"] == "Launched “&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;”"
+    assert shown[0]["body"] == "Launched “&lt;b&gt;Tom &amp; Jerry”"
 
     program.desktop.notifications.stop()
     program.desktop.notifications.start("body")
@@ -75,6 +78,7 @@ def test_icon_dims_for_a_moment(program):
     tray = program.start()
     icons = record_icons(tray)
 
+    # A pulse may be over before this process looks, so that one run may not be enough.
     def dimmed_and_back():
         if icons[-1] == icons[0]:
             if len(set(icons)) > 1:
@@ -82,23 +86,25 @@ def test_icon_dims_for_a_moment(program):
             tray.menu.click("A")
         return False
 
-    wait_until(dimmed_and_back, lambda: f"the icon does not dim and return: {icons}")
-    assert len(set(icons)) == 2
+    wait_until(dimmed_and_back, lambda: f"the icon does not dim and return: {set(icons)}")
+    assert all(icon.endswith("-symbolic") for icon in icons)
 
 
-def test_failure_turns_the_icon_red(program):
+def test_failure_turns_the_icon_red_for_a_moment(program):
     program.add_shortcut("Broken", "exit 1")
     program.pin("Broken")
     tray = program.start()
     icons = record_icons(tray)
 
-    def reddened():
-        if any("red" in icon for icon in icons):
-            return True
-        tray.menu.click("Broken")
+    def reddened_and_back():
+        if icons[-1] == icons[0]:
+            # Panels recolour symbolic icons, so a colour of its own needs another name.
+            if any(not icon.endswith("-symbolic") for icon in icons):
+                return True
+            tray.menu.click("Broken")
         return False
 
-    wait_until(reddened, lambda: f"the icon does not turn red: {icons}")
+    wait_until(reddened_and_back, lambda: f"the icon does not turn red and back: {set(icons)}")
 
 
 def test_run_all_starts_every_pin_in_order(program):
@@ -136,7 +142,7 @@ def test_child_starts_clean(program):
         # The shell itself keeps its script open on a high number.
         assert [fd for fd in file.read().split() if int(fd) < 10] == ["0", "1", "2"]
     with open(f"{report}.signals", encoding="ascii") as file:
-        assert [int(line.split()[1], 16) for line in file] == [0, 0]
+        assert [int(line.split()[1], 16) & ~C_LIBRARY_SIGNALS for line in file] == [0, 0]
     with open(f"{report}.environment", encoding="utf-8") as file:
         keys = {line.partition("=")[0] for line in file}
     assert not keys & {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"}

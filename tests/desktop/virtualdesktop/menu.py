@@ -30,21 +30,23 @@ class ExportedMenu:
         self._bus, self._name, self._path = bus, name, path
 
     def revision(self):
-        return self._layout()[0]
+        return self._layout(["type"])[0]
 
-    def rows(self):
-        return [_row(child) for child in self._layout()[1][2]]
+    def rows(self, images=True):
+        """The rows; unpacking the images of thousands takes Python long."""
+        wanted = [] if images else ["type", "label", "enabled", "visible", "shortcut"]
+        return [_row(child) for child in self._layout(wanted)[1][2]]
 
-    def row(self, title):
+    def row(self, title, images=False):
         """The first row of that title; an error names the rows there are."""
-        rows = self.rows()
+        rows = self.rows(images)
         for row in rows:
             if row.title == title:
                 return row
         raise AssertionError(f"no row {title!r} in {[row.title for row in rows]}")
 
     def titles(self):
-        return ["---" if row.separator else row.title for row in self.rows()]
+        return ["---" if row.separator else row.title for row in self.rows(images=False)]
 
     def click(self, title):
         """What a host sends when the person clicks the row."""
@@ -64,8 +66,9 @@ class ExportedMenu:
         return self._bus.on_signal(self._name, _INTERFACE, "LayoutUpdated",
                                    lambda _path, arguments, _sender: callback(arguments))
 
-    def _layout(self):
-        return self._bus.call(self._name, self._path, _INTERFACE, "GetLayout", "(iias)", 0, -1, [])
+    def _layout(self, wanted=()):
+        return self._bus.call(self._name, self._path, _INTERFACE, "GetLayout", "(iias)", 0, -1,
+                              wanted)
 
 
 def _row(layout):
