@@ -38,7 +38,7 @@ std::map<std::string, Value> entriesOf(
 
 } // namespace
 
-SettingsModel::SettingsModel(Config config, std::vector<std::string> all)
+SettingsModel::SettingsModel(Config config, std::vector<std::string> const& all)
     : config_(std::move(config))
     , order_(filtered(config_.pinned, all, true))
     , others_(filtered(all, order_, false))

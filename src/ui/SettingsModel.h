@@ -25,7 +25,7 @@ public:
     enum class Move : std::uint8_t { IntoPinned, OutOfPinned };
 
     /// `all` is what the shortcuts tool lists; pinned names that it lacks are left out.
-    SettingsModel(Config config, std::vector<std::string> all);
+    SettingsModel(Config config, std::vector<std::string> const& all);
 
     /// Puts the shortcut at the end of the pinned ones; whether it was available.
     bool pin(std::string const& name);

@@ -337,6 +337,19 @@ TEST_F(SettingsWindow, Controls_doNothingOnceTheControllerIsGone)
     EXPECT_TRUE(saved.empty());
 }
 
+TEST_F(SettingsWindow, AvailableList_scrollsOnlyOnceItIsLongerThanItsFrame)
+{
+    struct {
+        std::size_t count;
+        bool scrolls;
+    } const cases[] = { { 0, false }, { 5, false }, { 6, true } };
+    for (auto const& [count, scrolls] : cases) {
+        open(pinning({}), Names(count, "A"));
+        auto const scrollViews = findAll<ScrollView>(window());
+        EXPECT_EQ(scrollViews.back()->maximumOffset() > 0, scrolls) << count;
+    }
+}
+
 TEST_F(SettingsWindow, TenThousandShortcuts_needFewNativeViews)
 {
     Names listed;

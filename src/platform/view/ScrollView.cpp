@@ -40,7 +40,10 @@ View* ScrollView::documentView() const
 double ScrollView::maximumOffset() const
 {
     auto const* const document = documentView();
-    return document ? std::max(0.0, document->frame().height - contentSize().height) : 0;
+    // A document as high as the frame is not worth scrolling for the border's sake.
+    if (!document || document->frame().height <= frame().height)
+        return 0;
+    return document->frame().height - contentSize().height;
 }
 
 Size ScrollView::contentSize() const
