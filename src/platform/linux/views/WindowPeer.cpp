@@ -1,7 +1,7 @@
 #include "platform/linux/views/WindowPeer.h"
 
-#include "platform/linux/UserTime.h"
 #include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/system/WindowActivation.h"
 #include "platform/linux/views/Accessibility.h"
 #include "platform/linux/views/KeyFilter.h"
 #include "platform/linux/views/NativeView.h"
@@ -47,6 +47,8 @@ NativeWindow::NativeWindow(Window& window)
         roundedRect({ 0, 0, window.contentSize().width, window.contentSize().height }).size());
     if (window.background() == WindowBackground::Clear && isTranslucencyPossible())
         setAttribute(Qt::WA_TranslucentBackground);
+    if (window.kind() == WindowKind::Panel)
+        skipTaskbar(*this);
 }
 
 void NativeWindow::release()
@@ -80,11 +82,10 @@ void NativeWindow::centerOnScreen()
 
 void NativeWindow::bringForward()
 {
-    raise();
-    if (!portable_->canBecomeKeyWindow())
-        return;
-    activateWindow();
-    requestActivation(*this, userTime());
+    if (portable_->canBecomeKeyWindow())
+        platform::activateWindow(*windowHandle());
+    else
+        raise();
 }
 
 void NativeWindow::setGround(QPolygon const& ground)

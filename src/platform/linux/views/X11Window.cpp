@@ -5,14 +5,13 @@
 #include <QGuiApplication>
 #include <xcb/xcb.h>
 
+#include <array>
 #include <string_view>
 #include <vector>
 
 namespace quillbar::platform {
 
 namespace {
-
-constexpr std::uint32_t sourcePager = 2;
 
 xcb_connection_t* x11Connection()
 {
@@ -42,23 +41,17 @@ bool isTranslucencyPossible()
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-void requestActivation(QWidget const& window, std::uint32_t userTime)
+void skipTaskbar(QWidget const& window)
 {
     auto* const connection = x11Connection();
     if (!connection)
         return;
-    static auto const atom = atomNamed(connection, "_NET_ACTIVE_WINDOW");
-    xcb_client_message_event_t message {};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = static_cast<xcb_window_t>(window.winId());
-    message.type = atom;
-    message.data.data32[0] = sourcePager;
-    message.data.data32[1] = userTime;
-    xcb_send_event(connection, 0, xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-        reinterpret_cast<char const*>(&message));
-    xcb_flush(connection);
+    static auto const state = atomNamed(connection, "_NET_WM_STATE");
+    static std::array const skipped { atomNamed(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
+        atomNamed(connection, "_NET_WM_STATE_SKIP_PAGER") };
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
+        static_cast<xcb_window_t>(window.winId()), state, XCB_ATOM_ATOM, 32, skipped.size(),
+        skipped.data());
 }
 
 void requestBlur(QWidget const& window, QRegion const& region)

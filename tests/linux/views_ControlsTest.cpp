@@ -1,0 +1,164 @@
+#include "linux/views_Fixture.h"
+#include "platform/view/Button.h"
+#include "platform/view/Label.h"
+#include "platform/view/PopUpButton.h"
+#include "platform/view/ScrollView.h"
+#include "platform/view/TextField.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QWheelEvent>
+
+namespace quillbar::platform {
+namespace {
+
+class Controls : public ViewsFixture {
+protected:
+    std::shared_ptr<PopUpButton> addPopUp(View& parent)
+    {
+        auto popUp = parent.addSubview(std::make_shared<PopUpButton>());
+        popUp->setFrame({ 10, 4, 124, 22 });
+        for (auto const* title : { "None", "Work", "Personal" }) {
+            MenuItem item;
+            item.title = title;
+            popUp->addItem(item);
+        }
+        return popUp;
+    }
+
+    /// Whether the widget kept the turn for itself.
+    static bool turnWheel(QWidget& widget)
+    {
+        QPointF const place = widget.rect().center();
+        QWheelEvent turn(place, widget.mapToGlobal(place), {}, { 0, -120 }, Qt::NoButton,
+            Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&widget, &turn);
+        return turn.isAccepted();
+    }
+};
+
+TEST_F(Controls, Widgets_lieExactlyInTheirFrames)
+{
+    auto const scroll = add(std::make_shared<ScrollView>(), { 20, 30, 200, 100 });
+    scroll->setBorder(ScrollBorder::Bezel);
+    auto const list = std::make_shared<View>();
+    list->setFrame({ 0, 0, 180, 1000 });
+    auto const box = list->addSubview(std::make_shared<Button>(ButtonStyle::CheckBox, "Pin"));
+    box->setFrame({ 10, 58, 160, 16 });
+    scroll->setDocumentView(list);
+    scroll->userScrolled(50);
+    auto const field = add(std::make_shared<TextField>(), { 5, 140, 290, 12 });
+
+    auto const inWindow = [&](View const& view) {
+        auto& widget = widgetOf(view);
+        return QRect(widget.mapTo(widget.window(), QPoint()), widget.size());
+    };
+    EXPECT_EQ(inWindow(*box), QRect(31, 39, 160, 16));
+    EXPECT_EQ(inWindow(*box), roundedRect(box->frameInWindow()));
+    EXPECT_EQ(inWindow(*field), QRect(5, 140, 290, 12));
+    EXPECT_EQ(widgetOf(*box).window()->size(), QSize(300, 200));
+}
+
+TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
+{
+    for (auto const style : { ButtonStyle::Push, ButtonStyle::CheckBox, ButtonStyle::Borderless }) {
+        auto button = add(std::make_shared<Button>(style, "Pin"), { 10, 10, 80, 28 });
+        button->onClick = [this] { window->contentView().removeAllSubviews(); };
+        auto& widget = widgetOf(*button);
+        std::weak_ptr<View> const gone = std::exchange(button, nullptr);
+        QTest::mouseClick(&widget, Qt::LeftButton);
+        settle();
+        EXPECT_TRUE(gone.expired());
+    }
+}
+
+TEST_F(Controls, RealClick_togglesACheckboxOnce)
+{
+    auto const box
+        = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Pin"), { 10, 10, 160, 16 });
+    auto& widget = static_cast<QAbstractButton&>(widgetOf(*box));
+    QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, { 150, 8 });
+    EXPECT_EQ(box->state(), ButtonState::On);
+    EXPECT_TRUE(widget.isChecked());
+    box->setState(ButtonState::Off);
+    EXPECT_FALSE(widget.isChecked());
+}
+
+TEST_F(Controls, WheelOverAClosedPopUp_isLeftToWhatScrolls)
+{
+    auto const scroll = add(std::make_shared<ScrollView>(), { 0, 0, 200, 100 });
+    auto const list = std::make_shared<View>();
+    list->setFrame({ 0, 0, 200, 1000 });
+    auto const popUp = addPopUp(*list);
+    scroll->setDocumentView(list);
+    popUp->selectItem(1);
+
+    EXPECT_FALSE(turnWheel(widgetOf(*popUp)));
+    EXPECT_EQ(popUp->selectedIndex(), 1u);
+    EXPECT_TRUE(turnWheel(widgetOf(*scroll)));
+    EXPECT_GT(scroll->offset(), 0);
+}
+
+TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
+{
+    auto const popUp = addPopUp(window->contentView());
+    auto& combo = static_cast<QComboBox&>(widgetOf(*popUp));
+    window->makeFirstResponder(popUp);
+    press(Qt::Key_P);
+    EXPECT_EQ(popUp->selectedIndex(), 0u);
+    press(Qt::Key_Down);
+    ASSERT_TRUE(combo.view()->isVisible());
+    QTest::keyClick(combo.view(), Qt::Key_Down);
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    EXPECT_EQ(popUp->selectedIndex(), 1u);
+}
+
+TEST_F(Controls, TypedText_arrivesAndACompositionOnlyWhenItIsDone)
+{
+    auto const field = add(std::make_shared<TextField>(), { 10, 10, 200, 30 });
+    int edits = 0;
+    field->onTextChange = [&] { ++edits; };
+    window->makeFirstResponder(field);
+    QTest::keyClicks(&widgetOf(*field), QStringLiteral("ma"));
+    EXPECT_EQ(field->text(), "ma");
+
+    QInputMethodEvent composing(QStringLiteral("´"), {});
+    QApplication::sendEvent(&widgetOf(*field), &composing);
+    EXPECT_EQ(edits, 2);
+    QInputMethodEvent done;
+    done.setCommitString(QStringLiteral("é"));
+    QApplication::sendEvent(&widgetOf(*field), &done);
+    EXPECT_EQ(field->text(), "maé");
+    EXPECT_EQ(edits, 3);
+
+    field->setText("x");
+    EXPECT_EQ(static_cast<QLineEdit&>(widgetOf(*field)).text(), QStringLiteral("x"));
+    EXPECT_EQ(edits, 3);
+}
+
+TEST_F(Controls, AccessibilityTree_namesEveryKind)
+{
+    auto const label = add(std::make_shared<Label>("Menu bar icon:"), { 0, 0, 120, 20 });
+    auto const remove = add(std::make_shared<Button>(ButtonStyle::Borderless), { 0, 20, 20, 18 });
+    remove->setImage(SymbolImage { "xmark.circle.fill", "Remove", {}, {} });
+    remove->setToolTip("Remove from pinned");
+    auto const popUp = addPopUp(window->contentView());
+    auto const field = add(std::make_shared<TextField>(), { 0, 60, 100, 30 });
+    field->setAccessibilityLabel("Search");
+
+    auto const described = [&](View const& view) {
+        auto* const interface = QAccessible::queryAccessibleInterface(&widgetOf(view));
+        return std::pair(interface->role(), interface->text(QAccessible::Name).toStdString());
+    };
+    EXPECT_EQ(described(*label), std::pair(QAccessible::StaticText, std::string("Menu bar icon:")));
+    EXPECT_EQ(described(*remove), std::pair(QAccessible::PushButton, std::string("Remove")));
+    EXPECT_EQ(described(*popUp), std::pair(QAccessible::ComboBox, std::string("None")));
+    EXPECT_EQ(described(*field), std::pair(QAccessible::EditableText, std::string("Search")));
+    EXPECT_EQ(widgetOf(*remove).accessibleDescription(), QStringLiteral("Remove from pinned"));
+}
+
+} // namespace
+} // namespace quillbar::platform

@@ -1,0 +1,125 @@
+#include "linux/views_Fixture.h"
+#include "platform/view/Label.h"
+#include "platform/view/ScrollView.h"
+#include "platform/view/TableView.h"
+
+#include <QAccessible>
+
+#include <optional>
+#include <string>
+
+namespace quillbar::platform {
+namespace {
+
+class RowDrags : public ViewsFixture {
+protected:
+    RowDrags()
+    {
+        scroll->setDocumentView(table);
+        table->setRowHeight(20);
+        table->rowCount = [] { return std::size_t(50); };
+        table->viewForRow = [this](std::size_t row) {
+            auto view = table->takeReusableView({});
+            if (!view) {
+                view = std::make_shared<View>();
+                view->addSubview(std::make_shared<Label>())->setFrame({ 0, 0, 200, 20 });
+            }
+            static_cast<Label&>(*view->subviews()[0]).setText(std::to_string(row));
+            return view;
+        };
+        table->dragTextForRow = [](std::size_t row) {
+            return row == 1 ? std::nullopt : std::optional(std::to_string(row));
+        };
+        table->acceptDrop = [this](std::string const& text, std::size_t gap) {
+            dropped = text + " at " + std::to_string(gap);
+            return true;
+        };
+        table->onDoubleClick = [this] { opened = table->clickedRow(); };
+        table->reloadData();
+        settle();
+    }
+
+    /// Where the pointer meets the label of a row, as the mouse does.
+    void press(std::size_t row)
+    {
+        QTest::mousePress(&label(row), Qt::LeftButton, Qt::NoModifier, { 30, 10 });
+    }
+    void moveTo(int y) { QTest::mouseMove(&widgetOf(*table), { 30, y }); }
+    void release(int y)
+    {
+        QTest::mouseRelease(&widgetOf(*table), Qt::LeftButton, Qt::NoModifier, { 30, y });
+    }
+    QWidget& label(std::size_t row) { return widgetOf(*table->viewAtRow(row)->subviews()[0]); }
+
+    std::shared_ptr<ScrollView> scroll = add(std::make_shared<ScrollView>(), { 0, 0, 300, 100 });
+    std::shared_ptr<TableView> table = std::make_shared<TableView>();
+    std::string dropped;
+    std::optional<std::size_t> opened;
+};
+
+TEST_F(RowDrags, Drag_dropsInTheNearestGap)
+{
+    press(0);
+    moveTo(30);
+    moveTo(57);
+    release(57);
+    EXPECT_EQ(dropped, "0 at 3");
+    EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+}
+
+TEST_F(RowDrags, ClickASmallMoveAndARowWithoutText_dropNothing)
+{
+    press(0);
+    moveTo(12);
+    release(12);
+    press(1);
+    moveTo(90);
+    release(90);
+    EXPECT_EQ(dropped, "");
+    EXPECT_EQ(table->selectedRow(), 1u);
+}
+
+TEST_F(RowDrags, EscapeAndAReleaseFarOutside_giveUp)
+{
+    press(0);
+    moveTo(57);
+    QTest::keyClick(QApplication::activeWindow(), Qt::Key_Escape);
+    release(57);
+    EXPECT_TRUE(window->isVisible());
+    press(0);
+    moveTo(57);
+    release(180);
+    EXPECT_EQ(dropped, "");
+}
+
+TEST_F(RowDrags, PointerAtTheEdge_scrollsOn)
+{
+    press(0);
+    moveTo(97);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return scroll->offset() > 400; }));
+    release(static_cast<int>(scroll->offset()) + 97);
+    EXPECT_EQ(dropped.substr(0, 5), "0 at ");
+    EXPECT_GT(std::stoi(dropped.substr(5)), 20);
+}
+
+TEST_F(RowDrags, DoubleClick_opensTheRow)
+{
+    QTest::mouseDClick(&label(2), Qt::LeftButton, Qt::NoModifier, { 30, 10 });
+    EXPECT_EQ(opened, 2u);
+}
+
+TEST_F(RowDrags, AssistiveTechnology_movesRowsToo)
+{
+    auto* const row = QAccessible::queryAccessibleInterface(&widgetOf(*table->viewAtRow(2)));
+    EXPECT_EQ(row->role(), QAccessible::ListItem);
+    EXPECT_EQ(row->text(QAccessible::Name), QStringLiteral("2"));
+    table->selectRow(2);
+    EXPECT_TRUE(row->state().selected);
+    auto* const actions = row->actionInterface();
+    ASSERT_EQ(actions->actionNames().size(), 2);
+    actions->doAction(actions->actionNames().at(0));
+    EXPECT_EQ(dropped, "2 at 1");
+}
+
+} // namespace
+} // namespace quillbar::platform
