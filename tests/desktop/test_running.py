@@ -166,7 +166,7 @@ def test_hundreds_run_at_once_and_leave_no_zombie(program):
     wait_until(lambda: len(program.ran()) == 200, lambda: f"{len(program.ran())} of 200 started")
     with open(gate, "w", encoding="ascii"):
         pass
-    wait_for_notification(program, 200)
+    wait_for_notification(program)
     wait_until(lambda: not children(program.process.pid), "a child stays")
 
 

@@ -15,6 +15,11 @@ _CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Co
     <allow eavesdrop="true"/>
     <allow own="*"/>
   </policy>
+  <!-- A bus starts with tighter limits than a session's has. -->
+  <limit name="max_incoming_bytes">1000000000</limit>
+  <limit name="max_outgoing_bytes">1000000000</limit>
+  <limit name="max_message_size">1000000000</limit>
+  <limit name="max_replies_per_connection">50000</limit>
 </busconfig>
 """
 
