@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QTimer>
 
 #include <functional>
 
@@ -27,8 +28,11 @@ inline QApplication& application()
 inline bool waitUntil(std::function<bool()> const& condition)
 {
     QDeadlineTimer const deadline(10'000);
+    // What other processes do wakes no loop here.
+    QTimer tick;
+    tick.start(5);
     while (!condition() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return condition();
 }
 

@@ -71,7 +71,7 @@ QByteArray withoutFixedColors(QByteArray const& content)
 
 std::optional<SymbolBody> bodyOf(SymbolFile const& symbol)
 {
-    constexpr qint64 largestFile = 256 * 1024;
+    constexpr qint64 largestFile = 262'144;
     QFile file(symbol.path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile)
         return std::nullopt;
