@@ -46,8 +46,8 @@ bool readRoot(QByteArray const& document, SymbolBody& body)
     auto const attributes = reader.attributes();
     auto box = parseViewBox(attributes.value("viewBox"_L1));
     if (!box) {
-        QRectF const plain(
-            0, 0, attributes.value("width"_L1).toDouble(), attributes.value("height"_L1).toDouble());
+        QRectF const plain(0, 0, attributes.value("width"_L1).toDouble(),
+            attributes.value("height"_L1).toDouble());
         if (plain.isEmpty())
             return false;
         box = plain;
