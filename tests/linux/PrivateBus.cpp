@@ -8,9 +8,9 @@
 
 namespace quillbar::testing {
 
-PrivateBus::PrivateBus()
+PrivateBus::PrivateBus(QString const& configuration)
 {
-    daemon_.start("dbus-daemon", { "--session", "--nofork", "--print-address=1" });
+    daemon_.start("dbus-daemon", { configuration, "--nofork", "--print-address=1" });
     while (!daemon_.canReadLine()) {
         if (!daemon_.waitForReadyRead(10'000))
             throw std::runtime_error("dbus-daemon does not start");

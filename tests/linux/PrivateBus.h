@@ -11,7 +11,8 @@ namespace quillbar::testing {
 /// A session bus of the test's own, named in DBUS_SESSION_BUS_ADDRESS; stopped on destruction.
 class PrivateBus {
 public:
-    PrivateBus();
+    /// `configuration` is the daemon's option for it.
+    explicit PrivateBus(QString const& configuration = QStringLiteral("--session"));
     PrivateBus(PrivateBus const&) = delete;
     PrivateBus& operator=(PrivateBus const&) = delete;
     ~PrivateBus();

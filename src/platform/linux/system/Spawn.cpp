@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -26,7 +27,9 @@ public:
         sigset_t signals;
         ::sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
-        ::sigfillset(&signals);
+        // Not sigfillset(), which leaves out the two signals that the C library keeps for itself;
+        // these would reach the child as ignored.
+        std::memset(&signals, 0xff, sizeof signals);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
         // Its own session: the hang-up of a terminal that this program runs in is not the child's.
         ::posix_spawnattr_setflags(&attributes_,

@@ -1,0 +1,206 @@
+#include "linux/system_Support.h"
+#include "platform/ChildProcess.h"
+#include "platform/linux/system/ChildEnvironment.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quillbar::platform {
+namespace {
+
+using quillbar::testing::readFile;
+using quillbar::testing::runUntil;
+using quillbar::testing::TemporaryFolder;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+std::vector<std::string> shell(std::string const& script)
+{
+    return { "/bin/sh", "-c", script };
+}
+
+class ChildProcess : public ::testing::Test {
+protected:
+    ChildProcess() { quillbar::testing::startApplication(); }
+
+    ~ChildProcess() override
+    {
+        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+        EXPECT_EQ(errno, ECHILD);
+    }
+
+    static std::optional<int> run(std::vector<std::string> const& arguments)
+    {
+        int calls = 0;
+        std::optional<int> result;
+        runChild(arguments, [&](std::optional<int> status) {
+            ++calls;
+            result = status;
+        });
+        EXPECT_EQ(calls, 0) << "told from within the call";
+        runUntil([&] { return calls > 0; });
+        EXPECT_EQ(calls, 1);
+        return result;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(ChildProcess, Completion_tellsTheExitStatusOrNothing)
+{
+    auto const plainText = folder.write("plain", "exit 0\n");
+    auto const noProgram = folder.write("no-program", "exit 0\n");
+    ::chmod(noProgram.c_str(), S_IRWXU);
+
+    struct Case {
+        std::vector<std::string> arguments;
+        std::optional<int> expected;
+    };
+    Case const cases[] {
+        { shell("exit 0"), 0 },
+        { shell("exit 3"), 3 },
+        { shell("exit 255"), 255 },
+        { { "/bin/sh", "-c", R"(test "$1" = "-a  \"b'")", "sh", "-a  \"b'" }, 0 },
+        { shell("kill -9 $$"), std::nullopt },
+        { { (folder.path() / "missing").string() }, std::nullopt },
+        { { plainText.string() }, std::nullopt },
+        { { noProgram.string() }, std::nullopt },
+        { { "sh", "-c", "exit 0" }, std::nullopt },
+        { { "/bin/sh", "-c", std::string("exit 0\0x", 8) }, std::nullopt },
+        { {}, std::nullopt },
+    };
+    for (auto const& [arguments, expected] : cases)
+        EXPECT_EQ(run(arguments), expected) << ::testing::PrintToString(arguments);
+}
+
+TEST_F(ChildProcess, Completion_mayBeMissingAndStartAnother)
+{
+    runChild(shell("exit 1"), {});
+    runChild({ "/missing" }, {});
+    std::optional<int> second;
+    runChild(shell("exit 0"), [&](std::optional<int>) {
+        runChild(shell("exit 7"), [&](std::optional<int> status) { second = status; });
+    });
+    runUntil([&] { return second.has_value() && ::waitpid(-1, nullptr, WNOHANG) == -1; });
+    EXPECT_EQ(second, 7);
+}
+
+TEST_F(ChildProcess, Child_inheritsNoSignalStateAndNoDescriptor)
+{
+    sigset_t blocked;
+    ::sigemptyset(&blocked);
+    ::sigaddset(&blocked, SIGUSR1);
+    ::sigprocmask(SIG_BLOCK, &blocked, nullptr);
+    ::signal(SIGPIPE, SIG_IGN);
+    int const leaked = ::open("/dev/zero", O_RDONLY);
+    ASSERT_GE(leaked, 3);
+
+    auto const status = readChildOutput({ "/bin/cat", "/proc/self/status" }).value_or("");
+    for (auto const* line : { "SigBlk:\t0000000000000000\n", "SigIgn:\t0000000000000000\n" })
+        EXPECT_THAT(status, HasSubstr(line));
+    // The third is the folder that it lists.
+    EXPECT_EQ(readChildOutput({ "/bin/ls", "/proc/self/fd" }), "0\n1\n2\n3\n");
+
+    auto const descriptors = folder.path() / "descriptors";
+    auto const script
+        = "links=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2); echo \"$links\" >"
+        + descriptors.string() + "; test $(cut -d' ' -f6 /proc/$$/stat) = $$";
+    EXPECT_EQ(run(shell(script)), 0) << "not in a session of its own";
+    EXPECT_EQ(readFile(descriptors), "/dev/null\n/dev/null\n/dev/null\n");
+    ::close(leaked);
+    ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
+}
+
+TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
+{
+    ::setenv("HOME", folder.path().c_str(), 1);
+    ::setenv("KEPT", "yes", 1);
+    ::setenv("REPLACED", "theirs", 1);
+    for (auto const* name : { "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN" })
+        ::setenv(name, "ours", 1);
+    setOwnVariable("REPLACED", "ours");
+    setOwnVariable("ADDED", "ours");
+
+    EXPECT_EQ(readChildOutput({ "/bin/pwd" }), folder.path().string() + "\n");
+    auto const variables = readChildOutput({ "/usr/bin/env" }).value_or("");
+    EXPECT_THAT(variables, HasSubstr("KEPT=yes\n"));
+    EXPECT_THAT(variables, HasSubstr("REPLACED=theirs\n"));
+    EXPECT_THAT(variables, Not(HasSubstr("ours")));
+
+    ::setenv("HOME", "/missing", 1);
+    EXPECT_EQ(readChildOutput({ "/bin/pwd" }), "/\n");
+}
+
+TEST_F(ChildProcess, HundredsInFlight_areAllReported)
+{
+    auto const gate = folder.path() / "gate";
+    ASSERT_EQ(::mkfifo(gate.c_str(), S_IRWXU), 0);
+    int const held = ::open(gate.c_str(), O_RDWR | O_CLOEXEC);
+    int reported = 0;
+    for (int index = 0; index < 300; ++index) {
+        runChild(shell("read line <" + gate.string() + "; exit 5"), [&](auto status) {
+            EXPECT_EQ(status, 5);
+            ++reported;
+        });
+    }
+    EXPECT_EQ(reported, 0);
+    std::string const lines(300, '\n');
+    ASSERT_EQ(::write(held, lines.data(), lines.size()), 300);
+    runUntil([&] { return reported == 300; });
+    ::close(held);
+}
+
+TEST_F(ChildProcess, NoDescriptorLeft_stillReports)
+{
+    std::vector<int> fillers;
+    for (int next = ::dup(STDIN_FILENO); next >= 0; next = ::dup(STDIN_FILENO))
+        fillers.push_back(next);
+    ASSERT_EQ(errno, EMFILE);
+    int reported = 0;
+    for (int index = 0; index < 3; ++index) {
+        runChild(shell("exit 4"), [&](auto status) {
+            EXPECT_EQ(status, 4);
+            ++reported;
+        });
+    }
+    runUntil([&] { return reported == 3; });
+    EXPECT_EQ(readChildOutput(shell("echo x")), std::nullopt);
+    for (int const filler : fillers)
+        ::close(filler);
+}
+
+TEST_F(ChildProcess, DiscardedOutput_neverStallsTheChild)
+{
+    EXPECT_EQ(run({ "/usr/bin/head", "-c", "1G", "/dev/zero" }), 0);
+}
+
+TEST_F(ChildProcess, ReadOutput_isCompleteUpToItsLimit)
+{
+    EXPECT_EQ(readChildOutput(shell("printf 'a\\0b'; exit 3")), std::string("a\0b", 3));
+    EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "5M", "/dev/zero" }).value_or("").size(),
+        5u << 20);
+    EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "70M", "/dev/zero" }).value_or("").size(),
+        64u << 20);
+    EXPECT_EQ(readChildOutput({ "/missing" }), std::nullopt);
+}
+
+TEST_F(ChildProcess, ReadOutput_waitsForNoGrandchild)
+{
+    auto const quiet = readChildOutput(shell("sleep 1000 & echo $!")).value_or("");
+    ASSERT_FALSE(quiet.empty());
+    EXPECT_EQ(::kill(std::stoi(quiet), SIGKILL), 0);
+    // This one writes for ever, until nobody can read it.
+    EXPECT_THAT(
+        readChildOutput(shell("echo first; yes & exit 0")).value_or(""), HasSubstr("first\n"));
+}
+
+} // namespace
+} // namespace quillbar::platform

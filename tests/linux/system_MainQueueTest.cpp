@@ -1,0 +1,91 @@
+#include "linux/system_Support.h"
+#include "platform/MainQueue.h"
+#include "platform/linux/system/PendingWork.h"
+
+#include <QEventLoop>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace quillbar::platform {
+namespace {
+
+using namespace std::chrono_literals;
+using quillbar::testing::runUntil;
+
+class MainQueue : public ::testing::Test {
+protected:
+    MainQueue() { quillbar::testing::startApplication(); }
+};
+
+TEST_F(MainQueue, Post_keepsTheOrderOfEveryThread)
+{
+    constexpr int rounds = 500;
+    std::map<int, std::vector<int>> seen;
+    int total = 0;
+    auto const postAll = [&](int thread) {
+        for (int round = 0; round < rounds; ++round) {
+            post([&, thread, round] {
+                seen[thread].push_back(round);
+                ++total;
+            });
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 1; thread < 4; ++thread)
+        threads.emplace_back(postAll, thread);
+    postAll(0);
+    EXPECT_EQ(total, 0) << "ran from within the call";
+    runUntil([&] { return total == 4 * rounds; });
+    for (auto& thread : threads)
+        thread.join();
+    for (auto const& [thread, order] : seen) {
+        EXPECT_EQ(order.size(), static_cast<std::size_t>(rounds));
+        EXPECT_TRUE(std::is_sorted(order.begin(), order.end())) << thread;
+    }
+}
+
+TEST_F(MainQueue, Post_goesOnWhileWorkRunsALoopOfItsOwn)
+{
+    QEventLoop modal;
+    bool isOver = false;
+    post([&] {
+        modal.exec();
+        isOver = true;
+    });
+    post([&] { modal.quit(); });
+    runUntil([&] { return isOver; });
+}
+
+TEST_F(MainQueue, PostDelayed_isNeverEarlyAndKeepsTheOrderOfTimes)
+{
+    auto const start = std::chrono::steady_clock::now();
+    std::string order;
+    for (auto const delay : { 60ms, 0ms, 30ms }) {
+        postDelayed(delay, [&, delay] {
+            EXPECT_GE(std::chrono::steady_clock::now() - start, delay);
+            order += std::to_string(delay.count()) + ' ';
+        });
+    }
+    EXPECT_EQ(order, "");
+    runUntil([&] { return order.size() >= 8; });
+    EXPECT_EQ(order, "0 30 60 ");
+}
+
+TEST_F(MainQueue, Drop_destroysWaitingWorkWithoutRunningIt)
+{
+    auto const held = std::make_shared<int>();
+    post([held] { FAIL(); });
+    postDelayed(0ms, [held] { FAIL(); });
+    dropPendingWork();
+    EXPECT_EQ(held.use_count(), 1);
+    bool isDone = false;
+    post([&] { isDone = true; });
+    runUntil([&] { return isDone; });
+}
+
+} // namespace
+} // namespace quillbar::platform

@@ -1,0 +1,57 @@
+// A program with a life cycle and nothing else: it tells the named pipe in its environment what
+// happens to it. (The desktop's launchers pass no arguments.)
+
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "platform/linux/UserTime.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+
+using namespace quillbar::platform;
+
+namespace {
+
+void tell(std::string const& line)
+{
+    std::ofstream(std::getenv("DRIVER_MAILBOX"), std::ios::app) << line << std::endl;
+}
+
+class Driver : public ApplicationDelegate {
+public:
+    Driver(Driver const&) = delete;
+    Driver& operator=(Driver const&) = delete;
+    Driver() = default;
+    ~Driver() override { tell(QCoreApplication::instance() ? "gone" : "gone too late"); }
+
+    void applicationDidFinishLaunching() override
+    {
+        tell("launched " + std::to_string(userTime()));
+        if (std::getenv("DRIVER_MODAL"))
+            QEventLoop().exec();
+        if (auto const* const action = std::getenv("DRIVER_HOLDS")) {
+            // Work that is never reached keeps what it holds alive.
+            postDelayed(std::chrono::hours(1), [held = self.lock(), action] { tell(action); });
+        }
+    }
+    void openSettings() override { tell("settings " + std::to_string(userTime())); }
+    void openPalette() override { tell("palette " + std::to_string(userTime())); }
+
+    std::weak_ptr<Driver> self;
+};
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    return runApplication(argumentCount, arguments, [] {
+        auto const driver = std::make_shared<Driver>();
+        driver->self = driver;
+        return driver;
+    });
+}
