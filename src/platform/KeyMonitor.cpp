@@ -43,10 +43,11 @@ Token addKeyDownMonitor(KeyDownHandler handler, KeyMonitorReach reach)
 KeyEventResult runKeyDownMonitors(KeyEvent const& event)
 {
     // A handler may add and remove monitors; one removed meanwhile is not shown the event.
-    auto const shown = monitors();
-    for (auto monitor = shown.rbegin(); monitor != shown.rend(); ++monitor) {
-        if (std::ranges::find(monitors(), *monitor) != monitors().end()
-            && (*monitor)->handler(event) == KeyEventResult::Consume)
+    auto shown = monitors();
+    std::ranges::reverse(shown);
+    for (auto const& monitor : shown) {
+        if (std::ranges::find(monitors(), monitor) != monitors().end()
+            && monitor->handler(event) == KeyEventResult::Consume)
             return KeyEventResult::Consume;
     }
     return KeyEventResult::Pass;

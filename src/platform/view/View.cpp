@@ -50,7 +50,7 @@ void View::setFocusRing(FocusRing focusRing)
     set(focusRing_, focusRing);
 }
 
-void View::insertSubview(std::shared_ptr<View> subview)
+void View::insertSubview(std::shared_ptr<View> const& subview)
 {
     subview->removeFromSuperview();
     subview->superview_ = this;

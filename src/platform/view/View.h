@@ -141,7 +141,7 @@ private:
     friend class Window;
     friend class ScrollView;
 
-    void insertSubview(std::shared_ptr<View> subview);
+    void insertSubview(std::shared_ptr<View> const& subview);
     void attach();
     void detach();
     void updatePeer(View& subview);

@@ -11,7 +11,8 @@ namespace quillbar::platform {
 
 namespace {
 
-constexpr double translucency = 0.94;
+// Not every compositor blurs, and text that shines through would disturb.
+constexpr double translucency = 0.97;
 
 class EffectPeer final : public Peer<QWidget, EffectView> {
 public:
