@@ -1,7 +1,7 @@
 """Command line: `demo` shows a Quillbar at work, `run` runs any command on a virtual desktop."""
 
 import argparse
-import subprocess
+import signal
 import sys
 
 from . import VirtualDesktop
@@ -21,13 +21,15 @@ def main():
     run.add_argument("command", nargs=argparse.REMAINDER)
     run.set_defaults(act=lambda options: run_command(options.command))
 
+    # A with block is left in order by an exception only.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
     options = parser.parse_args()
     return options.act(options)
 
 
 def run_command(command):
     with VirtualDesktop() as desktop:
-        return subprocess.call(command, env=desktop.environment)
+        return desktop.start(command, stdout=None, stderr=None).wait()
 
 
 if __name__ == "__main__":
