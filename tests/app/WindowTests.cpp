@@ -1,0 +1,174 @@
+#include "app/AppFixture.h"
+#include "model/Config.h"
+#include "platform/headless/Person.h"
+#include "platform/headless/Windows.h"
+#include "platform/view/Label.h"
+#include "platform/view/TextField.h"
+
+#include <gtest/gtest.h>
+
+namespace quillbar {
+namespace {
+
+using platform::Button;
+using platform::commandKey;
+using platform::optionKey;
+constexpr std::uint32_t paletteKey = 17;
+
+class WindowTest : public AppFixture {
+protected:
+    /// A person past the first launches, with these pins.
+    static Config settled(Names pinned)
+    {
+        Config config;
+        config.pinned = std::move(pinned);
+        config.onboarded = true;
+        config.permissionsShown = true;
+        return config;
+    }
+
+    [[nodiscard]] static Names titles()
+    {
+        Names titles;
+        for (auto const* const window : headless::windows())
+            titles.push_back(window->title());
+        return titles;
+    }
+
+    [[nodiscard]] static bool click(std::string const& title)
+    {
+        return headless::click(headless::find<Button>(*headless::windows().front(), title));
+    }
+
+    void openPalette()
+    {
+        headless::fire(paletteKey, commandKey | optionKey);
+        headless::runPosted();
+    }
+
+    // A launch ends with its windows open.
+    void quit() { app.reset(); }
+};
+
+TEST_F(WindowTest, FirstLaunches_showOneWindowEachThenNone)
+{
+    start({});
+    EXPECT_EQ(titles(), Names { "Welcome to Quillbar" });
+    EXPECT_EQ(Config::load().onboarded, true);
+    quit();
+    start(Config::load());
+    EXPECT_EQ(titles(), Names { "Quillbar permissions" });
+    EXPECT_EQ(Config::load().permissionsShown, true);
+    quit();
+    start(Config::load());
+    EXPECT_EQ(titles(), Names {});
+}
+
+TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
+{
+    Config config;
+    config.pinned = { "A" };
+    start(config);
+    EXPECT_EQ(titles(), Names { "Quillbar permissions" });
+    EXPECT_EQ(Config::load().onboarded, std::nullopt);
+}
+
+TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheList)
+{
+    setListing("A\nB\n");
+    start({});
+    app->openSettings();
+    auto const box = headless::find<Button>(*headless::keyWindow(), "Start Quillbar at login");
+    ASSERT_TRUE(headless::click(box));
+    auto* const settings = headless::keyWindow();
+    headless::windows().back()->makeKeyAndOrderFront();
+    ASSERT_TRUE(click("Pick your shortcuts"));
+    EXPECT_EQ(titles(), Names { "Quillbar Settings" });
+    EXPECT_EQ(headless::keyWindow(), settings);
+    EXPECT_EQ(settings->firstResponder(), headless::find<Button>(*settings, "A"));
+    EXPECT_EQ(box->state(), platform::ButtonState::Off);
+}
+
+TEST_F(WindowTest, PaletteHotkeyTwice_keepsOnePaletteWithItsQuery)
+{
+    start(settled({ "A", "B" }));
+    openPalette();
+    ASSERT_TRUE(headless::type("b"));
+    openPalette();
+    EXPECT_EQ(titles().size(), 1U);
+    EXPECT_EQ(headless::findOnly<platform::TextField>(*headless::keyWindow())->text(), "b");
+}
+
+TEST_F(WindowTest, PaletteChoice_closesThePaletteThenRuns)
+{
+    start(settled({ "A", "B" }));
+    openPalette();
+    headless::press(platform::key::downArrow);
+    headless::press(platform::key::returnKey);
+    EXPECT_EQ(titles(), Names {});
+    EXPECT_EQ(runNames(), Names { "B" });
+    EXPECT_LT(button().alpha(), 1) << "a choice has the feedback of a click";
+}
+
+TEST_F(WindowTest, NextPalette_listsThePinsOfItsTime)
+{
+    setListing("A\nB\n");
+    start(settled({ "A" }));
+    openPalette();
+    headless::press(platform::key::escape);
+    app->openSettings();
+    ASSERT_TRUE(click("B"));
+    openPalette();
+    EXPECT_TRUE(headless::find<platform::Label>(*headless::keyWindow(), "B"));
+}
+
+TEST_F(WindowTest, Save_storesAndAppliesInOrderWithTheMenuLast)
+{
+    setListing("A\n");
+    start(settled({ "A" }));
+    app->openSettings();
+    ASSERT_TRUE(headless::choose(
+        headless::findAll<platform::PopUpButton>(*headless::keyWindow()).front(), "Star"));
+    ASSERT_TRUE(click("Start Quillbar at login"));
+    auto const before = static_cast<std::ptrdiff_t>(headless::journal().size());
+    ASSERT_TRUE(click("Save"));
+    Names const effects(headless::journal().begin() + before, headless::journal().end());
+    EXPECT_THAT(effects,
+        testing::ElementsAre("syncStatusButton", "removeLoginEntry", "registerSystemHotkey",
+            "syncStatusMenu", "activateIgnoringOtherApps"));
+    EXPECT_EQ(Config::load().iconSymbol, "star.fill");
+    EXPECT_EQ(Config::load().launchAtLogin, false);
+    EXPECT_EQ(app->config(), Config::load());
+}
+
+TEST_F(WindowTest, EveryWindow_opensOnceAndAgainAfterItsClose)
+{
+    start(settled({ "A" }));
+    for (auto const& [title, window] : std::vector<std::pair<std::string, std::string>> {
+             { "Settings…", "Quillbar Settings" },
+             { "About Quillbar", "About Quillbar" },
+         }) {
+        for (auto turn = 0; turn < 2; ++turn) {
+            performAction(item(title));
+            performAction(item(title));
+            EXPECT_EQ(titles(), Names { window });
+            headless::windows().front()->userClosed();
+            EXPECT_EQ(titles(), Names {});
+        }
+    }
+}
+
+TEST_F(WindowTest, QuittingWithWindowsOpen_leavesNothingBehind)
+{
+    start(settled({ "A" }));
+    app->openSettings();
+    app->showAbout();
+    openPalette();
+    std::weak_ptr<AppDelegate> const watched = app;
+    quit();
+    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(titles(), Names {});
+}
+
+} // namespace
+} // namespace quillbar
