@@ -1,6 +1,7 @@
 #include "platform/linux/drawing/ImageRenderer.h"
 
 #include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/drawing/SymbolOutline.h"
 #include "platform/linux/drawing/SymbolSvg.h"
 
 #include <QBuffer>
@@ -8,10 +9,12 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 namespace quillbar::platform {
 
@@ -33,8 +36,32 @@ QImage clearImage(QSizeF size, double ratio)
     return image;
 }
 
-// Drawn on the whole canvas, because a rectangle's edges need not fall on whole pixels.
-QImage symbolOnCanvas(
+/// Paints a few rows at a time. Qt hands larger shapes to threads, which take longer to start than
+/// to draw, and which stay for half a minute and then wake the idle program.
+template <typename Draw> void paintInBands(QImage& image, Draw const& draw)
+{
+    constexpr int bandHeight = 4;
+    auto const ratio = image.devicePixelRatio();
+    for (int top = 0; top < image.height(); top += bandHeight) {
+        QImage band(image.scanLine(top), image.width(), std::min(bandHeight, image.height() - top),
+            image.bytesPerLine(), image.format());
+        band.setDevicePixelRatio(ratio);
+        QPainter painter(&band);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(0, -top / ratio);
+        draw(painter);
+    }
+}
+
+QTransform transformInto(QRectF const& rect, QRectF const& viewBox)
+{
+    auto const scale = std::min(rect.width() / viewBox.width(), rect.height() / viewBox.height());
+    auto const offset = rect.center() - viewBox.center() * scale;
+    return QTransform::fromTranslate(offset.x(), offset.y()).scale(scale, scale);
+}
+
+// On the whole canvas, because a rectangle's edges need not fall on whole pixels.
+QImage renderSvg(
     std::string_view name, QRectF const& rect, QSizeF canvas, QColor const& color, double ratio)
 {
     auto result = clearImage(canvas, ratio);
@@ -57,19 +84,20 @@ QImage symbolOnCanvas(
 
 class OperationPainter {
 public:
-    OperationPainter(QPainter& painter, QSizeF canvas, double ratio, QPalette const& palette)
-        : painter_(painter)
-        , canvas_(canvas)
-        , ratio_(ratio)
-        , palette_(palette)
+    OperationPainter(QSizeF size, ImageContext const& context)
+        : image_(clearImage(size, context.devicePixelRatio))
+        , size_(size)
+        , palette_(context.palette)
     {
     }
+
+    [[nodiscard]] QImage const& image() const { return image_; }
 
     void operator()(ClipToRoundedRect const& clip)
     {
         QPainterPath path;
         path.addRoundedRect(toQRectF(clip.rect), clip.radius, clip.radius);
-        painter_.setClipPath(path, Qt::IntersectClip);
+        clip_ = clip_ ? clip_->intersected(path) : path;
     }
 
     void operator()(FillLinearGradient const& fill)
@@ -84,33 +112,51 @@ public:
             rect.center() - direction * reach, rect.center() + direction * reach);
         gradient.setColorAt(0, toQColor(fill.start, palette_));
         gradient.setColorAt(1, toQColor(fill.end, palette_));
-        painter_.fillRect(rect, gradient);
+        paint([&](QPainter& painter) { painter.fillRect(rect, gradient); });
     }
 
     void operator()(DrawSymbol const& symbol)
     {
-        auto const color = toQColor(symbol.color, palette_);
-        painter_.drawImage(QPointF(0, 0),
-            symbolOnCanvas(symbol.name, toQRectF(symbol.rect), canvas_, color, ratio_));
+        drawSymbol(symbol.name, toQRectF(symbol.rect), toQColor(symbol.color, palette_));
+    }
+
+    void drawSymbol(std::string_view name, QRectF const& rect, QColor const& color)
+    {
+        auto const outline = symbolOutline(name);
+        if (!outline) {
+            auto const picture = renderSvg(name, rect, size_, color, image_.devicePixelRatio());
+            paint([&](QPainter& painter) { painter.drawImage(QPointF(0, 0), picture); });
+            return;
+        }
+        auto const transform = transformInto(rect, outline->viewBox);
+        for (auto const& path : outline->paths) {
+            auto const shape = transform.map(path);
+            paint([&](QPainter& painter) { painter.fillPath(shape, color); });
+        }
     }
 
 private:
-    QPainter& painter_;
-    QSizeF canvas_;
-    double ratio_;
+    template <typename Draw> void paint(Draw const& draw)
+    {
+        paintInBands(image_, [&](QPainter& painter) {
+            if (clip_)
+                painter.setClipPath(*clip_);
+            draw(painter);
+        });
+    }
+
+    QImage image_;
+    QSizeF size_;
     QPalette const& palette_;
+    std::optional<QPainterPath> clip_;
 };
 
 QImage render(Drawing const& drawing, ImageContext const& context)
 {
-    QSizeF const size(drawing.size.width, drawing.size.height);
-    auto image = clearImage(size, context.devicePixelRatio);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    OperationPainter paint(painter, size, context.devicePixelRatio, context.palette);
+    OperationPainter painter({ drawing.size.width, drawing.size.height }, context);
     for (auto const& operation : drawing.operations)
-        std::visit(paint, operation);
-    return image;
+        std::visit(painter, operation);
+    return painter.image();
 }
 
 QImage render(SymbolImage const& symbol, ImageContext const& context)
@@ -118,8 +164,9 @@ QImage render(SymbolImage const& symbol, ImageContext const& context)
     auto const size
         = symbol.size ? QSizeF(symbol.size->width, symbol.size->height) : context.symbolSize;
     auto const color = symbol.tint ? toQColor(*symbol.tint, context.palette) : context.foreground;
-    return symbolOnCanvas(
-        symbol.name, QRectF({ 0, 0 }, size), size, color, context.devicePixelRatio);
+    OperationPainter painter(size, context);
+    painter.drawSymbol(symbol.name, QRectF({ 0, 0 }, size), color);
+    return painter.image();
 }
 
 } // namespace

@@ -21,7 +21,7 @@ struct ImageContext {
 };
 
 /// Draws the image at the context's pixel ratio, which the result carries. A symbol that is unknown
-/// leaves it clear. SVG support is loaded with the first symbol.
+/// leaves it clear. SVG support is loaded only for symbols that are more than outlines.
 [[nodiscard]] QImage renderImage(Image const& image, ImageContext const& context);
 
 } // namespace quillbar::platform

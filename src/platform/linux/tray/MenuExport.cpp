@@ -2,8 +2,8 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/drawing/PngEncoder.h"
 
-#include <QBuffer>
 #include <QList>
 
 #include <algorithm>
@@ -52,16 +52,11 @@ std::string nameOf(MenuItem const& item, int parent)
 
 QByteArray pngOf(Image const& image)
 {
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    auto const rendered = renderImage(image,
+    return encodePng(renderImage(image,
         { .symbolSize = { 16, 16 },
             .devicePixelRatio = 2,
             .foreground = symbolColor,
-            .palette = {} });
-    rendered.save(&buffer, "PNG");
-    return png;
+            .palette = {} }));
 }
 
 } // namespace
