@@ -2,6 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/system/WindowActivation.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -183,8 +184,7 @@ AlertAnswer runModal(Alert const& alert)
 {
     AlertDialog dialog(alert);
     dialog.show();
-    dialog.raise();
-    dialog.activateWindow();
+    activateWindow(*dialog.windowHandle());
     dialog.exec();
     return dialog.answer();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/system/WindowActivation.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -159,10 +160,8 @@ void NativeStatusItem::toggleMenu()
     }
     // Before the first menu is there, only a question asked at start can be waiting.
     if (item_.menu()->items.empty()) {
-        if (auto* dialog = QApplication::activeModalWidget()) {
-            dialog->raise();
-            dialog->activateWindow();
-        }
+        if (auto* dialog = QApplication::activeModalWidget())
+            activateWindow(*dialog->windowHandle());
         return;
     }
     openMenu_ = new StatusMenu(item_.menu());
