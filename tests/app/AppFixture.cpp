@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace quillbar {
 
@@ -23,6 +24,15 @@ AppFixture::~AppFixture()
     app.reset();
     hotkeyManager().unregisterAll();
     headless::reset();
+}
+
+Config AppFixture::settled(Names pinned)
+{
+    Config config;
+    config.pinned = std::move(pinned);
+    config.onboarded = true;
+    config.permissionsShown = true;
+    return config;
 }
 
 AppDelegate& AppFixture::start(Config const& config)

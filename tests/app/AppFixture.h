@@ -20,6 +20,9 @@ protected:
     AppFixture();
     ~AppFixture() override;
 
+    /// A person past the first launches, with these pins.
+    [[nodiscard]] static Config settled(Names pinned);
+
     /// Starts the program with that configuration; every pinned shortcut exists unless the tool's
     /// listing was set.
     AppDelegate& start(Config const& config);

@@ -12,7 +12,7 @@ class StalePins : public AppFixture {
 protected:
     StalePins()
     {
-        config.pinned = { "A", "B", "C" };
+        config = settled({ "A", "B", "C" });
         config.groupOf = std::map<std::string, std::string> { { "A", "Work" } };
         config.shortcutHotkeys = { { "A", { 17, 0x100 } } };
     }
@@ -77,7 +77,7 @@ TEST_F(StalePins, Keep_changesNothing)
 
 TEST_F(StalePins, WithoutPins_theToolIsNotAsked)
 {
-    start({});
+    start(settled({}));
     EXPECT_THAT(headless::readChildren(), IsEmpty());
     EXPECT_THAT(headless::shownAlerts(), IsEmpty());
 }

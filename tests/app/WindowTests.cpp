@@ -17,16 +17,6 @@ constexpr std::uint32_t paletteKey = 17;
 
 class WindowTest : public AppFixture {
 protected:
-    /// A person past the first launches, with these pins.
-    static Config settled(Names pinned)
-    {
-        Config config;
-        config.pinned = std::move(pinned);
-        config.onboarded = true;
-        config.permissionsShown = true;
-        return config;
-    }
-
     [[nodiscard]] static Names titles()
     {
         Names titles;
