@@ -3,6 +3,8 @@
 #include "platform/headless/Headless.h"
 #include "platform/headless/State.h"
 
+#include <utility>
+
 namespace quillbar::platform {
 
 namespace {
@@ -23,12 +25,14 @@ void requestNotificationAuthorization(std::function<void()> done)
     ++center->requestCount;
     if (center->authorization == NotificationAuthorization::NotDetermined)
         center->authorization = center->answer;
-    done();
+    auto const answered = std::move(done);
+    answered();
 }
 
 void queryNotificationAuthorization(std::function<void(NotificationAuthorization)> done)
 {
-    done(center->authorization);
+    auto const answered = std::move(done);
+    answered(center->authorization);
 }
 
 void postNotification(Notification notification)
