@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t longestAssociations = 8 * 1024 * 1024;
+constexpr std::size_t longestAssociations = std::size_t { 8 } * 1024 * 1024;
 
 std::vector<std::string> split(std::string_view text, char separator)
 {

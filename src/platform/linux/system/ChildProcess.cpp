@@ -16,7 +16,7 @@ namespace quillbar::platform {
 namespace {
 
 // What lies beyond is read, so that the child can end, and thrown away.
-constexpr std::size_t longestOutput = 64 * 1024 * 1024;
+constexpr std::size_t longestOutput = std::size_t { 64 } * 1024 * 1024;
 
 class OutputReader {
 public:

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t longestEntry = 64 * 1024;
+constexpr std::size_t longestEntry = std::size_t { 64 } * 1024;
 
 fs::path entryFile(std::string const& label)
 {

@@ -41,7 +41,8 @@ public:
     void setMenu(Menu menu)
     {
         qDeleteAll(std::exchange(actions_, {}));
-        addActions(menu.items);
+        menu_ = std::move(menu);
+        addActions(menu_.items);
         for (auto* const widget : QApplication::topLevelWidgets())
             equip(*widget);
     }
@@ -67,7 +68,7 @@ private:
             if (item.command == StandardCommand::Terminate)
                 sequences.append(QKeySequence(Qt::CTRL | Qt::Key_Q));
             action->setShortcuts(sequences);
-            connect(action, &QAction::triggered, this, [item] { performAction(item); });
+            connect(action, &QAction::triggered, this, [&item] { performAction(MenuItem(item)); });
             actions_.append(action);
         }
     }
@@ -80,6 +81,7 @@ private:
             widget.addActions(actions_);
     }
 
+    Menu menu_;
     QList<QAction*> actions_;
 };
 
