@@ -2,12 +2,14 @@
 #include "platform/Folders.h"
 #include "platform/Workspace.h"
 #include "platform/linux/system/AddressHandlers.h"
+#include "platform/linux/system/SecuritySettings.h"
 #include "platform/linux/system/XdgFolders.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <pwd.h>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -110,6 +112,34 @@ TEST_F(Desktop, Folders_followTheVariablesThatAreAbsolute)
     ::unsetenv("HOME");
     EXPECT_EQ(homeFolder(), ::getpwuid(::getuid())->pw_dir);
     EXPECT_EQ(std::filesystem::path(executablePath()).filename(), "linux_system_tests");
+}
+
+TEST(SecuritySettings, comeFromTheFirstDesktopNamedThatHasThem)
+{
+    using Command = std::vector<std::string>;
+    struct Case {
+        std::string currentDesktop;
+        std::set<std::string> installed;
+        Command command;
+    };
+    for (auto const& [currentDesktop, installed, command] : std::vector<Case> {
+             { "ubuntu:GNOME", { "gnome-control-center" },
+                 { "/bin/gnome-control-center", "notifications" } },
+             { "Budgie:GNOME", { "budgie-control-center", "gnome-control-center" },
+                 { "/bin/budgie-control-center", "notifications" } },
+             { "Budgie:GNOME", { "gnome-control-center" },
+                 { "/bin/gnome-control-center", "notifications" } },
+             { "XFCE", { "xfce4-settings-manager" }, { "/bin/xfce4-settings-manager" } },
+             { "XFCE", { "gnome-control-center" }, {} },
+             { "gnome", { "gnome-control-center" }, {} },
+             { "::", { "xfce4-settings-manager" }, {} },
+             { "", {}, {} },
+         }) {
+        auto const find = [&installed = installed](std::string const& name) {
+            return installed.contains(name) ? "/bin/" + name : std::string();
+        };
+        EXPECT_EQ(securitySettingsCommand(currentDesktop, find), command) << currentDesktop;
+    }
 }
 
 } // namespace
