@@ -99,6 +99,7 @@ ModifierBits ModifierBitsRequest::answer()
     auto const firstKeycode = xcb_get_setup(connection_)->min_keycode;
 
     ModifierBits bits;
+    bits.keys.insert(keycodes.begin(), keycodes.end());
     for (std::size_t index = 0; index < freeBits.size(); ++index) {
         for (auto const keycode :
             keycodes.subspan((firstFreeBit + index) * keysPerModifier, keysPerModifier)) {

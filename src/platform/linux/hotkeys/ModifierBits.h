@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 
 namespace quillbar::platform {
 
@@ -15,6 +16,8 @@ struct ModifierBits {
     std::uint16_t alt = 0;
     std::uint16_t super = 0;
     std::uint16_t numLock = 0;
+    /// Every key that is a modifier.
+    std::set<xcb_keycode_t> keys;
 
     /// The X mask for a hotkey's modifiers; none when the keyboard lacks one of them.
     [[nodiscard]] std::optional<std::uint16_t> mask(KeyModifiers modifiers) const;

@@ -1,8 +1,10 @@
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
+#include "platform/linux/HeldModifiers.h"
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
 #include "platform/linux/hotkeys/XkbClient.h"
+#include "platform/linux/system/WindowActivation.h"
 
 #include <QMetaObject>
 
@@ -117,7 +119,7 @@ bool X11Hotkeys::grab(Claim const& claim)
     std::vector<xcb_void_cookie_t> sent;
     for (auto const& [keycode, mask] : grabsOf(claim)) {
         sent.push_back(xcb_grab_key_checked(
-            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
     // All are sent before the first is checked, so that they cost one wait together.
     bool isRefused = sent.empty();
@@ -194,26 +196,65 @@ void X11Hotkeys::handle(xcb_generic_event_t const& event)
         keyboardChanged_ = true;
 }
 
+/// The keyboard is ours from the press of a hotkey to its release, and the server delivers one key
+/// event at a time: each has to be let pass before the next one comes.
 void X11Hotkeys::keyPressed(xcb_key_press_event_t const& event)
 {
     if (held_.empty())
         grabbingKey_ = event.detail;
-    if (!held_.insert(event.detail).second)
-        return;
-    if (auto const* const claim = claimOf(event.detail, event.state)) {
+    bool const isRepeat = !held_.insert(event.detail).second;
+    auto const* const claim = isRepeat ? nullptr : claimOf(event.detail, event.state);
+    if (claim) {
         setUserTime(event.time);
-        onPressed_(claim->id);
+        fire(*claim);
+    } else if (isRepeat || bits_.keys.count(event.detail) > 0) {
+        allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
+    } else {
+        // Somebody types on with the hotkey still down. This ends the grab, and the hotkey's
+        // repeating as well.
+        held_.clear();
+        allowEvents(XCB_ALLOW_REPLAY_KEYBOARD);
     }
 }
 
-/// The keyboard is ours from the press of a hotkey to its release; keys that went down meanwhile
-/// may come up unseen later, so they count as released too.
+/// Keys that went down meanwhile may come up unseen later, so they count as released too.
 void X11Hotkeys::keyReleased(xcb_keycode_t keycode)
 {
-    if (keycode == grabbingKey_)
+    if (keycode == grabbingKey_) {
         held_.clear();
-    else
+    } else {
         held_.erase(keycode);
+        allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
+    }
+}
+
+void X11Hotkeys::fire(Claim const& claim)
+{
+    firedModifiers_ = claim.modifiers;
+    isHandlerRunning_ = true;
+    // A handler that waits for the person, in an event loop of its own, needs the keyboard.
+    QMetaObject::invokeMethod(
+        &readable_, [this] { handlerDone(); }, Qt::QueuedConnection);
+    onPressed_(claim.id);
+    handlerDone();
+}
+
+void X11Hotkeys::handlerDone()
+{
+    if (!std::exchange(isHandlerRunning_, false))
+        return;
+    if (auto* const window = windowAwaitingFocus()) {
+        setHeldModifiers(firedModifiers_);
+        focusWait_.start(*window);
+    } else {
+        allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
+    }
+}
+
+void X11Hotkeys::allowEvents(xcb_allow_t mode)
+{
+    xcb_allow_events(connection_.get(), static_cast<std::uint8_t>(mode), XCB_CURRENT_TIME);
+    xcb_flush(connection_.get());
 }
 
 void X11Hotkeys::followKeyboard()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/hotkeys/FocusWait.h"
 #include "platform/linux/hotkeys/HotkeyBackend.h"
 #include "platform/linux/hotkeys/ModifierBits.h"
 #include "platform/linux/hotkeys/XcbPtr.h"
@@ -19,6 +20,9 @@
 namespace quillbar::platform {
 
 /// Hotkeys as passive grabs on the root window, over an X connection of its own.
+///
+/// The server keeps back what is typed after a hotkey's press until the press is dealt with: when
+/// the handler opened a window, until that has the keyboard. So nothing typed blindly goes astray.
 class X11Hotkeys final : public HotkeyBackend, public std::enable_shared_from_this<X11Hotkeys> {
 public:
     using PressHandler = std::function<void(std::uint32_t id)>;
@@ -62,6 +66,9 @@ private:
     void handle(xcb_generic_event_t const& event);
     void keyPressed(xcb_key_press_event_t const& event);
     void keyReleased(xcb_keycode_t keycode);
+    void fire(Claim const& claim);
+    void handlerDone();
+    void allowEvents(xcb_allow_t mode);
     void followKeyboard();
 
     Connection connection_;
@@ -76,6 +83,9 @@ private:
     std::deque<XcbPtr<xcb_generic_event_t>> setAside_;
     std::set<xcb_keycode_t> held_;
     xcb_keycode_t grabbingKey_ = 0;
+    KeyModifiers firedModifiers_ = 0;
+    bool isHandlerRunning_ = false;
+    FocusWait focusWait_ { [this] { allowEvents(XCB_ALLOW_SYNC_KEYBOARD); } };
 };
 
 } // namespace quillbar::platform

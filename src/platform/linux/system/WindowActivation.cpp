@@ -23,6 +23,12 @@ QPointer<QWindow>& lastActivated()
     return window;
 }
 
+std::uint32_t& lastActivationTime()
+{
+    static std::uint32_t time = 0;
+    return time;
+}
+
 QWindow* frontWindow()
 {
     if (lastActivated() && lastActivated()->isVisible())
@@ -80,11 +86,20 @@ void sendActivation(xcb_connection_t* connection, QWindow& window)
 void activateWindow(QWindow& window)
 {
     lastActivated() = &window;
+    lastActivationTime() = userTime();
     window.raise();
     if (auto* const connection = xConnection())
         sendActivation(connection, window);
     else
         window.requestActivate();
+}
+
+QWindow* windowAwaitingFocus()
+{
+    auto* const window = lastActivated().data();
+    bool const isAwaiting = window && window->isVisible() && lastActivationTime() == userTime()
+        && window != QGuiApplication::focusWindow();
+    return isAwaiting ? window : nullptr;
 }
 
 void activateIgnoringOtherApps()

@@ -8,4 +8,8 @@ namespace quillbar::platform {
 /// person did at userTime(). Main thread.
 void activateWindow(QWindow& window);
 
+/// The shown window that was last activated, as an answer to what the person did at userTime(), and
+/// does not have the keyboard yet. Null if there is none. Main thread.
+[[nodiscard]] QWindow* windowAwaitingFocus();
+
 } // namespace quillbar::platform

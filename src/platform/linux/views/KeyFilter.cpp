@@ -1,5 +1,7 @@
 #include "platform/linux/views/KeyFilter.h"
 
+#include "platform/linux/HeldModifiers.h"
+#include "platform/linux/views/HotkeyModifiers.h"
 #include "platform/linux/views/KeyTranslation.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/WindowPeer.h"
@@ -27,6 +29,20 @@ QWidget* keyTarget()
         return grabber;
     auto* const focused = QApplication::focusWidget();
     return focused ? focused : QApplication::activeWindow();
+}
+
+// True when the widget got the event as it is meant instead.
+bool deliverWithoutHotkeyModifiers(QObject& watched, QEvent& event)
+{
+    bool const isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+    // Only what a person did tells which keys are down.
+    if (!isKey || heldModifiers() == 0 || !event.spontaneous() || &watched != keyTarget())
+        return false;
+    auto const meant = withoutHotkeyModifiers(static_cast<QKeyEvent&>(event));
+    if (!meant)
+        return false;
+    QCoreApplication::sendEvent(&watched, meant.get());
+    return true;
 }
 
 bool isCloseCommand(QKeyEvent const& event)
@@ -57,6 +73,8 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
         event->accept();
         return true;
     }
+    if (deliverWithoutHotkeyModifiers(*watched, *event))
+        return true;
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType()
         || QApplication::activePopupWidget() || watched != keyTarget())
         return false;
