@@ -193,8 +193,11 @@ TEST_F(X11HotkeysTest, MovedModifierKeys_areFollowed)
     other.tap({ keyAlt, keyT });
     other.tap({ keySuper, keyT });
     other.tap({ keyControl, keyAlt, keyS });
+    // What is pressed after a hotkey counts by the mapping of when the hotkey has been dealt with.
+    waitUntil([this] { return fired.size() >= 2; });
+    EXPECT_EQ(std::exchange(fired, {}), (Ids { 7, markerId }));
     ASSERT_EQ(QProcess::execute("setxkbmap", { "-option", "" }), 0);
-    EXPECT_EQ(firedUntilNow(), (Ids { 7, markerId }));
+    EXPECT_EQ(firedUntilNow(), Ids {});
 }
 
 TEST_F(X11HotkeysTest, MovedModifierBits_areGrabbedAgain)
