@@ -1,5 +1,6 @@
 #include "linux/PrivateDisplay.h"
 #include "linux/hotkeys_OtherClient.h"
+#include "platform/ChildProcess.h"
 #include "platform/KeyModifiers.h"
 #include "platform/SystemHotkeys.h"
 #include "platform/linux/UserTime.h"
@@ -11,8 +12,14 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
+#include <string>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -297,6 +304,28 @@ TEST_F(X11HotkeysTest, ImpossibleCombinations_areRefused)
              Case { 127, 0 }, Case { 128, commandKey }, Case { 0xffffffff, commandKey },
              Case { codeT, 1 }, Case { codeT, 0xffffffff } })
         EXPECT_FALSE(claim(code, modifiers, 7)) << code;
+}
+
+TEST_F(X11HotkeysTest, AHotkeyPressedWhileTheProgramWaits_keepsTheKeyboardFromNobody)
+{
+    auto const pipe = std::filesystem::temp_directory_path()
+        / ("quillbar-hotkeys-" + std::to_string(::getpid()));
+    ASSERT_EQ(::mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+    ASSERT_TRUE(other.grab(keyF13, 0));
+    bool didOtherGetKeys = false;
+    std::thread person([&] {
+        other.tap({ keyControl, keySuper, keyS });
+        other.tap({ keyF13 });
+        QDeadlineTimer const deadline { 20'000 };
+        while (!didOtherGetKeys && !deadline.hasExpired())
+            didOtherGetKeys = other.gotPress(keyF13);
+        std::ofstream { pipe } << "end\n";
+    });
+    EXPECT_TRUE(readChildOutput({ "/bin/sh", "-c", "read line <'" + pipe.string() + "'" }));
+    person.join();
+    std::filesystem::remove(pipe);
+    EXPECT_TRUE(didOtherGetKeys);
+    waitUntil([this] { return fired == Ids { markerId }; });
 }
 
 [[noreturn]] void exitWithTheAnswerOffscreen()

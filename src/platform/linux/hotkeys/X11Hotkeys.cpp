@@ -1,5 +1,6 @@
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
+#include "platform/linux/BlockedWait.h"
 #include "platform/linux/HeldModifiers.h"
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
@@ -69,7 +70,12 @@ bool X11Hotkeys::startListening()
         return false;
     keyboardChange_ = *keyboardChange;
     bits_ = bits.answer();
-    setAsideEvents();
+    setAsideEvents(xcb_poll_for_queued_event);
+    setBlockedService({ .descriptor = xcb_get_file_descriptor(connection_.get()),
+        .serve = [weak = weak_from_this()] {
+            if (auto const self = weak.lock())
+                self->freeTheKeyboard();
+        } });
     return true;
 }
 
@@ -131,7 +137,7 @@ bool X11Hotkeys::grab(Claim const& claim)
         ungrab(claim);
         xcb_flush(connection_.get());
     }
-    setAsideEvents();
+    setAsideEvents(xcb_poll_for_queued_event);
     return !isRefused;
 }
 
@@ -155,10 +161,10 @@ X11Hotkeys::Claim const* X11Hotkeys::claimOf(xcb_keycode_t keycode, std::uint16_
 
 /// While waiting for an answer xcb also reads events, after which the socket stays silent about
 /// them.
-void X11Hotkeys::setAsideEvents()
+void X11Hotkeys::setAsideEvents(PollEvent poll)
 {
     auto const isWaiting = !setAside_.empty();
-    while (auto* const event = xcb_poll_for_queued_event(connection_.get()))
+    while (auto* const event = poll(connection_.get()))
         setAside_.emplace_back(event);
     if (!isWaiting && !setAside_.empty())
         QMetaObject::invokeMethod(
@@ -251,6 +257,14 @@ void X11Hotkeys::handlerDone()
     }
 }
 
+/// While the program waits for another one it answers no press, and must not keep the keyboard from
+/// the person for that long. The press is dealt with afterwards.
+void X11Hotkeys::freeTheKeyboard()
+{
+    setAsideEvents(xcb_poll_for_event);
+    allowEvents(XCB_ALLOW_ASYNC_KEYBOARD);
+}
+
 void X11Hotkeys::allowEvents(xcb_allow_t mode)
 {
     xcb_allow_events(connection_.get(), static_cast<std::uint8_t>(mode), XCB_CURRENT_TIME);
@@ -260,7 +274,7 @@ void X11Hotkeys::allowEvents(xcb_allow_t mode)
 void X11Hotkeys::followKeyboard()
 {
     auto const bits = ModifierBitsRequest { connection_.get() }.answer();
-    setAsideEvents();
+    setAsideEvents(xcb_poll_for_queued_event);
     if (bits == bits_)
         return;
     for (auto const& [number, claim] : claims_)

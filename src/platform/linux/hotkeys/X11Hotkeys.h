@@ -60,7 +60,8 @@ private:
     void release(std::uint64_t number);
     [[nodiscard]] Claim const* claimOf(xcb_keycode_t keycode, std::uint16_t mask) const;
 
-    void setAsideEvents();
+    using PollEvent = xcb_generic_event_t* (*)(xcb_connection_t*);
+    void setAsideEvents(PollEvent poll);
     [[nodiscard]] XcbPtr<xcb_generic_event_t> nextEvent();
     void readEvents();
     void handle(xcb_generic_event_t const& event);
@@ -68,6 +69,7 @@ private:
     void keyReleased(xcb_keycode_t keycode);
     void fire(Claim const& claim);
     void handlerDone();
+    void freeTheKeyboard();
     void allowEvents(xcb_allow_t mode);
     void followKeyboard();
 

@@ -1,6 +1,7 @@
 #include "platform/ChildProcess.h"
 
 #include "platform/MainQueue.h"
+#include "platform/linux/BlockedWait.h"
 #include "platform/linux/system/ChildWatcher.h"
 #include "platform/linux/system/Spawn.h"
 
@@ -65,13 +66,21 @@ void readUntilExit(pid_t child, int pipe, OutputReader& reader)
     auto const descriptor = openChild(child);
     // Without a descriptor there is nothing to wait on but the clock.
     int const timeout = descriptor ? -1 : 20;
+    auto const& service = blockedService();
+    if (service.serve)
+        service.serve();
+    auto serviced = service.descriptor;
     for (;;) {
-        std::array<pollfd, 2> polled { pollfd { descriptor.get(), POLLIN, 0 },
-            pollfd { reader.isAtEnd() ? -1 : pipe, POLLIN, 0 } };
+        std::array<pollfd, 3> polled { pollfd { descriptor.get(), POLLIN, 0 },
+            pollfd { reader.isAtEnd() ? -1 : pipe, POLLIN, 0 }, pollfd { serviced, POLLIN, 0 } };
         if (::poll(polled.data(), polled.size(), timeout) < 0)
             continue;
         if (polled[1].revents != 0)
             reader.readAvailable();
+        if ((polled[2].revents & POLLIN) != 0)
+            service.serve();
+        if ((polled[2].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0)
+            serviced = -1;
         if ((polled[0].revents != 0 || !descriptor) && reapChild(child))
             return;
     }
