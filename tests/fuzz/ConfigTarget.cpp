@@ -33,16 +33,18 @@ void requireMigration(Config const& config)
 }
 
 /// Names that reached a record some other way may hold any bytes.
-void requireReadable(std::string const& name)
+void requireEveryNameIsKept(std::string const& name)
 {
     Config config;
-    config.pinned = { name };
+    config.pinned = { name, "A" };
     config.iconSymbol = name;
     config.groupOf.emplace().emplace(name, name);
     config.shortcutHotkeys.emplace().emplace(name, Hotkey { 17, 6144 });
+    config.launchAtLoginShortcuts.emplace().emplace(name, true);
     auto const again = decodeConfig(encodeConfig(config));
-    require(again && again->pinned.size() == 1 && again->shortcutHotkeys->size() == 1,
-        "every name can be saved");
+    require(again && again->pinned.size() == 2, "every name can be saved");
+    auto const isUtf8 = again->pinned.front() == name;
+    require(!isUtf8 || *again == config, "a name is the same in every field");
 }
 
 } // namespace
@@ -56,6 +58,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         requireRoundTrip(*config);
         requireMigration(*config);
     }
-    requireReadable(std::string(text));
+    requireEveryNameIsKept(std::string(text));
     return 0;
 }

@@ -88,6 +88,13 @@ std::string commandLine(std::vector<std::string> const& arguments)
     return text;
 }
 
+void requireEveryArgumentArrives(std::string const& argument)
+{
+    std::vector<std::string> const arguments { "program", argument };
+    require(
+        shortcuts::splitCommandLine(commandLine(arguments)) == arguments, "every argument arrives");
+}
+
 void requireCommandLine(std::string_view exec)
 {
     auto const arguments = shortcuts::splitCommandLine(exec);
@@ -98,6 +105,12 @@ void requireCommandLine(std::string_view exec)
         "quoted arguments are split as they were");
 }
 
+void requireRoundTrip(DesktopEntry const& entry)
+{
+    auto const again = shortcuts::parseDesktopEntry(fileOf(entry), {});
+    require(again && isSame(*again, entry), "an entry that is written is read as it was");
+}
+
 void requireEntry(std::string_view text, std::vector<std::string> const& locales)
 {
     auto const entry = shortcuts::parseDesktopEntry(text, locales);
@@ -106,8 +119,15 @@ void requireEntry(std::string_view text, std::vector<std::string> const& locales
     requireCommandLine(entry->exec);
     for (auto const& action : entry->actions)
         requireCommandLine(action.exec);
-    auto const again = shortcuts::parseDesktopEntry(fileOf(*entry), locales);
-    require(again && isSame(*again, *entry), "an entry that is written is read as it was");
+    requireRoundTrip(*entry);
+}
+
+void requireEveryValueIsRead(std::string const& value)
+{
+    DesktopEntry entry;
+    entry.name = entry.exec = entry.tryExec = entry.path = value;
+    entry.actions = { { value, value }, { "", value } };
+    requireRoundTrip(entry);
 }
 
 } // namespace
@@ -120,7 +140,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     auto const text = textOf(data, size);
     requireEntry(text, {});
     requireEntry(text, { "de_AT", "de" });
+    requireEveryValueIsRead(std::string(text));
     requireCommandLine(text);
+    requireEveryArgumentArrives(std::string(text));
     auto const shown = shortcuts::printable(text);
     require(shown.empty() || shortcuts::isListable(shown), "messages hold no control characters");
     return 0;
