@@ -69,6 +69,14 @@ TEST(SearchPath, FindProgram_takesTheFirstExecutableFile)
     EXPECT_EQ(findProgram(tool.string(), ""), tool);
     for (auto const* missing : { "plain", "other", "", "/", "/missing/x" })
         EXPECT_EQ(findProgram(missing, searchPath), "") << missing;
+
+    // Neither an empty nor a relative part stands for where the tool was started.
+    Scratch::write(scratch.home / "here", "");
+    Scratch::write(scratch.home / "relative/here", "");
+    auto const before = std::filesystem::current_path();
+    std::filesystem::current_path(scratch.home);
+    EXPECT_EQ(findProgram("here", searchPath), "");
+    std::filesystem::current_path(before);
 }
 
 TEST(Trust, OnlyTheFilesOfThePersonAndRoot_areTrusted)

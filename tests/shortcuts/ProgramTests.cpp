@@ -1,3 +1,5 @@
+#include "shortcuts/CommandLine.h"
+#include "shortcuts/DesktopEntry.h"
 #include "shortcuts/Scratch.h"
 
 #include <gmock/gmock.h>
@@ -172,6 +174,32 @@ TEST(Program, Open_makesAPrivateFolderAndShowsIt)
     std::filesystem::remove(scratch.own / "README.txt");
     EXPECT_EQ(scratch.run({ "open" }).output, "1 " + own + "\n");
     EXPECT_FALSE(std::filesystem::exists(scratch.own / "README.txt"));
+}
+
+TEST(Program, Open_runsNothingWhateverTheAddressSays)
+{
+    Scratch scratch;
+    Scratch::write(scratch.programs / "xdg-open", "#!/bin/sh\necho \"$@\"\n");
+    auto const mark = scratch.home / "mark";
+    scratch.script("x", "touch " + mark.string());
+    auto const own = scratch.own.string();
+    std::vector<std::string> const addresses { "shortcuts://run-shortcut?name=x", "shortcuts://x",
+        "x", "run", "--help", "../../x", "$(touch " + mark.string() + ")", "file:///bin/sh", "" };
+    for (auto const& address : addresses)
+        EXPECT_EQ(scratch.run({ "open", address }).output, own + "\n") << address;
+    EXPECT_FALSE(std::filesystem::exists(mark));
+    // What is forbidden to addresses, a person may do.
+    EXPECT_EQ(scratch.run({ "run", "x" }).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(mark));
+}
+
+TEST(Program, AddressHandler_canOnlyOpen)
+{
+    auto const entry = parseDesktopEntry(contents(SHORTCUTS_ADDRESS_HANDLER), {});
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(splitCommandLine(entry->exec), (std::vector<std::string> { "shortcuts", "open" }));
+    EXPECT_TRUE(entry->exec.ends_with(" %u"));
+    EXPECT_TRUE(entry->actions.empty());
 }
 
 TEST(Program, Open_takesTheNextOpenerOrSaysThatThereIsNone)
