@@ -36,7 +36,7 @@ class Processes:
             process = subprocess.Popen(
                 [str(argument) for argument in arguments],
                 env={**environment, _MARKER: self._identity},
-                stdin=subprocess.DEVNULL,
+                stdin=options.pop("stdin", subprocess.DEVNULL),
                 stdout=options.pop("stdout", log),
                 stderr=options.pop("stderr", log),
                 start_new_session=True,

@@ -5,6 +5,7 @@
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/ChildEnvironment.h"
 #include "platform/linux/system/ChildWatcher.h"
+#include "platform/linux/system/ColorScheme.h"
 #include "platform/linux/system/DesktopApplication.h"
 #include "platform/linux/system/PendingWork.h"
 #include "platform/linux/system/QuitSignals.h"
@@ -111,12 +112,14 @@ private:
         delegate_ = makeDelegate_();
         delegate_->applicationDidFinishLaunching();
         onTheDesktop_.serve(delegate_);
+        colorScheme_.follow();
     }
 
     MakeDelegate const& makeDelegate_;
     LaunchTokens tokens_;
     std::shared_ptr<ApplicationDelegate> delegate_;
     DesktopApplication onTheDesktop_;
+    ColorScheme colorScheme_;
 };
 
 } // namespace

@@ -75,6 +75,10 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
     }
     if (deliverWithoutHotkeyModifiers(*watched, *event))
         return true;
+    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
+        if (auto* const window = nativeWindowOf(static_cast<QWidget*>(watched)))
+            window->noteMouse();
+    }
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType()
         || QApplication::activePopupWidget() || watched != keyTarget())
         return false;

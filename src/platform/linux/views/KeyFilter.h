@@ -7,8 +7,8 @@ class QWidget;
 
 namespace quillbar::platform {
 
-/// Sees every key press of the application before the widgets do, and tells the portable windows
-/// which view has the keyboard.
+/// Sees every key press of the application before the widgets do, notes the mouse, and tells the
+/// portable windows which view has the keyboard.
 class KeyFilter final : public QObject {
 public:
     /// Once is enough; lives as long as the application.

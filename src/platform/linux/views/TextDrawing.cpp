@@ -6,14 +6,14 @@
 
 #include <QFontMetricsF>
 
-#include <algorithm>
 #include <cmath>
 
 namespace quillbar::platform {
 
 namespace {
 
-// The frames were made for a narrow typeface; wider ones are drawn narrower before text is cut.
+// The frames were made for a narrow typeface: what just fails to fit in a wider one is drawn
+// narrower.
 constexpr int narrowestStretch = 82;
 
 } // namespace
@@ -28,9 +28,12 @@ void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QSt
         return;
     }
     auto const font = painter.font();
-    auto narrow = font;
-    narrow.setStretch(std::max(narrowestStretch, rect.width() * 100 / width - 1));
-    painter.setFont(narrow);
+    // What is cut anyway keeps the width of the lines around it.
+    if (int const stretch = rect.width() * 100 / width - 1; stretch >= narrowestStretch) {
+        auto narrow = font;
+        narrow.setStretch(stretch);
+        painter.setFont(narrow);
+    }
     painter.drawText(
         rect, flags, painter.fontMetrics().elidedText(text, Qt::ElideRight, rect.width()));
     painter.setFont(font);

@@ -65,7 +65,8 @@ void NativeWindow::sync()
         setWindowFlags(flags);
     }
     setWindowTitle(toQString(portable_->title()));
-    if (portable_->isVisible() && !isVisible() && portable_->isCentered())
+    // Put elsewhere by the window manager first, it would be seen to jump.
+    if (portable_->isVisible() && !isVisible())
         centerOnScreen();
     setVisible(portable_->isVisible());
 }
@@ -75,17 +76,36 @@ void NativeWindow::centerOnScreen()
     auto const* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    auto place = frameGeometry();
+    // The frame is not counted: it is known only some time after the window was shown, and
+    // putting a window that is new on the screen elsewhere would be seen as a jump.
+    auto place = geometry();
     place.moveCenter(screen->availableGeometry().center());
-    move(place.topLeft());
+    if (place != geometry())
+        move(place.topLeft());
 }
 
 void NativeWindow::bringForward()
 {
+    isMouseUsed_ = false;
     if (portable_->canBecomeKeyWindow())
         platform::activateWindow(*windowHandle());
     else
         raise();
+}
+
+void NativeWindow::focus(QWidget& widget)
+{
+    if (!isMouseUsed_)
+        setAttribute(Qt::WA_KeyboardFocusChange);
+    widget.setFocus();
+}
+
+void NativeWindow::noteMouse()
+{
+    isMouseUsed_ = true;
+    setAttribute(Qt::WA_KeyboardFocusChange, false);
+    if (auto* const focused = focusWidget())
+        focused->update();
 }
 
 void NativeWindow::setGround(QPolygon const& ground)
@@ -156,7 +176,7 @@ void syncFirstResponder(Window const& window)
 {
     auto const view = window.firstResponder();
     auto& widget = view && view->native() ? view->native()->widget() : *window.native();
-    widget.setFocus();
+    window.native()->focus(widget);
 }
 
 void centerNativeWindow(Window const& window)

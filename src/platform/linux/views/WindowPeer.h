@@ -18,6 +18,11 @@ struct NativeWindow final : public QWidget {
     void sync();
     void centerOnScreen();
     void bringForward();
+    /// Gives a widget of the window the keyboard, and shows that unless the person works with the
+    /// mouse.
+    void focus(QWidget& widget);
+    /// The mouse was used in the window: where the keyboard is does not matter until it is used.
+    void noteMouse();
     /// The part of a clear window that is not clear.
     void setGround(QPolygon const& ground);
 
@@ -29,6 +34,7 @@ protected:
 
 private:
     Window* portable_;
+    bool isMouseUsed_ = false;
     QPolygon ground_;
 };
 

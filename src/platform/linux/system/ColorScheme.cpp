@@ -1,0 +1,95 @@
+#include "platform/linux/system/ColorScheme.h"
+
+#include "platform/linux/system/SessionBus.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QPointer>
+#include <QToolTip>
+
+namespace quillbar::platform {
+
+namespace {
+
+// The call may have to start the portal first.
+constexpr std::chrono::milliseconds portalTimeout { 10000 };
+constexpr uint prefersDark = 1;
+
+auto const portal = QStringLiteral("org.freedesktop.portal.Desktop");
+auto const path = QStringLiteral("/org/freedesktop/portal/desktop");
+auto const interface = QStringLiteral("org.freedesktop.portal.Settings");
+auto const appearance = QStringLiteral("org.freedesktop.appearance");
+auto const colorScheme = QStringLiteral("color-scheme");
+
+QPalette darkPalette()
+{
+    constexpr QRgb window = 0xff2b2b2b;
+    constexpr QRgb base = 0xff1f1f1f;
+    constexpr QRgb button = 0xff3c3c3c;
+    constexpr QRgb text = 0xfff0f0f0;
+    constexpr QRgb disabledText = 0xff8a8a8a;
+    constexpr QRgb highlight = 0xff3584e4;
+
+    QPalette palette { QColor(button), QColor(window) };
+    for (auto const role :
+        { QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText }) {
+        palette.setColor(role, QColor(text));
+        palette.setColor(QPalette::Disabled, role, QColor(disabledText));
+    }
+    palette.setColor(QPalette::Base, QColor(base));
+    palette.setColor(QPalette::AlternateBase, QColor(window));
+    palette.setColor(QPalette::ToolTipBase, QColor(button));
+    palette.setColor(QPalette::PlaceholderText, QColor(disabledText));
+    palette.setColor(QPalette::Highlight, QColor(highlight));
+    palette.setColor(QPalette::HighlightedText, QColor(Qt::white));
+    palette.setColor(QPalette::Link, QColor(highlight));
+    return palette;
+}
+
+QVariant unwrapped(QVariant value)
+{
+    // Read answers with a variant in a variant, SettingChanged with one.
+    while (value.canConvert<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
+} // namespace
+
+void ColorScheme::follow()
+{
+    if (qgetenv("QT_QPA_PLATFORMTHEME") != "generic")
+        return;
+    // Naming the sender would make Qt wait for the bus to tell its owner.
+    QDBusConnection::sessionBus().connect(QString(), path, interface,
+        QStringLiteral("SettingChanged"), this,
+        SLOT(settingChanged(QString, QString, QDBusVariant)));
+    auto call = QDBusMessage::createMethodCall(portal, path, interface, QStringLiteral("Read"));
+    call.setArguments({ appearance, colorScheme });
+    callOnBus(call, portalTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
+        if (self && reply.type() == QDBusMessage::ReplyMessage)
+            self->apply(reply.arguments().value(0));
+    });
+}
+
+void ColorScheme::settingChanged(
+    QString const& group, QString const& key, QDBusVariant const& value)
+{
+    if (group == appearance && key == colorScheme)
+        apply(value.variant());
+}
+
+void ColorScheme::apply(QVariant const& preference)
+{
+    bool const isDark = unwrapped(preference).toUInt() == prefersDark;
+    if (isDark == isDark_)
+        return;
+    isDark_ = isDark;
+    if (isDark)
+        light_ = QApplication::palette();
+    auto const palette = isDark ? darkPalette() : light_;
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+}
+
+} // namespace quillbar::platform
