@@ -7,5 +7,6 @@ session is touched.
 from .desktop import VirtualDesktop
 from .program import Program
 from .waiting import wait_until
+from .window import Window
 
-__all__ = ["Program", "VirtualDesktop", "wait_until"]
+__all__ = ["Program", "VirtualDesktop", "Window", "wait_until"]

@@ -8,10 +8,14 @@ from .bus import Bus
 from .waiting import wait_until
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
+_ACTION = "org.a11y.atspi.Action"
 _REGISTRY = "org.a11y.atspi.Registry"
 _ROOT = "/org/a11y/atspi/accessible/root"
-_STATE_SHOWING = 25
+_STATE_CHECKED = 4
 _STATE_ENABLED = 8
+_STATE_FOCUSED = 12
+_STATE_SELECTED = 23
+_STATE_SHOWING = 25
 
 
 @dataclass
@@ -20,13 +24,27 @@ class Element:
     role: str
     shown: bool
     enabled: bool
+    checked: bool
+    focused: bool
+    selected: bool
     description: str
     _tree: "AccessibleTree"
     _reference: tuple
 
     def press(self):
         """Does what a click on the element does."""
-        self._tree.bus.call(*self._reference, "org.a11y.atspi.Action", "DoAction", "(i)", 0)
+        self._tree.bus.call(*self._reference, _ACTION, "DoAction", "(i)", 0)
+
+    def act(self, name):
+        """Does one of the things that the element offers to do."""
+        offered = [action[0] for action in
+                   self._tree.bus.call(*self._reference, _ACTION, "GetActions")[0]]
+        self._tree.bus.call(*self._reference, _ACTION, "DoAction", "(i)", offered.index(name))
+
+    def text(self):
+        """What an editable element holds."""
+        return self._tree.bus.call(
+            *self._reference, "org.a11y.atspi.Text", "GetText", "(ii)", 0, -1)[0]
 
     def extents(self):
         """(x, y, width, height) on the screen."""
@@ -102,6 +120,9 @@ class AccessibleTree:
             role=self.bus.call(*reference, _ACCESSIBLE, "GetRoleName")[0],
             shown=bool(bits >> _STATE_SHOWING & 1),
             enabled=bool(bits >> _STATE_ENABLED & 1),
+            checked=bool(bits >> _STATE_CHECKED & 1),
+            focused=bool(bits >> _STATE_FOCUSED & 1),
+            selected=bool(bits >> _STATE_SELECTED & 1),
             description=self.bus.read(*reference, _ACCESSIBLE, "Description"),
             _tree=self,
             _reference=reference,

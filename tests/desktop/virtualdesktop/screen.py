@@ -5,6 +5,7 @@ import contextlib
 import Xlib.display
 from PIL import Image
 from Xlib import X, XK
+from Xlib.error import BadAccess, CatchError
 from Xlib.ext import xtest
 
 from .waiting import wait_until
@@ -12,10 +13,14 @@ from .waiting import wait_until
 # X key codes are the kernel's plus 8: physical keys, whatever the keyboard layout.
 KEY = {
     "Escape": 9, "1": 10, "2": 11, "3": 12, "4": 13, "5": 14, "6": 15, "7": 16, "8": 17, "9": 18,
-    "0": 19, "Q": 24, "R": 27, "T": 28, "Y": 29, "U": 30, "Return": 36, "Control": 37, "B": 56,
-    "Shift": 50, "Comma": 59, "Alt": 64, "CapsLock": 66, "NumLock": 77, "Keypad1": 87,
-    "Super": 133, "Down": 116, "Tab": 23, "F8": 74, "F9": 75,
+    "0": 19, "BackSpace": 22, "Tab": 23, "Q": 24, "W": 25, "E": 26, "R": 27, "T": 28, "Y": 29,
+    "U": 30, "I": 31, "O": 32, "P": 33, "Return": 36, "Control": 37, "A": 38, "S": 39, "D": 40,
+    "F": 41, "G": 42, "H": 43, "J": 44, "K": 45, "L": 46, "Shift": 50, "Z": 52, "X": 53, "C": 54,
+    "V": 55, "B": 56, "N": 57, "M": 58, "Comma": 59, "Period": 60, "Alt": 64, "Space": 65,
+    "CapsLock": 66, "F8": 74, "F9": 75, "NumLock": 77, "Keypad1": 87, "KeypadEnter": 104,
+    "Up": 111, "Down": 116, "Super": 133,
 }
+_WRITTEN = {" ": "Space", ",": "Comma", ".": "Period"}
 
 _GROUND = 0x5B7083
 
@@ -82,16 +87,45 @@ class Screen:
         return value.value[0] if value else None
 
     def title(self, window_id):
+        """The title; empty for a window that has vanished."""
         window = self.display.create_resource_object("window", window_id)
-        value = window.get_full_property(self.display.intern_atom("_NET_WM_NAME"),
-                                         X.AnyPropertyType)
-        return value.value.decode() if value else ""
+        with _ignoring_vanished_windows():
+            value = window.get_full_property(
+                self.display.intern_atom("_NET_WM_NAME"), X.AnyPropertyType)
+            return value.value.decode() if value else ""
+        return ""
 
     def click(self, x, y, button=1):
         xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
         xtest.fake_input(self.display, X.ButtonPress, button)
         xtest.fake_input(self.display, X.ButtonRelease, button)
         self.display.sync()
+
+    def double_click(self, x, y):
+        self.click(x, y)
+        self.click(x, y)
+
+    def drag(self, start, end, steps=12):
+        """Moves the pointer from one place to the other with the left button held."""
+        self.point(*start)
+        self.button(True)
+        for step in range(1, steps + 1):
+            self.point(*(a + (b - a) * step / steps for a, b in zip(start, end)))
+        self.button(False)
+
+    def point(self, x, y):
+        xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
+        self.display.sync()
+
+    def button(self, is_pressed):
+        xtest.fake_input(self.display, X.ButtonPress if is_pressed else X.ButtonRelease, 1)
+        self.display.sync()
+
+    def type(self, text):
+        """Types letters, digits and blanks, in the US layout."""
+        for character in text:
+            key = _WRITTEN.get(character, character.upper())
+            self.press(*(["Shift"] if character.isupper() else []), key)
 
     def press(self, *names):
         """Presses physical keys in order and releases them in reverse."""
@@ -107,6 +141,30 @@ class Screen:
     def key_up(self, name):
         xtest.fake_input(self.display, X.KeyRelease, KEY[name])
         self.display.sync()
+
+    def is_grabbed(self, name, modifiers):
+        """Whether a program has that combination to itself; keeps none out meanwhile."""
+        refused = CatchError(BadAccess)
+        self.display.grab_server()
+        self.root.grab_key(KEY[name], modifiers, False, X.GrabModeAsync, X.GrabModeAsync,
+                           onerror=refused)
+        self.display.sync()
+        if not refused.get_error():
+            self.root.ungrab_key(KEY[name], modifiers)
+        self.display.ungrab_server()
+        self.display.sync()
+        return refused.get_error() is not None
+
+    def focused_window(self):
+        """The id of the window that has the keyboard, or 0."""
+        return getattr(self.display.get_input_focus().focus, "id", 0)
+
+    def area(self, window_id):
+        """Where the inside of a window is: (x, y, width, height)."""
+        window = self.display.create_resource_object("window", window_id)
+        geometry = window.get_geometry()
+        place = self.root.translate_coords(window, 0, 0)
+        return place.x, place.y, geometry.width, geometry.height
 
     @contextlib.contextmanager
     def lock_on(self, name):

@@ -2,11 +2,13 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/views/NativeView.h"
+#include "platform/linux/views/WindowPeer.h"
 #include "platform/view/Label.h"
 #include "platform/view/TableView.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QComboBox>
 
 #include <algorithm>
 #include <optional>
@@ -98,17 +100,61 @@ private:
     NativeView& native_;
 };
 
+/// Qt names a pop-up after its value and lists every item of the closed menu. Here the name says
+/// what is chosen and the description which.
+class PopUpAccessible final : public QAccessibleWidget {
+public:
+    explicit PopUpAccessible(QComboBox& widget)
+        : QAccessibleWidget(&widget, QAccessible::ComboBox)
+        , popUp_(widget)
+    {
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        bool const isValue = kind == QAccessible::Description || kind == QAccessible::Value;
+        return isValue ? popUp_.currentText() : QAccessibleWidget::text(kind);
+    }
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        auto state = QAccessibleWidget::state();
+        state.hasPopup = true;
+        return state;
+    }
+
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        return QStringList { showMenuAction() } + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(QString const& name) override
+    {
+        if (name == showMenuAction())
+            popUp_.showPopup();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    QComboBox& popUp_;
+};
+
 QAccessibleInterface* makeInterface(QString const&, QObject* object)
 {
     if (!object || !object->isWidgetType())
         return nullptr;
     auto& widget = static_cast<QWidget&>(*object);
+    if (nativeWindowOf(&widget) == &widget)
+        return new QAccessibleWidget(&widget, QAccessible::Window);
     auto* const native = nativeViewOf(&widget);
     if (!native || !native->portable)
         return nullptr;
     auto const& view = *native->portable;
     if (view.superview() && view.superview()->kind() == ViewKind::TableView)
         return new RowAccessible(widget, *native);
+    if (view.kind() == ViewKind::PopUpButton)
+        return new PopUpAccessible(static_cast<QComboBox&>(widget));
     auto const role = roleOf(view);
     return role ? new QAccessibleWidget(&widget, *role) : nullptr;
 }

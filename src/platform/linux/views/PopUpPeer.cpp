@@ -6,6 +6,7 @@
 #include "platform/view/PopUpButton.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QPainter>
@@ -155,7 +156,15 @@ private:
         selectPortableItem();
     }
 
-    void selectPortableItem() { setCurrentIndex(toIndex(portableView()->selectedIndex())); }
+    void selectPortableItem()
+    {
+        auto const before = currentText();
+        setCurrentIndex(toIndex(portableView()->selectedIndex()));
+        if (currentText() == before)
+            return;
+        QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&event);
+    }
 
     QFont font_;
     CachedImage image_;

@@ -14,6 +14,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace quillbar::platform {
 
 namespace {
@@ -79,7 +81,10 @@ void NativeWindow::centerOnScreen()
     // The frame is not counted: it is known only some time after the window was shown, and
     // putting a window that is new on the screen elsewhere would be seen as a jump.
     auto place = geometry();
-    place.moveCenter(screen->availableGeometry().center());
+    auto const available = screen->availableGeometry();
+    place.moveCenter(available.center());
+    // On a screen that is too low the title bar matters more than the end.
+    place.moveTop(std::max(place.top(), available.top()));
     if (place != geometry())
         move(place.topLeft());
 }

@@ -1,0 +1,49 @@
+"""One window of the program, used with the real mouse and keyboard."""
+
+from .waiting import wait_until
+
+
+class Window:
+    """Waits until the program shows a window of that title and it has the keyboard."""
+
+    def __init__(self, program, title):
+        self._program, self.title = program, title
+        self.screen = program.desktop.screen
+        self.id = wait_until(self._find, lambda: f"no window {title!r}: {self._titles()}")
+        wait_until(lambda: self.screen.focused_window() == self.id,
+                   f"{title!r} does not get the keyboard")
+
+    def _titles(self):
+        return {window[0]: self.screen.title(window[0]) for window in self._program.windows()}
+
+    def _find(self):
+        return next((window for window, title in self._titles().items() if title == self.title),
+                    None)
+
+    def area(self):
+        """Where its inside is: (x, y, width, height)."""
+        return self.screen.area(self.id)
+
+    def is_open(self):
+        return self.id in self._titles()
+
+    def wait_closed(self):
+        wait_until(lambda: not self.is_open(), f"{self.title!r} stays open")
+
+    def elements(self, role=None):
+        """What assistive programs are told, outermost first."""
+        return self._program.desktop.accessibility.elements(self._program.process.pid, role)
+
+    def element(self, role, name):
+        return self._program.desktop.accessibility.wait_for(self._program.process.pid, role, name)
+
+    def middle(self, role, name):
+        x, y, width, height = self.element(role, name).extents()
+        return x + width // 2, y + height // 2
+
+    def click(self, role, name):
+        self.screen.click(*self.middle(role, name))
+
+    def wait_for(self, role, name, what, test):
+        """Waits until the element is as the test wants it."""
+        wait_until(lambda: test(self.element(role, name)), f"{role} {name!r} never {what}")
