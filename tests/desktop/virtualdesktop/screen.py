@@ -159,6 +159,12 @@ class Screen:
         """The id of the window that has the keyboard, or 0."""
         return getattr(self.display.get_input_focus().focus, "id", 0)
 
+    def window_manager(self):
+        """The name of the window manager that runs."""
+        check = self.root.get_full_property(
+            self.display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
+        return self.title(check.value[0]) if check else ""
+
     def area(self, window_id):
         """Where the inside of a window is: (x, y, width, height)."""
         window = self.display.create_resource_object("window", window_id)

@@ -35,7 +35,6 @@ std::optional<QAccessible::Role> roleOf(View const& view)
     case ViewKind::Separator:
         return QAccessible::Separator;
     case ViewKind::TableView:
-        return QAccessible::List;
     case ViewKind::Button:
     case ViewKind::PopUpButton:
     case ViewKind::TextField:
@@ -100,6 +99,42 @@ private:
     NativeView& native_;
 };
 
+/// A table, whose rows are read from top to bottom whatever order their reused widgets came in.
+class TableAccessible final : public QAccessibleWidget {
+public:
+    explicit TableAccessible(QWidget& widget)
+        : QAccessibleWidget(&widget, QAccessible::List)
+    {
+    }
+
+    [[nodiscard]] int childCount() const override { return static_cast<int>(rows().size()); }
+
+    [[nodiscard]] QAccessibleInterface* child(int index) const override
+    {
+        return QAccessible::queryAccessibleInterface(rows().value(index));
+    }
+
+    [[nodiscard]] int indexOfChild(QAccessibleInterface const* child) const override
+    {
+        return child ? static_cast<int>(rows().indexOf(child->object())) : -1;
+    }
+
+private:
+    [[nodiscard]] QObjectList rows() const
+    {
+        QObjectList rows;
+        for (auto* const child : widget()->children()) {
+            auto const* const native
+                = child->isWidgetType() ? nativeViewOf(static_cast<QWidget*>(child)) : nullptr;
+            if (native && native->portable)
+                rows.append(child);
+        }
+        std::ranges::sort(
+            rows, {}, [](QObject const* row) { return static_cast<QWidget const*>(row)->y(); });
+        return rows;
+    }
+};
+
 /// Qt names a pop-up after its value and lists every item of the closed menu. Here the name says
 /// what is chosen and the description which.
 class PopUpAccessible final : public QAccessibleWidget {
@@ -153,6 +188,8 @@ QAccessibleInterface* makeInterface(QString const&, QObject* object)
     auto const& view = *native->portable;
     if (view.superview() && view.superview()->kind() == ViewKind::TableView)
         return new RowAccessible(widget, *native);
+    if (view.kind() == ViewKind::TableView)
+        return new TableAccessible(widget);
     if (view.kind() == ViewKind::PopUpButton)
         return new PopUpAccessible(static_cast<QComboBox&>(widget));
     auto const role = roleOf(view);

@@ -1,0 +1,220 @@
+"""The palette, summoned and used with real keys and the real mouse."""
+
+import contextlib
+
+import Xlib.display
+from virtualdesktop import Window, wait_until
+from virtualdesktop.waiting import deliver_signals
+from Xlib import X
+
+ACCESSIBILITY = True
+ROW_HEIGHT = 32
+FIRST_ROW = 60
+
+
+def start(program, *names, **settings):
+    program.pin(*names, **settings)
+    tray = program.start()
+    wait_until(lambda: program.desktop.screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask),
+               "the palette's hotkey is not registered")
+    return tray
+
+
+def press_hotkey(program):
+    program.desktop.screen.press("Super", "Alt", "T")
+
+
+def summon(program):
+    press_hotkey(program)
+    return Window(program, "Quillbar")
+
+
+def query(palette):
+    return palette.elements("text")[0].text()
+
+
+def listed(palette):
+    return [row.name for row in palette.elements("list item")]
+
+
+def wait_listed(palette, *names):
+    wait_until(lambda: listed(palette) == list(names),
+               lambda: f"{list(names)} should be listed, {listed(palette)} are")
+
+
+def selected(palette):
+    return [row.name for row in palette.elements("list item") if row.selected]
+
+
+def row_middle(palette, row):
+    x, y, width, _ = palette.area()
+    return x + width // 2, y + FIRST_ROW + row * ROW_HEIGHT + ROW_HEIGHT // 2
+
+
+@contextlib.contextmanager
+def other_window(desktop):
+    """A window of another program, which has the keyboard."""
+    display = Xlib.display.Display(desktop.environment["DISPLAY"])
+    try:
+        screen = display.screen()
+        window = screen.root.create_window(20, 300, 300, 200, 0, screen.root_depth,
+                                           background_pixel=screen.white_pixel,
+                                           event_mask=X.KeyPressMask)
+        window.set_wm_name("Other")
+        window.set_wm_class("other", "Other")
+        window.map()
+        display.sync()
+        wait_until(lambda: desktop.screen.windows("other"), "the other window does not show")
+        _, x, y, width, height = desktop.screen.windows("other")[0]
+        desktop.screen.click(x + width // 2, y + height // 2)
+        wait_until(lambda: desktop.screen.focused_window() == window.id,
+                   "the other window does not get the keyboard")
+        yield window
+    finally:
+        display.close()
+
+
+def test_hotkey_typing_and_return_run_what_was_typed(program):
+    start(program, "Alpha", "Beta", "Gamma")
+    palette = summon(program)
+    program.desktop.screen.type("ga")
+    program.desktop.screen.press("Return")
+    palette.wait_closed()
+    program.wait_for_runs("Gamma")
+
+
+def test_arrows_and_keypad_enter_choose_within_the_list(program):
+    start(program, "Alpha", "Beta", "Gamma")
+    screen = program.desktop.screen
+    palette = summon(program)
+    screen.press("Up")
+    screen.press("Down")
+    screen.press("KeypadEnter")
+    palette.wait_closed()
+    program.wait_for_runs("Beta")
+
+    palette = summon(program)
+    for _ in range(5):
+        screen.press("Down")
+    screen.press("KeypadEnter")
+    palette.wait_closed()
+    program.wait_for_runs("Beta", "Gamma")
+
+
+def test_escape_closes_and_leaves_the_menu_as_it_was(program):
+    tray = start(program, "Alpha")
+    revision = tray.menu.revision()
+    updates = []
+    stop = tray.menu.on_update(updates.append)
+    palette = summon(program)
+    program.desktop.screen.type("x")
+    program.desktop.screen.press("Return")
+    wait_listed(palette, "No shortcuts match")
+    program.desktop.screen.press("Escape")
+    palette.wait_closed()
+    assert tray.menu.revision() == revision
+    deliver_signals()
+    stop()
+    assert (updates, program.ran()) == ([], [])
+
+
+def test_query_filters_names_only_and_takes_digits(program):
+    start(program, "Send Mail", "Mail 3", "Other", groupOf={"Other": "Mail"})
+    screen = program.desktop.screen
+    palette = summon(program)
+    wait_listed(palette, "Send Mail", "Mail 3", "Other")
+    screen.type("  MAIL ")
+    wait_listed(palette, "Send Mail", "Mail 3")
+    assert selected(palette) == ["Send Mail"]
+    screen.type("3")
+    wait_listed(palette, "Mail 3")
+    assert query(palette) == "  MAIL 3"
+    screen.type("q")
+    wait_listed(palette, "No shortcuts match")
+    for _ in query(palette):
+        screen.press("BackSpace")
+    wait_listed(palette, "Send Mail", "Mail 3", "Other")
+    assert selected(palette) == ["Send Mail"]
+    screen.press("Escape")
+    palette.wait_closed()
+
+
+def test_double_click_runs_the_row_under_the_pointer(program):
+    start(program, "Alpha", "Beta")
+    palette = summon(program)
+    program.desktop.screen.click(*row_middle(palette, 1))
+    wait_until(lambda: selected(palette) == ["Beta"], "a click does not select")
+    assert program.ran() == []
+    program.desktop.screen.double_click(*row_middle(palette, 0))
+    palette.wait_closed()
+    program.wait_for_runs("Alpha")
+
+
+def test_palette_stays_behind_another_program_and_comes_back_as_it_was(program):
+    start(program, "Alpha", "Beta")
+    screen = program.desktop.screen
+    palette = summon(program)
+    screen.type("be")
+    wait_listed(palette, "Beta")
+    with other_window(program.desktop):
+        assert palette.is_open()
+        again = summon(program)
+        assert (again.id, len(program.windows())) == (palette.id, 1)
+        assert query(palette) == "be"
+        screen.press("Return")
+        palette.wait_closed()
+    program.wait_for_runs("Beta")
+
+
+def test_palette_is_dragged_by_its_background_and_centred_when_summoned(program):
+    start(program, "Alpha")
+    palette = summon(program)
+    x, y, width, height = palette.area()
+    footer = (x + 40, y + height - 12)
+    program.desktop.screen.drag(footer, (footer[0] - 90, footer[1] + 60))
+    wait_until(lambda: palette.area()[:2] == (x - 90, y + 60),
+               lambda: f"moved to {palette.area()[:2]} from {(x, y)}")
+    press_hotkey(program)
+    wait_until(lambda: palette.area() == (x, y, width, height), "the hotkey does not centre it")
+    program.desktop.screen.press("Escape")
+    palette.wait_closed()
+
+
+def test_thousands_of_pins_are_searched_and_only_rows_in_sight_exist(program):
+    names = [f"Pin {number}" for number in range(10_000)]
+    start(program, *names)
+    palette = summon(program)
+    assert len(listed(palette)) < 20
+    program.desktop.screen.type("pin 9876")
+    wait_listed(palette, "Pin 9876")
+    program.desktop.screen.press("Return")
+    program.wait_for_runs("Pin 9876")
+
+
+def test_window_manager_that_prevents_stolen_focus_gives_the_palette_the_keyboard(program):
+    desktop = program.desktop
+    start(program, "Alpha", "Beta")
+    with strict_window_manager(desktop), other_window(desktop) as other:
+        # The person is typing elsewhere when the hotkey comes.
+        desktop.screen.type("abc")
+        wait_until(lambda: desktop.screen.focused_window() == other.id)
+        palette = summon(program)
+        desktop.screen.type("be")
+        wait_listed(palette, "Beta")
+        desktop.screen.press("Return")
+        palette.wait_closed()
+    program.wait_for_runs("Beta")
+
+
+@contextlib.contextmanager
+def strict_window_manager(desktop):
+    """A window manager that lets no window take the keyboard unasked, for the block."""
+    from gi.repository import GLib
+
+    desktop.bus.call("org.xfce.Xfconf", "/org/xfce/Xfconf", "org.xfce.Xfconf", "SetProperty",
+                     "(ssv)", "xfwm4", "/general/prevent_focus_stealing", GLib.Variant("b", True))
+    desktop.start(["xfwm4", "--replace", "--compositor=off"])
+    wait_until(lambda: desktop.screen.window_manager() == "Xfwm4", "xfwm4 does not take over")
+    yield
+    desktop.start(["openbox", "--sm-disable", "--replace"])
+    wait_until(lambda: desktop.screen.window_manager() == "Openbox", "openbox does not come back")
