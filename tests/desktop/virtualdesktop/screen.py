@@ -18,7 +18,7 @@ KEY = {
     "F": 41, "G": 42, "H": 43, "J": 44, "K": 45, "L": 46, "Shift": 50, "Z": 52, "X": 53, "C": 54,
     "V": 55, "B": 56, "N": 57, "M": 58, "Comma": 59, "Period": 60, "Alt": 64, "Space": 65,
     "CapsLock": 66, "F8": 74, "F9": 75, "NumLock": 77, "Keypad1": 87, "KeypadEnter": 104,
-    "Up": 111, "Down": 116, "Super": 133,
+    "Up": 111, "End": 115, "Down": 116, "Super": 133,
 }
 _WRITTEN = {" ": "Space", ",": "Comma", ".": "Period"}
 

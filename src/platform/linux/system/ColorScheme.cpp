@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QDBusVariant>
 #include <QPointer>
 #include <QToolTip>
 
@@ -62,8 +63,7 @@ void ColorScheme::follow()
         return;
     // Naming the sender would make Qt wait for the bus to tell its owner.
     QDBusConnection::sessionBus().connect(QString(), path, interface,
-        QStringLiteral("SettingChanged"), this,
-        SLOT(settingChanged(QString, QString, QDBusVariant)));
+        QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QDBusMessage)));
     auto call = QDBusMessage::createMethodCall(portal, path, interface, QStringLiteral("Read"));
     call.setArguments({ appearance, colorScheme });
     callOnBus(call, portalTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
@@ -72,11 +72,11 @@ void ColorScheme::follow()
     });
 }
 
-void ColorScheme::settingChanged(
-    QString const& group, QString const& key, QDBusVariant const& value)
+void ColorScheme::settingChanged(QDBusMessage const& signal)
 {
-    if (group == appearance && key == colorScheme)
-        apply(value.variant());
+    auto const arguments = signal.arguments();
+    if (arguments.value(0) == appearance && arguments.value(1) == colorScheme)
+        apply(arguments.value(2));
 }
 
 void ColorScheme::apply(QVariant const& preference)

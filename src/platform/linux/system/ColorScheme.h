@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 #include <QPalette>
+#include <QVariant>
 
 namespace quillbar::platform {
 
@@ -17,7 +18,7 @@ public:
     void follow();
 
 private Q_SLOTS:
-    void settingChanged(QString const& group, QString const& key, QDBusVariant const& value);
+    void settingChanged(QDBusMessage const& signal);
 
 private:
     void apply(QVariant const& preference);

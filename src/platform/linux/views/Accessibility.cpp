@@ -6,6 +6,7 @@
 #include "platform/view/Label.h"
 #include "platform/view/TableView.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QComboBox>
@@ -136,7 +137,7 @@ private:
 };
 
 /// Qt names a pop-up after its value and lists every item of the closed menu. Here the name says
-/// what is chosen and the description which.
+/// what is chosen, the description which, and the open list is the child.
 class PopUpAccessible final : public QAccessibleWidget {
 public:
     explicit PopUpAccessible(QComboBox& widget)
@@ -149,6 +150,18 @@ public:
     {
         bool const isValue = kind == QAccessible::Description || kind == QAccessible::Value;
         return isValue ? popUp_.currentText() : QAccessibleWidget::text(kind);
+    }
+
+    [[nodiscard]] int childCount() const override { return openList() ? 1 : 0; }
+
+    [[nodiscard]] QAccessibleInterface* child(int index) const override
+    {
+        return index == 0 ? QAccessible::queryAccessibleInterface(openList()) : nullptr;
+    }
+
+    [[nodiscard]] int indexOfChild(QAccessibleInterface const* child) const override
+    {
+        return child && openList() && child->object() == openList() ? 0 : -1;
     }
 
     [[nodiscard]] QAccessible::State state() const override
@@ -172,6 +185,13 @@ public:
     }
 
 private:
+    [[nodiscard]] QAbstractItemView* openList() const
+    {
+        // Asking the pop-up for its list would make one.
+        auto* const list = popUp_.findChild<QAbstractItemView*>();
+        return list && list->isVisible() ? list : nullptr;
+    }
+
     QComboBox& popUp_;
 };
 

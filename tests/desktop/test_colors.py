@@ -1,0 +1,40 @@
+"""Light and dark windows, as the desktop prefers."""
+
+from virtualdesktop import Window, wait_until
+from virtualdesktop.portal import Portal
+
+
+def ground(window):
+    """How light the empty corner of the window is, 0 to 255."""
+    x, y, _, _ = window.area()
+    return sum(window.screen.picture((x + 4, y + 4, 1, 1)).getpixel((0, 0))) // 3
+
+
+def open_about(program):
+    program.pin("Alpha")
+    tray = program.start()
+    wait_until(lambda: len(tray.menu.rows()) > 3, "the menu never comes")
+    tray.menu.click("About Quillbar")
+    return Window(program, "About Quillbar")
+
+
+def wait_dark(window):
+    wait_until(lambda: ground(window) < 80, lambda: f"the window is not dark: {ground(window)}")
+
+
+def wait_light(window):
+    wait_until(lambda: ground(window) > 200, lambda: f"the window is not light: {ground(window)}")
+
+
+def test_windows_follow_the_desktops_colours(program):
+    with Portal(program.desktop, "dark") as portal:
+        about = open_about(program)
+        wait_dark(about)
+        portal.change("light")
+        wait_light(about)
+        portal.change("dark")
+        wait_dark(about)
+
+
+def test_without_a_portal_windows_are_light(program):
+    wait_light(open_about(program))
