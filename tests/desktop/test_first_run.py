@@ -84,7 +84,7 @@ def test_return_leads_to_the_list_to_pin_from(program):
     settings = Window(program, "Quillbar Settings")
     settings.wait_for("check box", "Alpha", "gets the keyboard", lambda box: box.focused)
     program.desktop.screen.press("Space")
-    wait_until(lambda: program.read_config()["pinned"] == ["Alpha"], "the blank does not pin")
+    settings.wait_for("list item", "Alpha", "is pinned", lambda row: row.shown)
 
 
 def test_focused_list_is_seen_after_a_click_too(program):

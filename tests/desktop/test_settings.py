@@ -1,5 +1,7 @@
 """The settings window, used with real keys and the real mouse."""
 
+import json
+
 from virtualdesktop import Window, wait_until
 from Xlib import X
 
@@ -16,8 +18,14 @@ def open_settings(program):
 
 
 def wait_config(program, key, value):
-    wait_until(lambda: program.read_config().get(key) == value,
-               lambda: f"{key} should be {value!r}, is {program.read_config().get(key)!r}")
+    def stored():
+        try:
+            return program.read_config().get(key)
+        except json.JSONDecodeError:
+            # The file is overwritten in place: for a moment there is nothing in it.
+            return None
+
+    wait_until(lambda: stored() == value, lambda: f"{key} should be {value!r}, is {stored()!r}")
 
 
 def save(settings):

@@ -1,4 +1,5 @@
-"""What script/run does where there is no display: one shortcut, from the tray menu to its end."""
+"""What script/run does where there is no display: one shortcut from the tray menu to its end, then
+the palette and the settings window."""
 
 import os
 import sys
@@ -6,6 +7,7 @@ import sys
 from .desktop import VirtualDesktop
 from .program import Program
 from .waiting import NeverHappened, wait_until
+from .window import Window
 
 # The shell tells a script's end to its own trap, whatever ended it.
 _SAMPLE = """#!/bin/sh
@@ -15,7 +17,15 @@ trap 'echo "$SHORTCUT_NAME: exit status $?" >>"$HOME/outcome"' EXIT
 _SAMPLES = {
     "Say hello": 'echo "Hello, $(id -un)" >"$HOME/hello.txt"',
     "Tidy downloads": 'mkdir -p "$HOME/Downloads/old"',
+    "Note the time": 'date >>"$HOME/times.txt"',
 }
+_PINNED = ["Say hello", "Tidy downloads"]
+
+# The menu's row, the title of the window that it opens, and the picture's file.
+_WINDOWS = [
+    ("Type to Jump…", "Quillbar", "palette.png"),
+    ("Settings…", "Quillbar Settings", "settings.png"),
+]
 
 
 def demonstrate(binary, screenshot):
@@ -33,11 +43,11 @@ def _demonstrate(desktop, binary, screenshot):
     program = Program(desktop, binary, os.path.join(desktop.folder, "home"))
     for name, work in _SAMPLES.items():
         program.write_shortcut(name, _SAMPLE.format(work=work))
-    program.pin(*_SAMPLES, groupOf={"Tidy downloads": "Files"})
+    program.pin(*_PINNED, groupOf={"Tidy downloads": "Files"})
     tray = program.start()
     _picture_of_open_menu(program, screenshot)
 
-    chosen = next(iter(_SAMPLES))
+    chosen = _PINNED[0]
     tray.menu.click(chosen)
     outcome = os.path.join(program.home, "outcome")
     wait_until(lambda: os.path.exists(outcome), f"“{chosen}” was chosen but did not run")
@@ -46,6 +56,10 @@ def _demonstrate(desktop, binary, screenshot):
         print(f"Ran from the tray menu: {file.read().strip()}")
     print(f"Quillbar reported: {shown[0]['summary']}: {shown[0]['body']}")
     print(f"Picture of the open menu: {screenshot}")
+    for row, title, name in _WINDOWS:
+        path = os.path.join(os.path.dirname(screenshot), name)
+        _picture_of_window(program, tray, row, title, path)
+        print(f"Picture of “{row}”: {path}")
     status = program.stop()
     if status != 0:
         raise RuntimeError(f"Quillbar ended with status {status}")
@@ -61,3 +75,15 @@ def _picture_of_open_menu(program, path):
     picture.crop((0, 0, menu[1] + menu[3] + 24, menu[2] + menu[4] + 24)).save(path)
     program.desktop.screen.press("Escape")
     wait_until(lambda: not program.windows(), "Escape did not close the menu")
+
+
+def _picture_of_window(program, tray, row, title, path):
+    tray.menu.click(row)
+    window = Window(program, title)
+    x, y, width, height = window.area()
+    # With the frame around it, and a little of the desktop.
+    edge, top = 12, 32
+    program.desktop.screen.settled_picture().crop(
+        (x - edge, y - top, x + width + edge, y + height + edge)).save(path)
+    program.desktop.screen.press("Escape")
+    window.wait_closed()

@@ -155,6 +155,14 @@ class Screen:
         self.display.sync()
         return refused.get_error() is not None
 
+    def is_pointer_free(self):
+        """Whether no program holds the pointer."""
+        status = self.root.grab_pointer(
+            False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
+        self.display.ungrab_pointer(X.CurrentTime)
+        self.display.sync()
+        return status == X.GrabSuccess
+
     def focused_window(self):
         """The id of the window that has the keyboard, or 0."""
         return getattr(self.display.get_input_focus().focus, "id", 0)
