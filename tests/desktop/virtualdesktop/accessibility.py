@@ -70,13 +70,29 @@ class AccessibleTree:
     def elements(self, process, role=None):
         """Everything the process shows, outermost first."""
         found = []
+        for program in self._programs(process):
+            self._collect(program, found)
+        return [element for element in found if element.shown and role in (None, element.role)]
+
+    def windows(self, process):
+        """The windows that the process shows."""
+        try:
+            found = [self._element(child) for program in self._programs(process)
+                     for child in self._children(program)]
+        except GLib.Error:
+            # A window may vanish while it is looked at.
+            return []
+        return [window for window in found if window.shown]
+
+    def _programs(self, process):
+        found = []
         for program in self._children((_REGISTRY, _ROOT)):
             try:
                 if self.bus.process_of(program[0]) == process:
-                    self._collect(program, found)
+                    found.append(program)
             except GLib.Error:
                 continue
-        return [element for element in found if element.shown and role in (None, element.role)]
+        return found
 
     def open_menu_rows(self, process):
         """What the menu that opened last tells of its rows, separators left out."""

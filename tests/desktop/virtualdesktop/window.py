@@ -12,6 +12,10 @@ class Window:
         self.id = wait_until(self._find, lambda: f"no window {title!r}: {self._titles()}")
         wait_until(lambda: self.screen.focused_window() == self.id,
                    f"{title!r} does not get the keyboard")
+        # The window manager's frame moves a window after it was shown; until the program knows,
+        # what it tells of its elements' places is wrong.
+        if program.desktop.accessibility:
+            wait_until(self._knows_its_place, f"{title!r} never learns where it is")
 
     def _titles(self):
         return {window[0]: self.screen.title(window[0]) for window in self._program.windows()}
@@ -19,6 +23,15 @@ class Window:
     def _find(self):
         return next((window for window, title in self._titles().items() if title == self.title),
                     None)
+
+    def _knows_its_place(self):
+        x, y, width, _ = self.area()
+        for window in self._program.desktop.accessibility.windows(self._program.process.pid):
+            place = window.extents()
+            scale = width / place[2] if place[2] else 1
+            if abs(place[0] * scale - x) <= scale and abs(place[1] * scale - y) <= scale:
+                return True
+        return False
 
     def area(self):
         """Where its inside is: (x, y, width, height)."""
