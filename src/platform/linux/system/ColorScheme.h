@@ -17,10 +17,8 @@ public:
     /// Asks at once, follows every change, and never waits.
     void follow();
 
-private Q_SLOTS:
-    void settingChanged(QDBusMessage const& signal);
-
 private:
+    Q_SLOT void settingChanged(QDBusMessage const& signal);
     void apply(QVariant const& preference);
 
     bool isDark_ = false;

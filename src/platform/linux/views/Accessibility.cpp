@@ -56,7 +56,7 @@ public:
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        auto const ownText = QAccessibleWidget::text(kind);
+        auto ownText = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Name || !ownText.isEmpty() || !native_.portable)
             return ownText;
         auto const& subviews = native_.portable->subviews();
