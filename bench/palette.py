@@ -24,6 +24,7 @@ from virtualdesktop import Program, VirtualDesktop  # noqa: E402
 from virtualdesktop.screen import KEY  # noqa: E402
 from virtualdesktop.waiting import NeverHappened, wait_until  # noqa: E402
 
+from launchers import Launcher, installed  # noqa: E402
 from whole_program import ChildStarts, memory, spread  # noqa: E402
 
 HOTKEY = {"keyCode": 11, "modifiers": 0x1800}
@@ -49,7 +50,9 @@ class Keyboard:
         screen = self.display.screen()
         self.root = screen.root
         self.window = self.root.create_window(
-            0, 0, 60, 40, 0, screen.root_depth, event_mask=X.KeyPressMask)
+            0, 0, 60, 40, 0, screen.root_depth, event_mask=X.KeyPressMask,
+            # No window manager has a say in a window that is to be typed into at once.
+            override_redirect=True)
         self.window.map()
         self.display.damage_query_version()
         self.root.damage_create(damage.DamageReportRawRectangles)
@@ -201,12 +204,19 @@ class Bench:
         for make in (lambda: self.quillbar(pins), lambda: self.floor(count)):
             with make() as contender:
                 contender.wait_ready()
-                first, later = contender.summons(self._options.summons)
-                print(f"  Hotkey to painted, {contender.title:9} {spread(later, 'ms')}; "
-                      f"the very first {first:.2f} ms", flush=True)
-                first, later = contender.key_presses(self._options.keys)
-                print(f"  Key to list,       {contender.title:9} {spread(later, 'ms')}; "
-                      f"the very first {first:.2f} ms", flush=True)
+                self._report_paintings(contender.title, contender.summons(self._options.summons),
+                                       contender.key_presses(self._options.keys))
+        codes = [KEY[digit] for digit in DIGITS]
+        for title, command in installed().items():
+            launcher = Launcher(title, command, self._desktop.environment, self._keyboard, pins)
+            self._report_paintings(title, launcher.summons(self._options.launches),
+                                   launcher.key_presses(self._options.keys, codes))
+
+    @staticmethod
+    def _report_paintings(title, summons, keys):
+        for what, (first, later) in (("Hotkey to painted,", summons), ("Key to list,", keys)):
+            print(f"  {what:18} {title:9} {spread(later, 'ms')}; the very first {first:.2f} ms",
+                  flush=True)
 
     def measure_blind_typing(self):
         print("Letters typed blindly, 15 ms apart: runs in which none was lost")
@@ -305,6 +315,7 @@ def main():
     # 0 leaves a measurement out.
     parser.add_argument("--pins", type=int, nargs="*", default=[10, 1_000, 100_000])
     parser.add_argument("--summons", type=int, default=40)
+    parser.add_argument("--launches", type=int, default=10, help="of other launchers")
     parser.add_argument("--keys", type=int, default=10, help="rounds of three letters")
     parser.add_argument("--blind", type=int, default=10)
     parser.add_argument("--runs", type=int, default=30)
