@@ -10,13 +10,6 @@ ACCESSIBILITY = True
 FOOTER = "⌘⌥·17 · type to jump · 1–9 to run"
 
 
-def open_menu(program):
-    panel = program.desktop.panel
-    wait_until(panel.shows_icon, "the icon never shows")
-    panel.click_icon()
-    wait_until(program.windows, "a left click opens no menu")
-
-
 def wait_closed(program):
     wait_until(lambda: not program.windows(), "the menu stays open")
 
@@ -34,7 +27,7 @@ def test_click_opens_the_menu_and_escape_closes_it(program):
     program.pin("A")
     program.start()
     for _ in range(2):
-        open_menu(program)
+        program.open_own_menu()
         program.desktop.screen.press("Escape")
         wait_closed(program)
     assert program.ran() == []
@@ -43,7 +36,7 @@ def test_click_opens_the_menu_and_escape_closes_it(program):
 def test_assistive_programs_read_every_row(program):
     program.pin("this & that", "under_score", groupOf={"this & that": "Work"})
     program.start()
-    open_menu(program)
+    program.open_own_menu()
     rows = wait_until(
         lambda: program.desktop.accessibility.open_menu_rows(program.process.pid),
         "assistive programs are not told of the menu")
@@ -61,7 +54,7 @@ def test_assistive_programs_read_every_row(program):
 def test_bare_digit_runs_that_pin(program, key):
     program.pin("A", "B")
     program.start()
-    open_menu(program)
+    program.open_own_menu()
     lock = program.desktop.screen.lock_on("NumLock") if key == "Keypad1" \
         else contextlib.nullcontext()
     with lock:
@@ -74,7 +67,7 @@ def test_digit_row_works_where_digits_need_shift(program):
     program.pin("A", "B")
     program.start()
     with layout(program.desktop, "fr"):
-        open_menu(program)
+        program.open_own_menu()
         program.desktop.screen.press("2")
         program.wait_for_runs("B")
 
@@ -82,13 +75,13 @@ def test_digit_row_works_where_digits_need_shift(program):
 def test_key_equivalents_need_their_modifier(program):
     program.pin("A", "B")
     program.start()
-    open_menu(program)
+    program.open_own_menu()
     program.desktop.screen.press("0")
     program.desktop.screen.press("Super", "0")
     program.wait_for_runs("A", "B")
     wait_closed(program)
 
-    open_menu(program)
+    program.open_own_menu()
     program.desktop.screen.press("Super", "Q")
     wait_until(lambda: program.process.poll() is not None, "Super+Q does not quit")
     assert program.process.returncode == 0
@@ -97,7 +90,7 @@ def test_key_equivalents_need_their_modifier(program):
 def test_arrows_and_return_run_the_chosen_row(program):
     program.pin("A")
     program.start()
-    open_menu(program)
+    program.open_own_menu()
     program.desktop.screen.press("Down")
     program.desktop.screen.press("Return")
     program.wait_for_runs("A")
@@ -106,7 +99,7 @@ def test_arrows_and_return_run_the_chosen_row(program):
 def test_finished_run_leaves_the_open_menu_usable(program):
     program.pin("A", "B")
     tray = program.start()
-    open_menu(program)
+    program.open_own_menu()
     tray.menu.click("A")
     wait_until(program.desktop.notifications.shown, "the run is not reported")
     assert program.windows()

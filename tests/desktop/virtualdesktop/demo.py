@@ -66,10 +66,7 @@ def _demonstrate(desktop, binary, screenshot):
 
 
 def _picture_of_open_menu(program, path):
-    panel = program.desktop.panel
-    wait_until(panel.shows_icon, "the icon does not show in the panel")
-    panel.click_icon()
-    menu = wait_until(program.windows, "a click on the icon opened no menu")[0]
+    menu = program.open_own_menu()
     picture = program.desktop.screen.settled_picture()
     os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
     picture.crop((0, 0, menu[1] + menu[3] + 24, menu[2] + menu[4] + 24)).save(path)

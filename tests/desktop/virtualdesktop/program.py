@@ -4,6 +4,7 @@ import json
 import os
 import signal
 import stat
+import time
 
 from .panel import WATCHER
 from .tray import TrayItem
@@ -11,6 +12,8 @@ from .waiting import wait_until
 
 # The windows of a first start are over, so that a test sees only what it asks for.
 _SETTLED = {"onboarded": True, "permissionsShown": True, "iconSymbol": "heart.fill"}
+
+_SECONDS_BETWEEN_CLICKS = 3
 
 
 class Program:
@@ -112,6 +115,22 @@ class Program:
 
     def windows(self):
         return self.desktop.screen.windows(process=self.process.pid)
+
+    def open_own_menu(self):
+        """Clicks the icon until the menu is there; returns the menu's window. A click goes astray
+        while the panel still takes away the icon of the program before, and people click again."""
+        panel = self.desktop.panel
+        wait_until(panel.shows_icon, "the icon does not show in the panel")
+        next_click = 0.0
+
+        def shown():
+            nonlocal next_click
+            if not self.windows() and time.monotonic() >= next_click:
+                panel.click_icon()
+                next_click = time.monotonic() + _SECONDS_BETWEEN_CLICKS
+            return self.windows()
+
+        return wait_until(shown, "a click on the icon opens no menu")[0]
 
     def stop(self, how=signal.SIGTERM):
         """Ends the program; returns its exit status."""
