@@ -2,8 +2,11 @@
 
 #include "platform/Token.h"
 
+#include <compare>
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace quillbar::platform {
 
@@ -17,5 +20,39 @@ void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed);
 /// the token frees the combination for others. Main thread.
 [[nodiscard]] Token registerSystemHotkey(
     std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t signature, std::uint32_t id);
+
+/// A key and its modifiers, numbered as for registerSystemHotkey().
+struct KeyCombination {
+    std::uint32_t keyCode = 0;
+    std::uint32_t modifiers = 0;
+
+    friend bool operator==(KeyCombination const&, KeyCombination const&) = default;
+    friend auto operator<=>(KeyCombination const&, KeyCombination const&) = default;
+};
+
+/// Why a key combination starts nothing.
+enum class HotkeyObstacle : std::uint8_t {
+    /// Another program has claimed it.
+    Taken,
+    /// The keyboard lacks the key or one of the modifiers.
+    NoSuchKey,
+    /// Another program has claimed the Command key (Super) alone, and may keep what is pressed
+    /// with it.
+    CommandKeyTaken,
+    /// The system or this session offers no hotkeys.
+    NoService,
+    /// The system asked the person, who declined.
+    Declined,
+};
+
+/// What keeps each of the combinations from working, in their order; nothing for one that works,
+/// that is free, or that this program has registered. Changes no registration. Several in one call
+/// cost little more than one. Main thread.
+[[nodiscard]] std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
+    std::vector<KeyCombination> const& combinations);
+
+/// Calls `onChange` when the system reports something that may have changed an obstacle; other
+/// programs' claims come and go unreported. Main thread.
+[[nodiscard]] Token observeHotkeyObstacles(std::function<void()> onChange);
 
 } // namespace quillbar::platform

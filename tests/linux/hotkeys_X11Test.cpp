@@ -16,6 +16,7 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <sys/stat.h>
 #include <thread>
@@ -31,6 +32,8 @@ using namespace quillbar::testing;
 constexpr std::uint32_t codeS = 1;
 constexpr std::uint32_t codeT = 17;
 constexpr std::uint32_t codeF13 = 105;
+constexpr std::uint32_t codeSuper = 55;
+constexpr std::uint32_t codeWithoutKey = 52;
 constexpr std::uint16_t superMask = XCB_MOD_MASK_4;
 constexpr std::uint32_t signature = 0x5155494C;
 constexpr std::uint32_t markerId = 99;
@@ -111,6 +114,7 @@ protected:
     }
 
     using Ids = std::vector<std::uint32_t>;
+    using Obstacles = std::vector<std::optional<HotkeyObstacle>>;
     static inline std::unique_ptr<PrivateDisplay> display;
     static inline std::unique_ptr<QGuiApplication> application;
     OtherClient other;
@@ -306,6 +310,42 @@ TEST_F(X11HotkeysTest, ImpossibleCombinations_areRefused)
         EXPECT_FALSE(claim(code, modifiers, 7)) << code;
 }
 
+TEST_F(X11HotkeysTest, Obstacles_nameWhatKeepsACombinationFromWorking)
+{
+    auto const held = claim(codeT, commandKey, 7);
+    ASSERT_TRUE(other.grab(keyT, superMask | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK));
+    std::vector<KeyCombination> const combinations { { codeT, commandKey },
+        { codeT, commandKey | shiftKey }, { codeT, optionKey }, { codeWithoutKey, commandKey },
+        { codeS, commandKey } };
+    EXPECT_EQ(hotkeyObstacles(combinations),
+        (Obstacles { {}, HotkeyObstacle::Taken, {}, HotkeyObstacle::NoSuchKey, {} }));
+
+    ASSERT_TRUE(other.grab(keySuper, 0));
+    EXPECT_EQ(hotkeyObstacles(combinations),
+        (Obstacles { HotkeyObstacle::CommandKeyTaken, HotkeyObstacle::Taken, {},
+            HotkeyObstacle::NoSuchKey, HotkeyObstacle::CommandKeyTaken }));
+}
+
+TEST_F(X11HotkeysTest, Obstacles_leaveEveryGrabAsItWas)
+{
+    auto const held = claim(codeT, commandKey, 7);
+    // A key that is the Command key itself.
+    auto const bareSuper = claim(codeSuper, 0, 8);
+    ASSERT_TRUE(bareSuper);
+    EXPECT_EQ(hotkeyObstacles({ { codeT, commandKey }, { codeT, optionKey } }), Obstacles(2));
+    EXPECT_TRUE(other.grab(keyT, XCB_MOD_MASK_1)) << "what was tried is still held";
+    EXPECT_FALSE(other.grab(keyT, superMask)) << "a hotkey was given back";
+    EXPECT_FALSE(other.grab(keySuper, 0)) << "a hotkey was given back";
+}
+
+TEST_F(X11HotkeysTest, ChangedKeyboard_isToldToTheObservers)
+{
+    int changes = 0;
+    auto observation = observeHotkeyObstacles([&] { ++changes; });
+    ASSERT_EQ(QProcess::execute("setxkbmap", { "fr" }), 0);
+    waitUntil([&] { return changes > 0; });
+}
+
 TEST_F(X11HotkeysTest, AHotkeyPressedWhileTheProgramWaits_keepsTheKeyboardFromNobody)
 {
     auto const pipe = std::filesystem::temp_directory_path()
@@ -336,10 +376,12 @@ TEST_F(X11HotkeysTest, AHotkeyPressedWhileTheProgramWaits_keepsTheKeyboardFromNo
     char* arguments[] = { name, nullptr };
     QGuiApplication const offscreen { argumentCount, arguments };
     auto const hotkey = registerSystemHotkey(codeT, commandKey, signature, 7);
-    std::exit(hotkey ? 1 : 0);
+    bool const isTold
+        = hotkeyObstacles({ { codeT, commandKey } }).front() == HotkeyObstacle::NoService;
+    std::exit(!hotkey && isTold ? 0 : 1);
 }
 
-TEST(SystemHotkeysDeathTest, WithoutX_registrationIsRefused)
+TEST(SystemHotkeysDeathTest, WithoutX_registrationIsRefusedAndTheReasonTold)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(exitWithTheAnswerOffscreen(), ::testing::ExitedWithCode(0), "");

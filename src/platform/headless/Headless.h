@@ -2,6 +2,7 @@
 
 #include "platform/LoginEntry.h"
 #include "platform/Notifications.h"
+#include "platform/SystemHotkeys.h"
 #include "platform/view/Alert.h"
 #include "platform/view/Menu.h"
 #include "platform/view/StatusItem.h"
@@ -84,6 +85,11 @@ void fire(std::uint32_t keyCode, std::uint32_t modifiers);
 void fire(std::uint32_t id);
 /// Has another program own the combination.
 void refuseHotkey(std::uint32_t keyCode, std::uint32_t modifiers);
+/// Prepares what hotkeyObstacles() says of the combination, without telling anybody; nothing unless
+/// told otherwise.
+void setHotkeyObstacle(KeyCombination combination, std::optional<HotkeyObstacle> obstacle);
+/// Reports that obstacles may have changed.
+void tellHotkeyObstacleObservers();
 [[nodiscard]] int hotkeyHandlerInstallCount();
 
 // Child processes

@@ -4,6 +4,7 @@
 #include "platform/headless/State.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 #include <utility>
@@ -17,6 +18,8 @@ using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
 struct Hotkeys {
     std::set<Combination> refused;
+    std::map<KeyCombination, HotkeyObstacle> obstacles;
+    std::map<std::uint64_t, std::function<void()>> observers;
     int installCount = 0;
 };
 headless::State<Hotkeys> hotkeys;
@@ -25,6 +28,8 @@ headless::State<Hotkeys> hotkeys;
 std::function<void(std::uint32_t)> handler;
 std::map<std::uint64_t, RegisteredHotkey> registrations;
 std::uint64_t nextRegistration = 0;
+// Nor may a token that outlives a reset end a later observation.
+std::uint64_t nextObserver = 0;
 
 RegisteredHotkey const* findRegistered(Combination combination)
 {
@@ -54,6 +59,27 @@ Token registerSystemHotkey(
     return Token([registration] { registrations.erase(registration); });
 }
 
+std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
+    std::vector<KeyCombination> const& combinations)
+{
+    headless::note("hotkeyObstacles");
+    std::vector<std::optional<HotkeyObstacle>> found;
+    found.reserve(combinations.size());
+    for (auto const& combination : combinations) {
+        auto const prepared = hotkeys->obstacles.find(combination);
+        found.push_back(
+            prepared == hotkeys->obstacles.end() ? std::nullopt : std::optional(prepared->second));
+    }
+    return found;
+}
+
+Token observeHotkeyObstacles(std::function<void()> onChange)
+{
+    auto const number = nextObserver++;
+    hotkeys->observers.emplace(number, std::move(onChange));
+    return Token([number] { hotkeys->observers.erase(number); });
+}
+
 namespace headless {
 
 std::vector<RegisteredHotkey> registeredHotkeys()
@@ -80,6 +106,19 @@ void fire(std::uint32_t id)
 void refuseHotkey(std::uint32_t keyCode, std::uint32_t modifiers)
 {
     hotkeys->refused.emplace(keyCode, modifiers);
+}
+
+void setHotkeyObstacle(KeyCombination combination, std::optional<HotkeyObstacle> obstacle)
+{
+    hotkeys->obstacles.erase(combination);
+    if (obstacle)
+        hotkeys->obstacles.emplace(combination, *obstacle);
+}
+
+void tellHotkeyObstacleObservers()
+{
+    for (auto const& [number, observer] : std::map { hotkeys->observers })
+        observer();
 }
 
 int hotkeyHandlerInstallCount()

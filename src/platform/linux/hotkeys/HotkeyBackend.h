@@ -1,10 +1,13 @@
 #pragma once
 
 #include "platform/KeyModifiers.h"
+#include "platform/SystemHotkeys.h"
 #include "platform/Token.h"
 
 #include <cstdint>
-#include <memory>
+#include <functional>
+#include <optional>
+#include <vector>
 
 namespace quillbar::platform {
 
@@ -20,6 +23,14 @@ public:
     [[nodiscard]] virtual Token claim(
         std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id)
         = 0;
+
+    /// What keeps each of the combinations from working, in their order; see hotkeyObstacles().
+    [[nodiscard]] virtual std::vector<std::optional<HotkeyObstacle>> obstacles(
+        std::vector<KeyCombination> const& combinations)
+        = 0;
+
+    /// To be called whenever the answers of obstacles() may have become others by themselves.
+    std::function<void()> onObstaclesChange;
 };
 
 } // namespace quillbar::platform

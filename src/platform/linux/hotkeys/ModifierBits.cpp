@@ -98,11 +98,14 @@ ModifierBits ModifierBitsRequest::answer()
     std::size_t const symbolsPerKey = keys->keysyms_per_keycode;
     auto const firstKeycode = xcb_get_setup(connection_)->min_keycode;
 
+    auto const keysOf = [&](std::size_t index) {
+        return keycodes.subspan((firstFreeBit + index) * keysPerModifier, keysPerModifier);
+    };
+
     ModifierBits bits;
     bits.keys.insert(keycodes.begin(), keycodes.end());
     for (std::size_t index = 0; index < freeBits.size(); ++index) {
-        for (auto const keycode :
-            keycodes.subspan((firstFreeBit + index) * keysPerModifier, keysPerModifier)) {
+        for (auto const keycode : keysOf(index)) {
             if (keycode < firstKeycode)
                 continue;
             auto const first = static_cast<std::size_t>(keycode - firstKeycode) * symbolsPerKey;
@@ -111,6 +114,12 @@ ModifierBits ModifierBitsRequest::answer()
                 note(keysym, freeBits[index], bits);
         }
     }
+    for (std::size_t index = 0; index < freeBits.size(); ++index) {
+        if (freeBits[index] == bits.super)
+            bits.superKeys.insert(keysOf(index).begin(), keysOf(index).end());
+    }
+    // Fills the places of modifiers that have fewer keys than others.
+    bits.superKeys.erase(0);
     return bits;
 }
 

@@ -18,6 +18,8 @@ struct ModifierBits {
     std::uint16_t numLock = 0;
     /// Every key that is a modifier.
     std::set<xcb_keycode_t> keys;
+    /// The keys that give `super`.
+    std::set<xcb_keycode_t> superKeys;
 
     /// The X mask for a hotkey's modifiers; none when the keyboard lacks one of them.
     [[nodiscard]] std::optional<std::uint16_t> mask(KeyModifiers modifiers) const;

@@ -5,6 +5,8 @@
 
 #include <QGuiApplication>
 
+#include <map>
+#include <memory>
 #include <utility>
 
 namespace quillbar::platform {
@@ -14,6 +16,11 @@ namespace {
 class NoHotkeys final : public HotkeyBackend {
 public:
     Token claim(std::uint32_t, KeyModifiers, std::uint32_t) override { return {}; }
+    std::vector<std::optional<HotkeyObstacle>> obstacles(
+        std::vector<KeyCombination> const& combinations) override
+    {
+        return { combinations.size(), HotkeyObstacle::NoService };
+    }
 };
 
 std::function<void(std::uint32_t)>& pressHandler()
@@ -29,6 +36,24 @@ void firePressed(std::uint32_t id)
         handler(id);
 }
 
+using Observers = std::map<std::uint64_t, std::function<void()>>;
+
+Observers& obstacleObservers()
+{
+    // Never destroyed: tokens may outlive every static object.
+    static auto& observers = *new Observers;
+    return observers;
+}
+
+void tellObstacleObservers()
+{
+    // A copy: an observer may end itself or others.
+    for (auto const& [number, observer] : Observers { obstacleObservers() }) {
+        if (obstacleObservers().count(number) > 0)
+            observer();
+    }
+}
+
 std::shared_ptr<HotkeyBackend> makeBackend()
 {
     // XWayland accepts grabs too, but they work in some windows only and nobody could tell why.
@@ -41,7 +66,11 @@ std::shared_ptr<HotkeyBackend> makeBackend()
 
 HotkeyBackend& backend()
 {
-    static std::shared_ptr<HotkeyBackend> const chosen = makeBackend();
+    static std::shared_ptr<HotkeyBackend> const chosen = [] {
+        auto made = makeBackend();
+        made->onObstaclesChange = tellObstacleObservers;
+        return made;
+    }();
     return *chosen;
 }
 
@@ -56,6 +85,20 @@ Token registerSystemHotkey(
     std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t /*signature*/, std::uint32_t id)
 {
     return backend().claim(keyCode, modifiers, id);
+}
+
+std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
+    std::vector<KeyCombination> const& combinations)
+{
+    return backend().obstacles(combinations);
+}
+
+Token observeHotkeyObstacles(std::function<void()> onChange)
+{
+    static std::uint64_t nextNumber = 0;
+    auto const number = nextNumber++;
+    obstacleObservers().emplace(number, std::move(onChange));
+    return Token { [number] { obstacleObservers().erase(number); } };
 }
 
 } // namespace quillbar::platform

@@ -79,13 +79,20 @@ bool X11Hotkeys::startListening()
     return true;
 }
 
+X11Hotkeys::Claim X11Hotkeys::makeClaim(
+    std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id)
+{
+    return { keycodesFor(keyCode), modifiers, id };
+}
+
 Token X11Hotkeys::claim(std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id)
 {
-    Claim claim { keycodesFor(keyCode), modifiers, id };
+    auto claim = makeClaim(keyCode, modifiers, id);
     auto const grabs = grabsOf(claim);
     auto const isOurs = [this](Grab const& grab) { return claimOf(grab.keycode, grab.mask); };
     if (grabs.empty() || std::any_of(grabs.begin(), grabs.end(), isOurs) || !grab(claim))
         return {};
+    claim.isHeld = true;
     auto const number = nextNumber_++;
     claims_.emplace(number, std::move(claim));
     return Token { [weak = weak_from_this(), number] {
@@ -120,19 +127,31 @@ std::vector<X11Hotkeys::Grab> X11Hotkeys::grabsOf(Claim const& claim) const
     return grabs;
 }
 
-bool X11Hotkeys::grab(Claim const& claim)
+X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
 {
-    std::vector<xcb_void_cookie_t> sent;
+    Requests sent;
     for (auto const& [keycode, mask] : grabsOf(claim)) {
         sent.push_back(xcb_grab_key_checked(
             connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
-    // All are sent before the first is checked, so that they cost one wait together.
-    bool isRefused = sent.empty();
+    return sent;
+}
+
+/// Requests that are all sent before the first is checked cost one wait together.
+bool X11Hotkeys::isAnyRefused(Requests const& sent)
+{
+    bool isRefused = false;
     for (auto const cookie : sent) {
         XcbPtr<xcb_generic_error_t> const error { xcb_request_check(connection_.get(), cookie) };
         isRefused = isRefused || error != nullptr;
     }
+    return isRefused;
+}
+
+bool X11Hotkeys::grab(Claim const& claim)
+{
+    auto const sent = sendGrabs(claim);
+    bool const isRefused = sent.empty() || isAnyRefused(sent);
     if (isRefused) {
         ungrab(claim);
         xcb_flush(connection_.get());
@@ -157,6 +176,16 @@ X11Hotkeys::Claim const* X11Hotkeys::claimOf(xcb_keycode_t keycode, std::uint16_
             return &claim;
     }
     return nullptr;
+}
+
+/// Whether the server gave us one of the grabs already.
+bool X11Hotkeys::isHeld(Claim const& claim) const
+{
+    auto const grabs = grabsOf(claim);
+    return std::any_of(grabs.begin(), grabs.end(), [this](Grab const& grab) {
+        auto const* const owner = claimOf(grab.keycode, grab.mask);
+        return owner != nullptr && owner->isHeld;
+    });
 }
 
 /// While waiting for an answer xcb also reads events, after which the socket stays silent about
@@ -185,8 +214,11 @@ void X11Hotkeys::readEvents()
     auto const self = shared_from_this();
     while (auto const event = nextEvent())
         handle(*event);
-    if (std::exchange(keyboardChanged_, false))
+    if (std::exchange(keyboardChanged_, false)) {
         followKeyboard();
+        if (onObstaclesChange)
+            onObstaclesChange();
+    }
     if (xcb_connection_has_error(connection_.get()) != 0)
         readable_.setEnabled(false);
 }
@@ -206,18 +238,19 @@ void X11Hotkeys::handle(xcb_generic_event_t const& event)
 /// event at a time: each has to be let pass before the next one comes.
 void X11Hotkeys::keyPressed(xcb_key_press_event_t const& event)
 {
-    if (held_.empty())
+    bool const isFirst = held_.empty();
+    if (isFirst)
         grabbingKey_ = event.detail;
     bool const isRepeat = !held_.insert(event.detail).second;
     auto const* const claim = isRepeat ? nullptr : claimOf(event.detail, event.state);
     if (claim) {
         setUserTime(event.time);
         fire(*claim);
-    } else if (isRepeat || bits_.keys.count(event.detail) > 0) {
+    } else if (!isFirst && (isRepeat || bits_.keys.count(event.detail) > 0)) {
         allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
     } else {
-        // Somebody types on with the hotkey still down. This ends the grab, and the hotkey's
-        // repeating as well.
+        // Somebody types on with the hotkey still down, or pressed what was grabbed for a moment.
+        // This ends the grab, and the hotkey's repeating as well.
         held_.clear();
         allowEvents(XCB_ALLOW_REPLAY_KEYBOARD);
     }
@@ -281,8 +314,8 @@ void X11Hotkeys::followKeyboard()
         ungrab(claim);
     bits_ = bits;
     // A claim that is refused now stays and is tried again at the next change.
-    for (auto const& [number, claim] : claims_)
-        static_cast<void>(grab(claim));
+    for (auto& [number, claim] : claims_)
+        claim.isHeld = grab(claim);
 }
 
 } // namespace quillbar::platform

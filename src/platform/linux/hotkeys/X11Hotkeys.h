@@ -34,6 +34,8 @@ public:
 
     [[nodiscard]] Token claim(
         std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id) override;
+    [[nodiscard]] std::vector<std::optional<HotkeyObstacle>> obstacles(
+        std::vector<KeyCombination> const& combinations) override;
 
 private:
     struct Disconnect {
@@ -45,6 +47,8 @@ private:
         std::vector<xcb_keycode_t> keycodes;
         KeyModifiers modifiers;
         std::uint32_t id;
+        /// Whether the server gave us its grabs.
+        bool isHeld = false;
     };
     struct Grab {
         xcb_keycode_t keycode;
@@ -53,8 +57,17 @@ private:
 
     X11Hotkeys(Connection connection, xcb_window_t root, PressHandler onPressed);
 
+    using Requests = std::vector<xcb_void_cookie_t>;
+
     [[nodiscard]] bool startListening();
+    [[nodiscard]] static Claim makeClaim(
+        std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id);
     [[nodiscard]] std::vector<Grab> grabsOf(Claim const& claim) const;
+    [[nodiscard]] bool isHeld(Claim const& claim) const;
+    [[nodiscard]] Requests sendGrabs(Claim const& claim);
+    [[nodiscard]] bool isAnyRefused(Requests const& sent);
+    /// Whether somebody else holds a part of each claim.
+    [[nodiscard]] std::vector<bool> tryGrabs(std::vector<Claim> const& claims);
     [[nodiscard]] bool grab(Claim const& claim);
     void ungrab(Claim const& claim);
     void release(std::uint64_t number);

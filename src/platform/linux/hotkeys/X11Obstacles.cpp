@@ -1,0 +1,52 @@
+// What keeps hotkeys from working under X11.
+
+#include "platform/linux/hotkeys/X11Hotkeys.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace quillbar::platform {
+
+/// Nobody but the server knows who holds what: each combination is grabbed and given back at once.
+/// A press in between is replayed, so that it reaches whom it was meant for.
+std::vector<std::optional<HotkeyObstacle>> X11Hotkeys::obstacles(
+    std::vector<KeyCombination> const& combinations)
+{
+    Claim const bareSuper { { bits_.superKeys.begin(), bits_.superKeys.end() }, 0, 0 };
+    std::vector<Claim> tried { bareSuper };
+    for (auto const& [keyCode, modifiers] : combinations)
+        tried.push_back(makeClaim(keyCode, modifiers, 0));
+    auto const isRefused = tryGrabs(tried);
+
+    std::vector<std::optional<HotkeyObstacle>> found;
+    for (std::size_t index = 0; index < combinations.size(); ++index) {
+        if (grabsOf(tried[index + 1]).empty())
+            found.emplace_back(HotkeyObstacle::NoSuchKey);
+        else if (isRefused[index + 1])
+            found.emplace_back(HotkeyObstacle::Taken);
+        else if (isRefused.front() && (combinations[index].modifiers & commandKey) != 0)
+            found.emplace_back(HotkeyObstacle::CommandKeyTaken);
+        else
+            found.emplace_back();
+    }
+    return found;
+}
+
+std::vector<bool> X11Hotkeys::tryGrabs(std::vector<Claim> const& claims)
+{
+    // Giving back what is held would end a hotkey.
+    std::vector<Requests> sent;
+    std::transform(claims.begin(), claims.end(), std::back_inserter(sent),
+        [this](Claim const& claim) { return isHeld(claim) ? Requests {} : sendGrabs(claim); });
+    for (auto const& claim : claims) {
+        if (!isHeld(claim))
+            ungrab(claim);
+    }
+    std::vector<bool> isRefused;
+    std::transform(sent.begin(), sent.end(), std::back_inserter(isRefused),
+        [this](Requests const& requests) { return isAnyRefused(requests); });
+    setAsideEvents(xcb_poll_for_queued_event);
+    return isRefused;
+}
+
+} // namespace quillbar::platform
