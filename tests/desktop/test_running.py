@@ -114,19 +114,6 @@ def test_run_all_starts_every_pin_in_order(program):
     program.wait_for_runs(*names)
 
 
-def test_frozen_notification_service_delays_nothing(program):
-    program.pin("A", "B")
-    menu = program.start().menu
-    program.desktop.notifications.freeze()
-    try:
-        menu.click("A")
-        program.wait_for_runs("A")
-        menu.click("B")
-        program.wait_for_runs("A", "B")
-    finally:
-        program.desktop.notifications.thaw()
-
-
 def test_child_starts_clean(program):
     """Three descriptors, no blocked or ignored signal, nothing of ours in the environment."""
     report = os.path.join(program.home, "report")

@@ -39,17 +39,6 @@ def test_unknown_symbol_shows_the_heart_and_stays_configured(program):
     assert program.read_config()["iconSymbol"] == "no.such.symbol"
 
 
-def test_icon_returns_when_the_panel_restarts(program):
-    panel = program.desktop.panel
-    program.start()
-    wait_until(panel.shows_icon, "the icon never shows")
-    for _ in range(2):
-        panel.kill()
-        panel.start()
-        program.tray()
-        wait_until(panel.shows_icon, "the icon does not return")
-
-
 def test_icon_comes_with_a_panel_that_starts_late(program):
     panel = program.desktop.panel
     panel.kill()

@@ -64,8 +64,12 @@ class Bus:
             return None
 
     def process_of(self, name):
-        return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                         "GetConnectionUnixProcessID", "(s)", name)[0]
+        """The process that owns a name now, or None."""
+        try:
+            return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                             "org.freedesktop.DBus", "GetConnectionUnixProcessID", "(s)", name)[0]
+        except GLib.Error:
+            return None
 
     def on_signal(self, name, interface, member, callback):
         """Calls back with (path, arguments, sender) while something waits; returns a way to stop."""

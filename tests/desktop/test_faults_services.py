@@ -1,0 +1,80 @@
+"""The notification service and the panel fail while the program runs: it answers throughout."""
+
+import contextlib
+import os
+
+from virtualdesktop import probe, wait_until
+
+RESTARTS = 20
+
+
+@contextlib.contextmanager
+def absent(notifications):
+    notifications.stop()
+    yield
+    notifications.start("body", "body-markup")
+
+
+@contextlib.contextmanager
+def hung(notifications):
+    notifications.freeze()
+    try:
+        yield
+    finally:
+        notifications.thaw()
+
+
+@contextlib.contextmanager
+def replaced(notifications):
+    notifications.stop()
+    notifications.start("body")
+    yield
+    notifications.stop()
+    notifications.start("body", "body-markup")
+
+
+def descriptors(program):
+    """The kinds of the open descriptors; which of them are sockets."""
+    folder = f"/proc/{program.process.pid}/fd"
+    return sorted(os.readlink(os.path.join(folder, name)).split("[")[0].split(":")[0]
+                  for name in os.listdir(folder))
+
+
+def told(program):
+    return [notification["body"] for notification in program.desktop.notifications.shown()]
+
+
+def test_notification_service_in_any_state_delays_nothing(program):
+    program.pin("A & B")
+    menu = program.start().menu
+    probe.wait_for_hotkey(program)
+    notifications = program.desktop.notifications
+    for state, expected in ((absent, None), (hung, "A &amp; B"), (replaced, "A & B")):
+        notifications.clear()
+        with state(notifications):
+            probe.everything_answers(program, menu, "A & B")
+            if state is replaced:
+                wait_until(lambda: told(program), "the new service is told nothing")
+        if expected:
+            # A service that was hung gets what was kept for it.
+            wait_until(lambda: told(program) == [f"Launched “{expected}”"],
+                       lambda: f"{state.__name__}: {told(program)}")
+
+
+def test_icon_returns_with_every_panel_and_nothing_grows(program):
+    panel = program.desktop.panel
+    program.pin("A")
+    menu = program.start().menu
+    probe.wait_for_hotkey(program)
+    wait_until(panel.shows_icon, "the icon never shows")
+    probe.everything_answers(program, menu, "A")
+    before = descriptors(program)
+    for _ in range(RESTARTS):
+        panel.kill()
+        assert "A" in menu.titles()
+        panel.start()
+        assert "A" in program.tray().menu.titles()
+    wait_until(panel.shows_icon, "the icon does not return")
+    probe.everything_answers(program, menu, "A")
+    wait_until(lambda: descriptors(program) == before,
+               lambda: f"open before {before}, after {descriptors(program)}")

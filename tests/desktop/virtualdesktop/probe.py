@@ -1,0 +1,53 @@
+"""Whether the program answers, on the roads that people take to it. Each call fails when it does
+not, and leaves nothing open behind."""
+
+from Xlib import X
+
+from .waiting import wait_until
+from .window import Window
+
+
+def wait_for_hotkey(program):
+    """Waits for the end of the start, when the palette's hotkey is there."""
+    wait_until(lambda: program.desktop.screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask),
+               "the palette's hotkey is not registered")
+
+
+def menu_answers(program, menu):
+    """The exported menu is read, and the row that is chosen opens its window."""
+    menu.click("About Quillbar")
+    _close(program, "About Quillbar")
+
+
+def hotkey_answers(program):
+    """The palette comes by its hotkey, as it is set from the beginning."""
+    program.desktop.screen.press("Super", "Alt", "T")
+    _close(program, "Quillbar")
+
+
+def own_menu_answers(program):
+    """A click on the icon opens the menu."""
+    menu = program.open_own_menu()
+    program.desktop.screen.press("Escape")
+    wait_until(lambda: menu not in [window[0] for window in program.windows()],
+               "the menu stays open")
+
+
+def runs(program, menu, name):
+    """A click on a shortcut's row runs it once more."""
+    before = program.ran()
+    menu.click(name)
+    program.wait_for_runs(*before, name)
+
+
+def everything_answers(program, menu, pinned):
+    menu_answers(program, menu)
+    hotkey_answers(program)
+    own_menu_answers(program)
+    runs(program, menu, pinned)
+
+
+def _close(program, title):
+    window = Window(program, title)
+    program.desktop.screen.press("Escape")
+    window.wait_closed()
