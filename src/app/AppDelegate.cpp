@@ -36,6 +36,9 @@ void AppDelegate::applicationDidFinishLaunching()
     statusItem_ = std::make_shared<platform::StatusItem>();
     updateIcon();
     cleanupStalePins();
+    // Quitting while that waited must not use up what is offered only once.
+    if (platform::isTerminating())
+        return;
     rebuildMenu();
     platform::installMainMenu(mainMenu());
     applyHotkeys();
@@ -121,12 +124,15 @@ void AppDelegate::applyLaunchAtLogin(platform::LoginSwitch loginSwitch)
         platform::removeLoginEntry(launchAgentLabel_);
 }
 
-// The alert lets events go on, so the record may have been replaced when it is answered.
+// Listing and alert let events go on, so the record may have been replaced afterwards.
 void AppDelegate::cleanupStalePins()
 {
     if (config_.pinned.empty())
         return;
-    auto const missing = missingPins(config_.pinned, ShortcutsService::list());
+    auto const existing = ShortcutsService::listIfAnswered();
+    if (!existing)
+        return;
+    auto const missing = missingPins(config_.pinned, *existing);
     if (missing.empty() || platform::runModal(stalePinsAlert(missing)).button != 0)
         return;
     removePins(config_, missing);

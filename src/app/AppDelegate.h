@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quillbar {
@@ -95,6 +96,8 @@ private:
     std::uint32_t menuHotkeyID_ = 0;
     RunNotifications notifications_;
     bool justShowedOnboarding_ = false;
+    // Set while the settings window is being made, which lets other requests for it in.
+    std::optional<SettingsFocus> openingSettings_;
     // Made from the configuration on first use, for every palette that opens on it.
     std::shared_ptr<PaletteList const> paletteList_;
 };

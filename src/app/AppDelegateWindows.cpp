@@ -7,6 +7,7 @@
 #include "ui/SettingsWindowController.h"
 #include "ui/WelcomeWindowController.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -22,6 +23,9 @@ void raise(WindowController const& controller)
 
 void present(WindowController& controller)
 {
+    // Somebody may have quit while the window was being made.
+    if (platform::isTerminating())
+        return;
     controller.showWindow();
     controller.window().center();
     raise(controller);
@@ -60,13 +64,20 @@ void AppDelegate::openPalette()
 
 void AppDelegate::openSettingsPanel(SettingsFocus focus)
 {
+    if (openingSettings_) {
+        // The window that is being made will do for this request too.
+        openingSettings_ = std::max(*openingSettings_, focus);
+        return;
+    }
     if (settingsWindow_) {
         raise(*settingsWindow_);
     } else {
+        openingSettings_ = focus;
         hold(&AppDelegate::settingsWindow_,
             makeController<SettingsWindowController>(config_,
                 weakly(*this,
                     [](AppDelegate& self, Config const& edited) { self.applySettings(edited); })));
+        focus = *std::exchange(openingSettings_, std::nullopt);
         present(*settingsWindow_);
     }
     if (focus == SettingsFocus::AvailableShortcuts)

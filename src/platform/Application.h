@@ -32,8 +32,11 @@ public:
 [[nodiscard]] int runApplication(int argumentCount, char** arguments,
     std::function<std::shared_ptr<ApplicationDelegate>()> const& makeDelegate);
 
-/// Ends the event loop; runApplication() then returns 0.
+/// Ends the event loop, and those that run inside it; runApplication() then returns 0.
 void terminate();
+
+/// Whether terminate() was called: what waited in an event loop of its own goes on nevertheless.
+[[nodiscard]] bool isTerminating();
 
 /// Installs the menu that gives the windows their standard editing keys; it is never shown.
 void installMainMenu(Menu menu);

@@ -15,7 +15,15 @@ constexpr auto const* tool = QUILLBAR_SHORTCUTS_TOOL;
 
 std::vector<std::string> ShortcutsService::list()
 {
-    return shortcutNames(platform::readChildOutput({ tool, "list" }).value_or(std::string()));
+    return listIfAnswered().value_or(std::vector<std::string> {});
+}
+
+std::optional<std::vector<std::string>> ShortcutsService::listIfAnswered()
+{
+    auto const output = platform::readChildOutput({ tool, "list" });
+    if (!output)
+        return std::nullopt;
+    return shortcutNames(*output);
 }
 
 void ShortcutsService::run(std::string const& name, std::function<void(bool succeeded)> completion)

@@ -27,12 +27,19 @@ std::shared_ptr<platform::Window> makeWindow()
     return window;
 }
 
+// A tool that does not answer must not cost the pins: then they are the shortcuts that are known.
+SettingsModel makeModel(Config config)
+{
+    auto const all = ShortcutsService::listIfAnswered().value_or(config.pinned);
+    return SettingsModel(std::move(config), all);
+}
+
 } // namespace
 
 SettingsWindowController::SettingsWindowController(
     Config config, std::function<void(Config const&)> onSave)
     : WindowController(makeWindow())
-    , model_(std::move(config), ShortcutsService::list())
+    , model_(makeModel(std::move(config)))
     , onSave_(std::move(onSave))
     , availableRows_(std::make_shared<FlippedView>())
     , pinnedTable_(std::make_shared<platform::TableView>())

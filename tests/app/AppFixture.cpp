@@ -49,11 +49,12 @@ AppDelegate& AppFixture::start(Config const& config)
     return *app;
 }
 
-void AppFixture::setListing(std::string const& listing)
+void AppFixture::setListing(std::optional<std::string> listing, std::function<void()> meanwhile)
 {
     hasListing_ = true;
     headless::ChildScript script;
-    script.output = listing;
+    script.output = std::move(listing);
+    script.meanwhile = std::move(meanwhile);
     headless::scriptChild({ tool, "list" }, script);
 }
 

@@ -5,7 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,7 +29,8 @@ protected:
     /// listing was set.
     AppDelegate& start(Config const& config);
 
-    void setListing(std::string const& listing);
+    /// What the tool lists, or nothing for one that hangs, and what else happens meanwhile.
+    void setListing(std::optional<std::string> listing, std::function<void()> meanwhile = nullptr);
     void setRun(std::string const& name, headless::ChildScript const& script);
 
     [[nodiscard]] platform::Menu const& menu() const;

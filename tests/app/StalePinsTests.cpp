@@ -89,6 +89,23 @@ TEST_F(StalePins, WithNothingMissing_nobodyIsAsked)
     EXPECT_THAT(headless::shownAlerts(), IsEmpty());
 }
 
+TEST_F(StalePins, FromAToolThatHangs_nothingIsConcluded)
+{
+    setListing(std::nullopt);
+    EXPECT_EQ(start(config).config(), config);
+    EXPECT_THAT(headless::shownAlerts(), IsEmpty());
+    EXPECT_EQ(item("B").representedObject, "B");
+}
+
+TEST_F(StalePins, QuittingMeanwhile_endsTheStart)
+{
+    config.permissionsShown = std::nullopt;
+    setListing(std::nullopt, platform::terminate);
+    start(config);
+    EXPECT_THAT(menu().items, IsEmpty());
+    EXPECT_EQ(Config::load(), config);
+}
+
 TEST_F(StalePins, TheAlert_standsBeforeTheFirstMenu)
 {
     setListing("B\n");

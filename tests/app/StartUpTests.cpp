@@ -224,7 +224,7 @@ TEST_F(StartUp, MainMenu_quitsAndEdits)
             StandardCommand::SelectAll));
 
     platform::performAction(menu.items.front().submenu.front());
-    EXPECT_TRUE(headless::isTerminated());
+    EXPECT_TRUE(platform::isTerminating());
 }
 
 } // namespace

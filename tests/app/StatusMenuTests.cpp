@@ -1,5 +1,6 @@
 #include "app/Badge.h"
 #include "app/StatusMenu.h"
+#include "platform/Application.h"
 #include "platform/headless/Headless.h"
 
 #include <gmock/gmock.h>
@@ -212,7 +213,7 @@ TEST_F(StatusMenuTest, FixedCommands_haveTheirKeysSymbolsAndActions)
     EXPECT_EQ(quit.keyEquivalent, (KeyEquivalent { "q", commandKey }));
     EXPECT_EQ(quit.image, std::nullopt);
     platform::performAction(quit);
-    EXPECT_TRUE(headless::isTerminated());
+    EXPECT_TRUE(platform::isTerminating());
 }
 
 TEST_F(StatusMenuTest, Footer_followsThePaletteHotkeyAndTheJumpKeyDoesNot)

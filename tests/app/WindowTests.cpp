@@ -63,6 +63,36 @@ TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
     EXPECT_EQ(Config::load().onboarded, std::nullopt);
 }
 
+TEST_F(WindowTest, SettingsWantedAgainWhileTheyAreBeingMade_openOnceAndWithTheFocusAskedFor)
+{
+    start(settled({}));
+    setListing("A\n", [this] { app->openSettingsPanel(SettingsFocus::AvailableShortcuts); });
+    app->openSettings();
+    EXPECT_EQ(titles(), Names { "Quillbar Settings" });
+    auto* const settings = headless::keyWindow();
+    EXPECT_EQ(settings->firstResponder(), headless::find<Button>(*settings, "A"));
+    settings->close();
+    app->openSettings();
+    EXPECT_EQ(titles(), Names { "Quillbar Settings" });
+}
+
+TEST_F(WindowTest, SettingsWithoutAnAnswerFromTheTool_keepThePins)
+{
+    start(settled({ "A", "B" }));
+    setListing(std::nullopt);
+    app->openSettings();
+    ASSERT_TRUE(click("Save"));
+    EXPECT_EQ(Config::load().pinned, (Names { "A", "B" }));
+}
+
+TEST_F(WindowTest, QuittingWhileSettingsAreBeingMade_showsNothing)
+{
+    start(settled({}));
+    setListing(std::nullopt, platform::terminate);
+    app->openSettings();
+    EXPECT_EQ(titles(), Names {});
+}
+
 TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheList)
 {
     setListing("A\nB\n");

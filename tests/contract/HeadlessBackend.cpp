@@ -57,7 +57,7 @@ Arguments childPrinting(std::size_t size, int status)
 {
     headless::ChildScript script;
     script.exitStatus = status;
-    script.output.assign(size, 'x');
+    script.output = std::string(size, 'x');
     return scripted({ "/child", "prints", std::to_string(size) }, script);
 }
 

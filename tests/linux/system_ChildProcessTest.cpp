@@ -1,11 +1,17 @@
 #include "linux/system_Support.h"
+#include "platform/Application.h"
 #include "platform/ChildProcess.h"
+#include "platform/MainQueue.h"
 #include "platform/linux/system/ChildEnvironment.h"
+#include "platform/linux/system/OutputReader.h"
 
+#include <QCoreApplication>
+#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -49,6 +55,12 @@ protected:
         runUntil([&] { return calls > 0; });
         EXPECT_EQ(calls, 1);
         return result;
+    }
+
+    static bool isWithoutChildren()
+    {
+        siginfo_t info {};
+        return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == -1;
     }
 
     TemporaryFolder folder;
@@ -185,14 +197,58 @@ TEST_F(ChildProcess, DiscardedOutput_neverStallsTheChild)
     EXPECT_EQ(run({ "/usr/bin/head", "-c", "1G", "/dev/zero" }), 0);
 }
 
-TEST_F(ChildProcess, ReadOutput_isCompleteUpToItsLimit)
+TEST_F(ChildProcess, ReadOutput_isCompleteOrNothing)
 {
     EXPECT_EQ(readChildOutput(shell("printf 'a\\0b'; exit 3")), std::string("a\0b", 3));
     EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "5M", "/dev/zero" }).value_or("").size(),
         5u << 20);
-    EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "70M", "/dev/zero" }).value_or("").size(),
-        64u << 20);
-    EXPECT_EQ(readChildOutput({ "/missing" }), std::nullopt);
+    EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "1G", "/dev/zero" }), std::nullopt);
+    EXPECT_EQ(readChildOutput({ "/missing" }), "");
+    runUntil(isWithoutChildren);
+}
+
+TEST_F(ChildProcess, ReadOutput_killsAHungChildAndWhatItStarted)
+{
+    auto const marks = folder.path() / "marks";
+    auto const script = "sleep 1000 & echo $! >" + marks.string() + "; echo partial; wait";
+    EXPECT_EQ(
+        readChildOutput(shell(script), { .inAll = std::chrono::milliseconds(300) }), std::nullopt);
+    runUntil(isWithoutChildren);
+    // Whoever adopts it takes a moment to reap it.
+    auto const status = "/proc/" + std::to_string(std::stoi(readFile(marks))) + "/cmdline";
+    runUntil([&] { return readFile(status).empty(); });
+}
+
+TEST_F(ChildProcess, ReadOutput_servesEventsWhileItWaits)
+{
+    auto const outerGate = (folder.path() / "outer").string();
+    auto const innerGate = (folder.path() / "inner").string();
+    for (auto const& gate : { outerGate, innerGate })
+        ASSERT_EQ(::mkfifo(gate.c_str(), S_IRWXU), 0);
+    std::optional<std::string> inner;
+    // What is read first ends first, but inside it the second is still waited for.
+    post([&] {
+        runChild(shell("echo first >" + outerGate), [&](auto) {
+            EXPECT_EQ(inner, std::nullopt);
+            runChild(shell("echo second >" + innerGate), {});
+        });
+        inner = readChildOutput(shell("cat " + innerGate));
+    });
+    EXPECT_EQ(readChildOutput(shell("cat " + outerGate)), "first\n");
+    EXPECT_EQ(inner, "second\n");
+    runUntil(isWithoutChildren);
+}
+
+TEST_F(ChildProcess, ReadOutput_endsWithTheProgram)
+{
+    QTimer::singleShot(0, [] {
+        QTimer::singleShot(0, terminate);
+        EXPECT_EQ(readChildOutput(shell("echo partial; sleep 1000")), std::nullopt);
+        // The next one does not begin to wait.
+        EXPECT_EQ(readChildOutput(shell("sleep 1000")), std::nullopt);
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    runUntil(isWithoutChildren);
 }
 
 TEST_F(ChildProcess, ReadOutput_waitsForNoGrandchild)

@@ -33,6 +33,11 @@ void terminate()
     application->isTerminated = true;
 }
 
+bool isTerminating()
+{
+    return application->isTerminated;
+}
+
 void installMainMenu(Menu menu)
 {
     headless::note("installMainMenu");
@@ -55,11 +60,6 @@ Menu const& mainMenu()
 int activationCount()
 {
     return application->activationCount;
-}
-
-bool isTerminated()
-{
-    return application->isTerminated;
 }
 
 } // namespace headless

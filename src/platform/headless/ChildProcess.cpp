@@ -50,7 +50,9 @@ std::optional<std::string> readChildOutput(std::vector<std::string> const& argum
     children->read.push_back(arguments);
     auto const script = scriptOf(arguments);
     if (script.start == ChildStart::Fails)
-        return std::nullopt;
+        return std::string();
+    if (script.meanwhile)
+        script.meanwhile();
     return script.output;
 }
 

@@ -45,7 +45,6 @@ void runPosted();
 
 [[nodiscard]] Menu const& mainMenu();
 [[nodiscard]] int activationCount();
-[[nodiscard]] bool isTerminated();
 
 // Status item
 
@@ -102,7 +101,10 @@ struct ChildScript {
     /// Nothing stands for a signal.
     std::optional<int> exitStatus = 0;
     std::chrono::milliseconds duration { 0 };
-    std::string output;
+    /// Nothing for a child that is killed before it has told all.
+    std::optional<std::string> output = std::string();
+    /// What else happens while the output is waited for.
+    std::function<void()> meanwhile = nullptr;
 };
 
 struct StartedChild {

@@ -1,6 +1,5 @@
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
-#include "platform/linux/BlockedWait.h"
 #include "platform/linux/HeldModifiers.h"
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
@@ -70,12 +69,7 @@ bool X11Hotkeys::startListening()
         return false;
     keyboardChange_ = *keyboardChange;
     bits_ = bits.answer();
-    setAsideEvents(xcb_poll_for_queued_event);
-    setBlockedService({ .descriptor = xcb_get_file_descriptor(connection_.get()),
-        .serve = [weak = weak_from_this()] {
-            if (auto const self = weak.lock())
-                self->freeTheKeyboard();
-        } });
+    setAsideEvents();
     return true;
 }
 
@@ -156,7 +150,7 @@ bool X11Hotkeys::grab(Claim const& claim)
         ungrab(claim);
         xcb_flush(connection_.get());
     }
-    setAsideEvents(xcb_poll_for_queued_event);
+    setAsideEvents();
     return !isRefused;
 }
 
@@ -190,10 +184,10 @@ bool X11Hotkeys::isHeld(Claim const& claim) const
 
 /// While waiting for an answer xcb also reads events, after which the socket stays silent about
 /// them.
-void X11Hotkeys::setAsideEvents(PollEvent poll)
+void X11Hotkeys::setAsideEvents()
 {
     auto const isWaiting = !setAside_.empty();
-    while (auto* const event = poll(connection_.get()))
+    while (auto* const event = xcb_poll_for_queued_event(connection_.get()))
         setAside_.emplace_back(event);
     if (!isWaiting && !setAside_.empty())
         QMetaObject::invokeMethod(
@@ -290,14 +284,6 @@ void X11Hotkeys::handlerDone()
     }
 }
 
-/// While the program waits for another one it answers no press, and must not keep the keyboard from
-/// the person for that long. The press is dealt with afterwards.
-void X11Hotkeys::freeTheKeyboard()
-{
-    setAsideEvents(xcb_poll_for_event);
-    allowEvents(XCB_ALLOW_ASYNC_KEYBOARD);
-}
-
 void X11Hotkeys::allowEvents(xcb_allow_t mode)
 {
     xcb_allow_events(connection_.get(), static_cast<std::uint8_t>(mode), XCB_CURRENT_TIME);
@@ -307,7 +293,7 @@ void X11Hotkeys::allowEvents(xcb_allow_t mode)
 void X11Hotkeys::followKeyboard()
 {
     auto const bits = ModifierBitsRequest { connection_.get() }.answer();
-    setAsideEvents(xcb_poll_for_queued_event);
+    setAsideEvents();
     if (bits == bits_)
         return;
     for (auto const& [number, claim] : claims_)

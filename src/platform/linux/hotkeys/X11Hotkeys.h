@@ -73,8 +73,7 @@ private:
     void release(std::uint64_t number);
     [[nodiscard]] Claim const* claimOf(xcb_keycode_t keycode, std::uint16_t mask) const;
 
-    using PollEvent = xcb_generic_event_t* (*)(xcb_connection_t*);
-    void setAsideEvents(PollEvent poll);
+    void setAsideEvents();
     [[nodiscard]] XcbPtr<xcb_generic_event_t> nextEvent();
     void readEvents();
     void handle(xcb_generic_event_t const& event);
@@ -82,7 +81,6 @@ private:
     void keyReleased(xcb_keycode_t keycode);
     void fire(Claim const& claim);
     void handlerDone();
-    void freeTheKeyboard();
     void allowEvents(xcb_allow_t mode);
     void followKeyboard();
 

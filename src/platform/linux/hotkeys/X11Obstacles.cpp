@@ -45,7 +45,7 @@ std::vector<bool> X11Hotkeys::tryGrabs(std::vector<Claim> const& claims)
     std::vector<bool> isRefused;
     std::transform(sent.begin(), sent.end(), std::back_inserter(isRefused),
         [this](Requests const& requests) { return isAnyRefused(requests); });
-    setAsideEvents(xcb_poll_for_queued_event);
+    setAsideEvents();
     return isRefused;
 }
 

@@ -26,6 +26,8 @@ namespace {
 
 using MakeDelegate = std::function<std::shared_ptr<ApplicationDelegate>()>;
 
+bool isEnding = false;
+
 std::string_view variable(char const* name)
 {
     auto const* const value = std::getenv(name);
@@ -147,8 +149,14 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
 
 void terminate()
 {
+    isEnding = true;
     // Unlike quit(), it cannot be refused by a window.
     QCoreApplication::exit(0);
+}
+
+bool isTerminating()
+{
+    return isEnding;
 }
 
 } // namespace quillbar::platform
