@@ -3,15 +3,15 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <set>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace quillbar {
 
 namespace {
 
-using Names = std::set<std::string_view>;
+using Names = std::unordered_set<std::string_view>;
 
 /// The names that are in `listed`, or those that are not.
 std::vector<std::string> filtered(

@@ -81,7 +81,8 @@ void SettingsWindowController::rebuildAvailable()
         checkbox->setFrame({ 10, y, 460, 20 });
         checkbox->onClick
             = weakly(*this, [name](SettingsWindowController& self) { self.toggleAvailable(name); });
-        checkboxes_[name] = availableRows_->addSubview(checkbox);
+        // In the usual order of the names each is the last.
+        checkboxes_.insert_or_assign(checkboxes_.end(), name, availableRows_->addSubview(checkbox));
         y += 26;
     }
     auto const count = static_cast<double>(model_.others().size());
