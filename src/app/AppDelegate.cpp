@@ -20,12 +20,13 @@ namespace quillbar {
 
 namespace {
 
-std::uint32_t registerGlobally(Hotkey const& hotkey, std::function<void()> action)
+std::uint32_t registerGlobally(
+    Hotkey const& hotkey, std::string const& title, std::function<void()> action)
 {
     if (hotkey.keyCode < 0 || hotkey.keyCode > std::numeric_limits<std::uint32_t>::max())
         platform::fatalError("a hotkey's key code is negative or too large");
     return hotkeyManager().registerHotkey(
-        std::move(action), static_cast<std::uint32_t>(hotkey.keyCode), hotkey.modifiers);
+        std::move(action), static_cast<std::uint32_t>(hotkey.keyCode), hotkey.modifiers, title);
 }
 
 } // namespace
@@ -103,14 +104,14 @@ void AppDelegate::rebuildMenu()
 void AppDelegate::applyHotkeys()
 {
     hotkeyManager().unregisterAll();
-    menuHotkeyID_ = registerGlobally(
-        config_.menuHotkeyEff(), weakly(*this, [](AppDelegate& self) { self.openPalette(); }));
+    menuHotkeyID_ = registerGlobally(config_.menuHotkeyEff(), "Quick open",
+        weakly(*this, [](AppDelegate& self) { self.openPalette(); }));
     std::set<std::string_view> const pinned(config_.pinned.begin(), config_.pinned.end());
     for (auto const& [name, hotkey] : config_.shortcutHotkeysEff()) {
         if (!hotkey.isValid() || !pinned.contains(name))
             continue;
-        registerGlobally(
-            hotkey, weakly(*this, [name = name](AppDelegate& self) { self.trigger(name); }));
+        registerGlobally(hotkey, "Run “" + name + "”",
+            weakly(*this, [name = name](AppDelegate& self) { self.trigger(name); }));
     }
 }
 

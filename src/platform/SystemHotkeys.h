@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace quillbar::platform {
@@ -15,11 +16,12 @@ namespace quillbar::platform {
 void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed);
 
 /// Claims a key combination system-wide. `keyCode` is a macOS virtual key code, `modifiers` a mask
-/// of the bits in KeyModifiers.h; `signature` and `id` name the registration. Empty when the
-/// combination is taken, has no key on this system, or the system offers no hotkeys; destroying
-/// the token frees the combination for others. Main thread.
-[[nodiscard]] Token registerSystemHotkey(
-    std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t signature, std::uint32_t id);
+/// of the bits in KeyModifiers.h; `signature` and `id` name the registration. Systems that ask the
+/// person show `title`, which tells what the hotkey is for; they may decide later, and the token is
+/// not empty then. Empty when the combination is taken, has no key on this system, or the system
+/// offers no hotkeys; destroying the token frees the combination for others. Main thread.
+[[nodiscard]] Token registerSystemHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
+    std::uint32_t signature, std::uint32_t id, std::string const& title = {});
 
 /// A key and its modifiers, numbered as for registerSystemHotkey().
 struct KeyCombination {

@@ -22,14 +22,14 @@ void HotkeyManager::install()
     platform::installHotkeyHandler([](std::uint32_t id) { hotkeyManager().trigger(id); });
 }
 
-std::uint32_t HotkeyManager::registerHotkey(
-    std::function<void()> action, std::uint32_t keyCode, std::uint32_t modifiers)
+std::uint32_t HotkeyManager::registerHotkey(std::function<void()> action, std::uint32_t keyCode,
+    std::uint32_t modifiers, std::string const& title)
 {
     install();
     if (nextID_ == std::numeric_limits<std::uint32_t>::max())
         platform::fatalError("the ids of hotkeys are used up");
     auto const id = nextID_++;
-    auto reference = platform::registerSystemHotkey(keyCode, modifiers, signature, id);
+    auto reference = platform::registerSystemHotkey(keyCode, modifiers, signature, id, title);
     if (!reference)
         return 0;
     refs_.emplace(id, std::move(reference));

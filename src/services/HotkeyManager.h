@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <string>
 
 namespace quillbar {
 
@@ -20,9 +21,10 @@ public:
     void install();
 
     /// Claims the combination and returns its id, counted from 1 and never used again; 0 when the
-    /// system refuses it, which uses an id up too.
-    std::uint32_t registerHotkey(
-        std::function<void()> action, std::uint32_t keyCode, std::uint32_t modifiers);
+    /// system refuses it, which uses an id up too. `title` tells the person what it is for, where
+    /// the system asks.
+    std::uint32_t registerHotkey(std::function<void()> action, std::uint32_t keyCode,
+        std::uint32_t modifiers, std::string const& title = {});
 
     /// Frees one combination; an unknown id does nothing.
     void unregister(std::uint32_t id);

@@ -357,24 +357,5 @@ TEST_F(X11HotkeysTest, AHotkeyPressedWhileTheProgramWaitsForAChild_fires)
     EXPECT_EQ(fired, Ids { markerId });
 }
 
-[[noreturn]] void exitWithTheAnswerOffscreen()
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    int argumentCount = 1;
-    char name[] = "test";
-    char* arguments[] = { name, nullptr };
-    QGuiApplication const offscreen { argumentCount, arguments };
-    auto const hotkey = registerSystemHotkey(codeT, commandKey, signature, 7);
-    bool const isTold
-        = hotkeyObstacles({ { codeT, commandKey } }).front() == HotkeyObstacle::NoService;
-    std::exit(!hotkey && isTold ? 0 : 1);
-}
-
-TEST(SystemHotkeysDeathTest, WithoutX_registrationIsRefusedAndTheReasonTold)
-{
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(exitWithTheAnswerOffscreen(), ::testing::ExitedWithCode(0), "");
-}
-
 } // namespace
 } // namespace quillbar::platform

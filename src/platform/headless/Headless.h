@@ -72,6 +72,7 @@ struct RegisteredHotkey {
     std::uint32_t modifiers = 0;
     std::uint32_t signature = 0;
     std::uint32_t id = 0;
+    std::string title;
 
     friend bool operator==(RegisteredHotkey const&, RegisteredHotkey const&) = default;
 };

@@ -47,15 +47,15 @@ void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed)
     handler = std::move(onPressed);
 }
 
-Token registerSystemHotkey(
-    std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t signature, std::uint32_t id)
+Token registerSystemHotkey(std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t signature,
+    std::uint32_t id, std::string const& title)
 {
     headless::note("registerSystemHotkey");
     Combination const combination { keyCode, modifiers };
     if (hotkeys->refused.contains(combination) || findRegistered(combination))
         return {};
     auto const registration = nextRegistration++;
-    registrations[registration] = { keyCode, modifiers, signature, id };
+    registrations[registration] = { keyCode, modifiers, signature, id, title };
     return Token([registration] { registrations.erase(registration); });
 }
 

@@ -77,9 +77,13 @@ class Panel:
         self._desktop.screen.click(x + width // 2, y + height // 2, button)
 
     def items(self):
-        """Bus names and paths of the registered status items."""
-        if not self._desktop.bus.owner(WATCHER):
-            return []
-        registered = self._desktop.bus.read(
-            WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems")
-        return [(item.partition("/")[0], "/" + item.partition("/")[2]) for item in registered]
+        return registered_items(self._desktop.bus)
+
+
+def registered_items(bus):
+    """Bus names and paths of the registered status items."""
+    if not bus.owner(WATCHER):
+        return []
+    registered = bus.read(
+        WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems")
+    return [(item.partition("/")[0], "/" + item.partition("/")[2]) for item in registered]

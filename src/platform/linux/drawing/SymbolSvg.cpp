@@ -30,10 +30,10 @@ QByteArray document(SymbolBody const& body, SymbolSvgStyle const& style)
     QByteArray svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + body.namespaces + " width=\""
         + width + "\" height=\"" + height + "\" viewBox=\"0 0 " + width + ' ' + height + "\">";
     // Panels recolour a document of one of two kinds: by its "-symbolic" file name, or by this
-    // style sheet and class.
+    // style sheet and class. Some recolour none: a grey that is seen on black and on white.
     if (style.color.isEmpty())
         svg += "<style id=\"current-color-scheme\" type=\"text/css\">.ColorScheme-Text { color: "
-               "#232629; }</style><g class=\"ColorScheme-Text\" fill=\"currentColor\"";
+               "#949494; }</style><g class=\"ColorScheme-Text\" fill=\"currentColor\"";
     else
         svg += "<g color=\"" + style.color + "\" fill=\"" + style.color + '"';
     if (style.opacity < 1)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace quillbar::platform {
@@ -19,9 +20,10 @@ public:
     HotkeyBackend& operator=(HotkeyBackend const&) = delete;
     virtual ~HotkeyBackend() = default;
 
-    /// Empty when the combination cannot be had. The token may outlive the back end.
+    /// Empty when the combination cannot be had. The token may outlive the back end. `title` is
+    /// what the hotkey is for.
     [[nodiscard]] virtual Token claim(
-        std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id)
+        std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id, std::string const& title)
         = 0;
 
     /// What keeps each of the combinations from working, in their order; see hotkeyObstacles().

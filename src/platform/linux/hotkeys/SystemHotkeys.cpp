@@ -1,6 +1,7 @@
 #include "platform/SystemHotkeys.h"
 
 #include "platform/linux/hotkeys/HotkeyBackend.h"
+#include "platform/linux/hotkeys/PortalHotkeys.h"
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
 #include <QGuiApplication>
@@ -15,7 +16,10 @@ namespace {
 
 class NoHotkeys final : public HotkeyBackend {
 public:
-    Token claim(std::uint32_t, KeyModifiers, std::uint32_t) override { return {}; }
+    Token claim(std::uint32_t, KeyModifiers, std::uint32_t, std::string const&) override
+    {
+        return {};
+    }
     std::vector<std::optional<HotkeyObstacle>> obstacles(
         std::vector<KeyCombination> const& combinations) override
     {
@@ -60,8 +64,9 @@ std::shared_ptr<HotkeyBackend> makeBackend()
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         if (auto x11 = X11Hotkeys::connect(firePressed))
             return x11;
+        return std::make_shared<NoHotkeys>();
     }
-    return std::make_shared<NoHotkeys>();
+    return std::make_shared<PortalHotkeys>(firePressed);
 }
 
 HotkeyBackend& backend()
@@ -81,10 +86,10 @@ void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed)
     pressHandler() = std::move(onPressed);
 }
 
-Token registerSystemHotkey(
-    std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t /*signature*/, std::uint32_t id)
+Token registerSystemHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
+    std::uint32_t /*signature*/, std::uint32_t id, std::string const& title)
 {
-    return backend().claim(keyCode, modifiers, id);
+    return backend().claim(keyCode, modifiers, id, title);
 }
 
 std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(

@@ -79,7 +79,8 @@ X11Hotkeys::Claim X11Hotkeys::makeClaim(
     return { keycodesFor(keyCode), modifiers, id };
 }
 
-Token X11Hotkeys::claim(std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id)
+Token X11Hotkeys::claim(
+    std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id, std::string const& /*title*/)
 {
     auto claim = makeClaim(keyCode, modifiers, id);
     auto const grabs = grabsOf(claim);

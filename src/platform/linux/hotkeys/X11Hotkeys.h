@@ -32,8 +32,8 @@ public:
 
     ~X11Hotkeys() override = default;
 
-    [[nodiscard]] Token claim(
-        std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id) override;
+    [[nodiscard]] Token claim(std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id,
+        std::string const& title) override;
     [[nodiscard]] std::vector<std::optional<HotkeyObstacle>> obstacles(
         std::vector<KeyCombination> const& combinations) override;
 

@@ -3,11 +3,11 @@
 #include "platform/linux/UserTime.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/SessionBus.h"
+#include "platform/linux/system/WindowActivation.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusError>
-#include <QGuiApplication>
 
 #include <charconv>
 #include <cstdlib>
@@ -43,10 +43,7 @@ void useTokens(QVariantMap const& platformData)
     auto const startupId
         = platformData.value(QStringLiteral("desktop-startup-id")).toString().toStdString();
     setUserTime(launchTime(startupId));
-    auto const token = platformData.value(QStringLiteral("activation-token")).toString();
-    // Where Qt's Wayland windows look for it when they ask to be activated.
-    if (!token.isEmpty() && QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    setActivationToken(platformData.value(QStringLiteral("activation-token")).toString());
 }
 
 QVariantMap lastMap(QDBusMessage const& message)

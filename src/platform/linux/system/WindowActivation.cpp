@@ -83,6 +83,11 @@ void sendActivation(xcb_connection_t* connection, QWindow& window)
 
 } // namespace
 
+bool isWaylandSession()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 void activateWindow(QWindow& window)
 {
     lastActivated() = &window;
@@ -92,6 +97,15 @@ void activateWindow(QWindow& window)
         sendActivation(connection, window);
     else
         window.requestActivate();
+}
+
+void setActivationToken(QString const& token)
+{
+    // Compositors make short ones, and Qt passes on whatever stands there: a message that is too
+    // long for the connection would end the program.
+    constexpr qsizetype longestToken = 512;
+    if (isWaylandSession())
+        qputenv("XDG_ACTIVATION_TOKEN", token.size() > longestToken ? "" : token.toUtf8());
 }
 
 QWindow* windowAwaitingFocus()

@@ -72,12 +72,7 @@ void DBusMenu::setMenu(std::shared_ptr<Menu const> menu)
 
 bool DBusMenu::handleMessage(QDBusMessage const& message, QDBusConnection const& connection)
 {
-    if (message.type() != QDBusMessage::MethodCallMessage)
-        return false;
-    auto const answer = reply(message);
-    if (message.isReplyRequired())
-        connection.send(answer);
-    return true;
+    return answer(message, connection, [this](auto const& call) { return reply(call); });
 }
 
 QString DBusMenu::introspect(QString const& /*path*/) const

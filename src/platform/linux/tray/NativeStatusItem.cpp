@@ -20,8 +20,7 @@ namespace {
 // Clients of Wayland cannot place a menu without the click's own event.
 MenuOwner menuOwner()
 {
-    return QGuiApplication::platformName().startsWith("wayland"_L1) ? MenuOwner::Host
-                                                                    : MenuOwner::Program;
+    return isWaylandSession() ? MenuOwner::Host : MenuOwner::Program;
 }
 
 IconPixmap toPixmap(QImage const& image)

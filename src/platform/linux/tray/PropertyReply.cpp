@@ -55,6 +55,17 @@ std::optional<QDBusMessage> propertyReply(QDBusMessage const& call, QString cons
     return isGet ? getReply(call, properties) : getAllReply(call, properties);
 }
 
+bool answer(QDBusMessage const& message, QDBusConnection const& connection,
+    std::function<QDBusMessage(QDBusMessage const& call)> const& reply)
+{
+    if (message.type() != QDBusMessage::MethodCallMessage)
+        return false;
+    auto const answered = reply(message);
+    if (message.isReplyRequired())
+        connection.send(answered);
+    return true;
+}
+
 QDBusMessage invalidCallReply(QDBusMessage const& call)
 {
     return call.createErrorReply(QDBusError::UnknownMethod,

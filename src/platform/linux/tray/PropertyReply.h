@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QString>
 #include <QVariant>
@@ -20,6 +21,10 @@ struct ReadableProperty {
 /// is not such a call. Whatever the call asks for, the answer is a value or an error.
 [[nodiscard]] std::optional<QDBusMessage> propertyReply(QDBusMessage const& call,
     QString const& interface, std::vector<ReadableProperty> const& properties);
+
+/// Sends what `reply` answers to a method call, if an answer is wanted; false for another message.
+bool answer(QDBusMessage const& message, QDBusConnection const& connection,
+    std::function<QDBusMessage(QDBusMessage const& call)> const& reply);
 
 /// The answer to a method that does not exist or was given other arguments than it takes.
 [[nodiscard]] QDBusMessage invalidCallReply(QDBusMessage const& call);

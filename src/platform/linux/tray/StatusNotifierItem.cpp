@@ -1,6 +1,8 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
 #include "platform/linux/UserTime.h"
+#include "platform/linux/system/DesktopApplication.h"
+#include "platform/linux/system/WindowActivation.h"
 #include "platform/linux/tray/DBusMenu.h"
 
 #include <QDBusMessage>
@@ -16,14 +18,10 @@ namespace {
 
 auto const itemInterface = u"org.kde.StatusNotifierItem"_s;
 
-// Start-up ids end with the time of the click; other tokens tell none.
 void noteActivationToken(QString const& token)
 {
-    auto const marker = "_TIME"_L1;
-    auto const at = token.lastIndexOf(marker);
-    if (at < 0)
-        return;
-    if (auto const time = QStringView(token).mid(at + marker.size()).toUInt(); time != 0)
+    setActivationToken(token);
+    if (auto const time = launchTime(token.toStdString()); time != 0)
         setUserTime(time);
 }
 
@@ -57,12 +55,7 @@ void StatusNotifierItem::emitNewToolTip()
 bool StatusNotifierItem::handleMessage(
     QDBusMessage const& message, QDBusConnection const& connection)
 {
-    if (message.type() != QDBusMessage::MethodCallMessage)
-        return false;
-    auto const answer = reply(message);
-    if (message.isReplyRequired())
-        connection.send(answer);
-    return true;
+    return answer(message, connection, [this](auto const& call) { return reply(call); });
 }
 
 QString StatusNotifierItem::introspect(QString const& /*path*/) const

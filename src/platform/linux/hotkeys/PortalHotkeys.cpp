@@ -1,0 +1,211 @@
+#include "platform/linux/hotkeys/PortalHotkeys.h"
+
+#include "platform/linux/UserTime.h"
+#include "platform/linux/hotkeys/TriggerText.h"
+#include "platform/linux/system/ApplicationId.h"
+#include "platform/linux/system/SessionBus.h"
+#include "platform/linux/system/WindowActivation.h"
+
+#include <QCryptographicHash>
+#include <QDBusConnection>
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The call may have to start the portal first.
+constexpr std::chrono::milliseconds startTimeout { 10000 };
+// A portal that dies over the question is not asked for ever.
+constexpr int mostQuestionsWithoutAnswer = 2;
+constexpr qsizetype longestDescription = 100;
+
+/// The same at every start, so that the desktop knows what the person decided, and another for
+/// another combination, since desktops keep to what they know of an id.
+QString shortcutId(QString const& title, QString const& trigger)
+{
+    auto const text = (title + '\n'_L1 + trigger).toUtf8();
+    return "hotkey-"_L1
+        + QLatin1String(QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex());
+}
+
+QString descriptionOf(QString const& title)
+{
+    auto const line = title.simplified();
+    return line.size() > longestDescription ? line.left(longestDescription - 1) + u'…' : line;
+}
+
+} // namespace
+
+PortalHotkeys::PortalHotkeys(PressHandler onPressed)
+    : onPressed_(std::move(onPressed))
+    , watcher_(portalName, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange)
+{
+    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](
+            QString const&, QString const&, QString const& newOwner) { ownerChanged(newOwner); });
+    contact();
+}
+
+Token PortalHotkeys::claim(
+    std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id, std::string const& title)
+{
+    auto const trigger = triggerText({ keyCode, modifiers });
+    if (!trigger || claimWith(&PortalShortcut::trigger, *trigger))
+        return {};
+    auto const text = QString::fromStdString(title);
+    auto const number = nextNumber_++;
+    claims_.emplace(
+        number, Claim { { shortcutId(text, *trigger), descriptionOf(text), *trigger }, id });
+    updateLater();
+    return Token { [weak = weak_from_this(), number] {
+        if (auto const self = weak.lock())
+            self->release(number);
+    } };
+}
+
+std::vector<std::optional<HotkeyObstacle>> PortalHotkeys::obstacles(
+    std::vector<KeyCombination> const& combinations)
+{
+    std::vector<std::optional<HotkeyObstacle>> found;
+    std::transform(combinations.begin(), combinations.end(), std::back_inserter(found),
+        [this](KeyCombination const& combination) { return obstacle(combination); });
+    return found;
+}
+
+std::optional<HotkeyObstacle> PortalHotkeys::obstacle(KeyCombination const& combination) const
+{
+    auto const trigger = triggerText(combination);
+    if (!trigger)
+        return HotkeyObstacle::NoSuchKey;
+    if (service_ == Service::Absent)
+        return HotkeyObstacle::NoService;
+    auto const* const claim = claimWith(&PortalShortcut::trigger, *trigger);
+    if (!claim)
+        return std::nullopt;
+    if (isDeclined_ || (session_ && session_->isLeftOut(claim->shortcut.id)))
+        return HotkeyObstacle::Declined;
+    bool const isHopeless = session_ ? session_->state() == PortalSession::State::Failed
+                                     : questionsWithoutAnswer_ == mostQuestionsWithoutAnswer;
+    return isHopeless ? std::optional(HotkeyObstacle::NoService) : std::nullopt;
+}
+
+PortalHotkeys::Claim const* PortalHotkeys::claimWith(
+    QString PortalShortcut::*property, QString const& value) const
+{
+    auto const found = std::find_if(claims_.begin(), claims_.end(),
+        [&](auto const& entry) { return entry.second.shortcut.*property == value; });
+    return found == claims_.end() ? nullptr : &found->second;
+}
+
+void PortalHotkeys::release(std::uint64_t number)
+{
+    claims_.erase(number);
+    updateLater();
+}
+
+/// Hotkeys are given back and claimed anew one after the other, but a portal that is asked may ask
+/// the person: it is told of the outcome only.
+void PortalHotkeys::updateLater()
+{
+    if (!std::exchange(isUpdateDue_, true))
+        QMetaObject::invokeMethod(this, &PortalHotkeys::update, Qt::QueuedConnection);
+}
+
+void PortalHotkeys::update()
+{
+    isUpdateDue_ = false;
+    std::vector<PortalShortcut> wanted;
+    for (auto const& [number, claim] : claims_)
+        wanted.push_back(claim.shortcut);
+    auto const byId = [](PortalShortcut const& a, PortalShortcut const& b) { return a.id < b.id; };
+    std::sort(wanted.begin(), wanted.end(), byId);
+    if (wanted == asked_)
+        return;
+    asked_ = std::move(wanted);
+    isDeclined_ = false;
+    questionsWithoutAnswer_ = 0;
+    if (service_ == Service::Absent)
+        contact();
+    else
+        open();
+    tellObstacles();
+}
+
+void PortalHotkeys::contact()
+{
+    // The portal knows programs outside of sandboxes by this only, and only before other calls.
+    QDBusConnection::sessionBus().send(
+        portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry", u"Register"_s,
+            { QLatin1String(applicationId), QVariantMap() }));
+    auto const call = portalCall(portalName, portalPath, "org.freedesktop.DBus.Properties",
+        u"Get"_s, { QLatin1String(globalShortcutsInterface), u"version"_s });
+    callOnBus(call, startTimeout,
+        [self = QPointer(this), number = ++contacts_](QDBusMessage const& reply) {
+            if (self && number == self->contacts_)
+                self->answered(reply);
+        });
+}
+
+void PortalHotkeys::answered(QDBusMessage const& reply)
+{
+    bool const isPresent = reply.type() == QDBusMessage::ReplyMessage;
+    service_ = isPresent ? Service::Present : Service::Absent;
+    portal_ = isPresent ? reply.service() : QString();
+    open();
+    tellObstacles();
+}
+
+void PortalHotkeys::ownerChanged(QString const& newOwner)
+{
+    session_.reset();
+    portal_.clear();
+    service_ = newOwner.isEmpty() ? Service::Absent : Service::Unknown;
+    if (newOwner.isEmpty())
+        tellObstacles();
+    else
+        contact();
+}
+
+void PortalHotkeys::open()
+{
+    session_.reset();
+    bool const isInVain = isDeclined_ || questionsWithoutAnswer_ == mostQuestionsWithoutAnswer;
+    if (portal_.isEmpty() || asked_.empty() || isInVain)
+        return;
+    ++questionsWithoutAnswer_;
+    session_ = std::make_unique<PortalSession>(portal_, asked_,
+        PortalSession::Events { .onState = [this] { sessionChanged(); },
+            .onPressed
+            = [this](auto const& id, auto time, auto const& token) { pressed(id, time, token); } });
+}
+
+void PortalHotkeys::sessionChanged()
+{
+    questionsWithoutAnswer_ = 0;
+    isDeclined_ = session_->state() == PortalSession::State::Declined;
+    tellObstacles();
+}
+
+void PortalHotkeys::pressed(QString const& id, std::uint32_t time, QString const& token)
+{
+    auto const* const claim = claimWith(&PortalShortcut::id, id);
+    if (!claim)
+        return;
+    setUserTime(time);
+    setActivationToken(token);
+    onPressed_(claim->id);
+}
+
+void PortalHotkeys::tellObstacles() const
+{
+    if (onObstaclesChange)
+        onObstaclesChange();
+}
+
+} // namespace quillbar::platform

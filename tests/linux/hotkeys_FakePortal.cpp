@@ -1,0 +1,116 @@
+#include "linux/hotkeys_FakePortal.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <gtest/gtest.h>
+
+namespace quillbar::testing {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+auto const portalName = u"org.freedesktop.portal.Desktop"_s;
+auto const portalPath = u"/org/freedesktop/portal/desktop"_s;
+auto const shortcutsInterface = u"org.freedesktop.portal.GlobalShortcuts"_s;
+
+} // namespace
+
+FakePortal::FakePortal(PrivateBus const& bus)
+    : connectionName_("portal"_L1 + QString::number(++count_))
+    , connection_(bus.connect(connectionName_))
+{
+    connection_.registerVirtualObject(portalPath, this, QDBusConnection::SubPath);
+    EXPECT_TRUE(connection_.registerService(portalName));
+}
+
+FakePortal::~FakePortal()
+{
+    QDBusConnection::disconnectFromBus(connectionName_);
+}
+
+bool FakePortal::handleMessage(QDBusMessage const& message, QDBusConnection const& connection)
+{
+    auto const member = message.member();
+    auto const kind = message.path().section('/'_L1, 5, 5);
+    calls << (kind.isEmpty() ? member : member + ' '_L1 + kind);
+    if (member == "Get"_L1)
+        connection.send(message.createReply(QVariant::fromValue(QDBusVariant(1u))));
+    else if (member == "CreateSession"_L1)
+        createSession(message);
+    else if (member == "BindShortcuts"_L1)
+        bindShortcuts(message);
+    else if (message.isReplyRequired())
+        connection.send(message.createReply());
+    return true;
+}
+
+QString FakePortal::introspect(QString const& /*path*/) const
+{
+    return {};
+}
+
+void FakePortal::createSession(QDBusMessage const& call)
+{
+    auto const options = qdbus_cast<QVariantMap>(call.arguments().value(0));
+    auto const request = pathFor(call, u"request"_s, options[u"handle_token"_s]);
+    sessionPath = pathFor(call, u"session"_s, options[u"session_handle_token"_s]);
+    connection_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(request))));
+    emitSignal(request, u"org.freedesktop.portal.Request"_s, u"Response"_s,
+        { 0u,
+            QVariantMap { { u"session_handle"_s,
+                toldSession.isValid() ? toldSession : QVariant(sessionPath) } } });
+}
+
+void FakePortal::bindShortcuts(QDBusMessage const& call)
+{
+    EXPECT_EQ(call.signature(), "oa(sa{sv})sa{sv}"_L1);
+    EXPECT_EQ(call.arguments().at(0).value<QDBusObjectPath>().path(), sessionPath);
+    asked.clear();
+    auto const shortcuts = call.arguments().at(1).value<QDBusArgument>();
+    shortcuts.beginArray();
+    while (!shortcuts.atEnd()) {
+        QString id;
+        QVariantMap properties;
+        shortcuts.beginStructure();
+        shortcuts >> id >> properties;
+        shortcuts.endStructure();
+        asked.push_back({ id, properties[u"description"_s].toString(),
+            properties[u"preferred_trigger"_s].toString() });
+    }
+    shortcuts.endArray();
+    auto const options = qdbus_cast<QVariantMap>(call.arguments().at(3));
+    bindRequest_ = pathFor(call, u"request"_s, options[u"handle_token"_s]);
+    connection_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(bindRequest_))));
+    if (!answer.isEmpty())
+        respond(answer);
+}
+
+void FakePortal::respond(QVariantList const& arguments)
+{
+    emitSignal(bindRequest_, u"org.freedesktop.portal.Request"_s, u"Response"_s, arguments);
+}
+
+void FakePortal::activate(QString const& session, QString const& id, QVariantMap const& options)
+{
+    emitSignal(portalPath, shortcutsInterface, u"Activated"_s,
+        { QVariant::fromValue(QDBusObjectPath(session)), id, 12345ULL, options });
+}
+
+void FakePortal::emitSignal(QString const& path, QString const& interface, QString const& name,
+    QVariantList const& arguments)
+{
+    auto signal = QDBusMessage::createSignal(path, interface, name);
+    signal.setArguments(arguments);
+    connection_.send(signal);
+}
+
+QString FakePortal::pathFor(QDBusMessage const& call, QString const& kind, QVariant const& token)
+{
+    auto sender = call.service().mid(1);
+    sender.replace('.'_L1, '_'_L1);
+    return portalPath + '/'_L1 + kind + '/'_L1 + sender + '/'_L1 + token.toString();
+}
+
+} // namespace quillbar::testing
