@@ -8,16 +8,21 @@ namespace quillbar {
 
 namespace {
 
-/// A file that is no configuration, perhaps for one slip in an edit by hand, would be lost with
-/// the first save: a copy of it stays beside the new one.
-void keepUndecodable(std::filesystem::path const& path)
+/// Whether load() could make nothing of the file, which may be there again when it is saved.
+bool isUnread = false;
+
+/// A file that cannot be read or is no configuration, perhaps for one slip in an edit by hand,
+/// would be lost with the first save: it stays beside the new one. Returns whether the file may be
+/// overwritten.
+bool keepUnread(std::filesystem::path const& path)
 {
-    auto const text = readFile(path);
-    if (!text || text->empty() || decodeConfig(*text))
-        return;
     auto copy = path;
     copy += ".unreadable";
-    writePrivateFile(copy, *text);
+    if (auto const text = readFile(path)) {
+        bool const isWorthless = text->empty() || (!isUnread && decodeConfig(*text));
+        return isWorthless || writePrivateFile(copy, *text);
+    }
+    return setAsideForbiddenFile(path, copy);
 }
 
 } // namespace
@@ -26,6 +31,7 @@ Config Config::load()
 {
     auto const text = readFile(fileURL());
     auto config = text ? decodeConfig(*text) : std::nullopt;
+    isUnread = !config;
     if (!config)
         return {};
     migrateAutoRun(*config);
@@ -35,8 +41,8 @@ Config Config::load()
 void Config::save() const
 {
     createPrivateFolder(baseURL());
-    keepUndecodable(fileURL());
-    writePrivateFile(fileURL(), encodeConfig(*this));
+    if (keepUnread(fileURL()) && writePrivateFile(fileURL(), encodeConfig(*this)))
+        isUnread = false;
 }
 
 std::filesystem::path Config::baseURL()

@@ -98,6 +98,29 @@ TEST_F(ConfigStore, AnUndecodableFile_isKeptAsACopyWhenItIsOverwritten)
     EXPECT_EQ(readFile(copyPath()), corrupt);
 }
 
+TEST_F(ConfigStore, AFileThatWasNotThereAtTheStart_isKeptAsACopy)
+{
+    auto const config = Config::load();
+    std::string const text = R"({"pinned":["A"],"iconSymbol":"x"})";
+    store(text);
+    config.save();
+    EXPECT_EQ(readFile(copyPath()), text);
+
+    EXPECT_EQ(Config::load(), config);
+    store("{}");
+    config.save();
+    config.save();
+    EXPECT_EQ(readFile(copyPath()), "{}");
+}
+
+TEST_F(ConfigStore, AnUndecodableFile_staysWhereNoCopyCanBeMade)
+{
+    store(corrupt);
+    std::filesystem::create_directory(copyPath());
+    Config().save();
+    EXPECT_EQ(readFile(Config::fileURL()), corrupt);
+}
+
 TEST_F(ConfigStore, WithoutAFault_noCopyIsMade)
 {
     Config().save();

@@ -2,13 +2,95 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quillbar {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+/// Short enough for one page, and beyond it.
+constexpr std::size_t lengths[] = { 0, 100, 4096, 5000, 300'000 };
+
+/// Files can be no longer than that while it lives, as on a full disk.
+class Room {
+public:
+    explicit Room(rlim_t size)
+        : signal_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit const limit { size, before_.rlim_max };
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    Room(Room const&) = delete;
+    Room& operator=(Room const&) = delete;
+    ~Room()
+    {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, signal_);
+    }
+
+private:
+    rlimit before_ {};
+    void (*signal_)(int);
+};
+
+/// Root may do anything: for the lifetime of this, such a test goes on as somebody who may not, and
+/// to whom the paths belong.
+class Nobody {
+public:
+    Nobody(std::initializer_list<fs::path> paths)
+    {
+        constexpr uid_t nobody = 65534;
+        if (geteuid() != 0)
+            return;
+        for (auto const& path : paths)
+            EXPECT_EQ(chown(path.c_str(), nobody, getegid()), 0);
+        EXPECT_EQ(seteuid(nobody), 0);
+    }
+    Nobody(Nobody const&) = delete;
+    Nobody& operator=(Nobody const&) = delete;
+    ~Nobody() { EXPECT_EQ(seteuid(getuid()), 0); }
+};
+
+/// Carries out the work in a process that is killed at the given stop of its system calls, each of
+/// which has two. Returns whether it got that far.
+template <typename Work> bool isKilledAt(int stop, Work const& work)
+{
+    auto const child = fork();
+    if (child == 0) {
+        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        raise(SIGSTOP);
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    while (stop-- >= 0 && WIFSTOPPED(status)) {
+        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        waitpid(child, &status, 0);
+    }
+    bool const isRunning = WIFSTOPPED(status);
+    if (isRunning) {
+        kill(child, SIGKILL);
+        waitpid(child, &status, 0);
+    }
+    return isRunning;
+}
+
+std::string withoutBlanks(std::string text)
+{
+    return text.erase(text.find_last_not_of(' ') + 1);
+}
+
+} // namespace
 
 class PrivateFile : public testing::Test {
 public:
@@ -45,17 +127,105 @@ TEST_F(PrivateFile, WhatIsMade_isForItsOwnerOnly)
     EXPECT_EQ(readFile(deep / "file"), "text");
 }
 
-TEST_F(PrivateFile, Overwriting_keepsTheFileAndItsMode)
+TEST_F(PrivateFile, Overwriting_keepsModeAndLinksAndLeavesNothingElse)
 {
     auto const file = folder / "file";
-    auto const link = folder / "link";
-    ASSERT_TRUE(writePrivateFile(file, "a longer text than the next"));
+    ASSERT_TRUE(writePrivateFile(file, "text"));
     chmod(file.c_str(), 0640);
-    fs::create_symlink("file", link);
-    EXPECT_TRUE(writePrivateFile(link, std::string("sh\0rt", 5)));
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(readFile(file), std::string("sh\0rt", 5));
-    EXPECT_EQ(mode(file), 0640U);
+    fs::create_symlink("file", folder / "link");
+    for (auto const old : lengths) {
+        for (auto const length : lengths) {
+            ASSERT_TRUE(writePrivateFile(file, std::string(old, 'o')));
+            auto const text = std::string(length, '\0');
+            EXPECT_TRUE(writePrivateFile(folder / "link", text));
+            EXPECT_TRUE(fs::is_symlink(folder / "link"));
+            EXPECT_TRUE(readFile(file) == text) << old << " " << length;
+            EXPECT_EQ(mode(file), 0640U);
+            EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2);
+        }
+    }
+    fs::create_hard_link(file, folder / "second");
+    for (auto const length : lengths) {
+        EXPECT_TRUE(writePrivateFile(file, std::string(length, 'h')));
+        EXPECT_TRUE(readFile(folder / "second") == std::string(length, 'h'));
+    }
+}
+
+TEST_F(PrivateFile, WithoutRoom_theOldTextStays)
+{
+    auto const file = folder / "file";
+    for (auto const old : lengths) {
+        for (auto const length : lengths) {
+            auto const oldText = std::string(old, 'o');
+            auto const text = std::string(length, 'n');
+            for (auto const room : { std::size_t { 0 }, old, old + 1, length / 2, length - 1 }) {
+                if (room >= length)
+                    continue;
+                ASSERT_TRUE(writePrivateFile(file, oldText));
+                Room const limit(room);
+                EXPECT_FALSE(writePrivateFile(file, text)) << old << " " << length << " " << room;
+                EXPECT_TRUE(readFile(file) == oldText) << old << " " << length << " " << room;
+            }
+            EXPECT_TRUE(writePrivateFile(file, text));
+            EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+        }
+    }
+}
+
+TEST_F(PrivateFile, KilledAtAnySystemCall_itHoldsTheOldOrTheNewText)
+{
+    auto const file = folder / "file";
+    for (auto const old : lengths) {
+        for (auto const length : lengths) {
+            auto const oldText = std::string(old, 'o');
+            auto const text = std::string(length, 'n');
+            std::size_t stops = 0;
+            for (bool isKilled = true; isKilled; ++stops) {
+                ASSERT_TRUE(writePrivateFile(file, oldText));
+                isKilled = isKilledAt(
+                    static_cast<int>(stops), [&] { (void)writePrivateFile(file, text); });
+                auto const found = withoutBlanks(readFile(file).value_or("nothing"));
+                EXPECT_TRUE(found == oldText || found == text) << old << " " << length;
+            }
+            EXPECT_GT(stops, 4U);
+            EXPECT_TRUE(readFile(file) == text);
+        }
+    }
+    EXPECT_TRUE(writePrivateFile(file, std::string(5000, 'n')));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+}
+
+TEST_F(PrivateFile, AFolderThatIsReadOnly_keepsNoFileFromBeingOverwritten)
+{
+    auto const file = folder / "file";
+    ASSERT_TRUE(writePrivateFile(file, "text"));
+    Nobody const nobody { folder, file };
+    chmod(folder.c_str(), 0500);
+    for (auto const length : lengths) {
+        EXPECT_TRUE(writePrivateFile(file, std::string(length, 'n')));
+        EXPECT_TRUE(readFile(file) == std::string(length, 'n'));
+    }
+    EXPECT_FALSE(writePrivateFile(folder / "second", "text"));
+    chmod(folder.c_str(), 0700);
+}
+
+TEST_F(PrivateFile, OnlyAForbiddenFile_isSetAside)
+{
+    auto const file = folder / "file";
+    auto const aside = folder / "aside";
+    EXPECT_TRUE(setAsideForbiddenFile(file, aside));
+    ASSERT_TRUE(writePrivateFile(file, "text"));
+    Nobody const nobody { folder, file };
+    EXPECT_FALSE(setAsideForbiddenFile(file, aside));
+    chmod(file.c_str(), 0200);
+    chmod(folder.c_str(), 0500);
+    EXPECT_FALSE(setAsideForbiddenFile(file, aside));
+    EXPECT_EQ(mode(file), 0200U);
+    chmod(folder.c_str(), 0700);
+    EXPECT_TRUE(setAsideForbiddenFile(file, aside));
+    chmod(aside.c_str(), 0600);
+    EXPECT_EQ(readFile(aside), "text");
+    EXPECT_FALSE(fs::exists(file));
 }
 
 TEST_F(PrivateFile, ALinkToNowhere_bringsItsTargetAbout)

@@ -48,6 +48,8 @@ void prepareProcess()
     ::signal(SIGCHLD, SIG_DFL);
     // A message to a terminal that has gone must not end the program.
     ::signal(SIGPIPE, SIG_IGN);
+    // Nor must a limit on the size of files: like a full disk it makes a write fail.
+    ::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool hasDisplay()

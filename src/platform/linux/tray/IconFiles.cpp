@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace quillbar::platform {
 
@@ -31,6 +33,34 @@ QString fileName(IconLook const& look)
     return name + (look.tint ? '-'_L1 + look.tint->name().mid(1) : u"-symbolic"_s);
 }
 
+/// When the X server goes, exit() is called from within and destroys nothing but what is static.
+class RemovedAtExit {
+public:
+    RemovedAtExit() = default;
+    RemovedAtExit(RemovedAtExit const&) = delete;
+    RemovedAtExit& operator=(RemovedAtExit const&) = delete;
+    ~RemovedAtExit()
+    {
+        for (auto const& folder : folders_) {
+            if (auto const alive = folder.lock())
+                alive->remove();
+        }
+    }
+
+    void add(std::weak_ptr<QTemporaryDir> folder) { folders_.push_back(std::move(folder)); }
+
+private:
+    std::vector<std::weak_ptr<QTemporaryDir>> folders_;
+};
+
+std::shared_ptr<QTemporaryDir> makeFolder(QString const& parent)
+{
+    static RemovedAtExit removed;
+    auto folder = std::make_shared<QTemporaryDir>(parent + "/quillbar-XXXXXX"_L1);
+    removed.add(folder);
+    return folder;
+}
+
 } // namespace
 
 QString IconFiles::iconName(IconLook const& look)
@@ -49,9 +79,9 @@ QString IconFiles::folder()
     if (!folder_) {
         auto const runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
         if (!runtime.isEmpty())
-            folder_ = std::make_unique<QTemporaryDir>(runtime + "/quillbar-XXXXXX"_L1);
+            folder_ = makeFolder(runtime);
         if (!folder_ || !folder_->isValid())
-            folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/quillbar-XXXXXX"_L1);
+            folder_ = makeFolder(QDir::tempPath());
     }
     return folder_->isValid() ? folder_->path() : QString();
 }

@@ -22,7 +22,8 @@ struct IconLook {
 };
 
 /// A private folder with the status icon's SVG files, for panels to read by name. Folder and files
-/// are made when they are first needed and removed with this object.
+/// are made when they are first needed and removed with this object, or when the
+/// process ends before.
 class IconFiles {
 public:
     /// The name under which panels find the icon in folder(); empty when there is no such symbol or
@@ -34,7 +35,7 @@ public:
 private:
     bool write(QString const& name, IconLook const& look);
 
-    std::unique_ptr<QTemporaryDir> folder_;
+    std::shared_ptr<QTemporaryDir> folder_;
     std::set<QString> written_;
 };
 
