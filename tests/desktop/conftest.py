@@ -33,7 +33,6 @@ def program(desktop, tmp_path):
         return
     running = quillbar.process.poll() is None
     status = quillbar.stop()
-    output = desktop.log("quillbar")
-    os.truncate(os.path.join(desktop.folder, "quillbar.log"), 0)
+    output = quillbar.take_output()
     assert not running or status == 0, f"the program ended with {status}: {output}"
     assert output == "", "the program writes to its standard output or error"

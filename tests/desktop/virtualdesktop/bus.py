@@ -84,14 +84,14 @@ class Bus:
 
 
 def start_bus(processes, folder, environment):
-    """Starts a bus that activates nothing; returns its address."""
+    """Starts a bus that activates nothing; returns its process and its address."""
     services = os.path.join(folder, "services")
     os.makedirs(services)
     configuration = os.path.join(folder, "bus.conf")
     with open(configuration, "w", encoding="utf-8") as file:
         file.write(_CONFIGURATION.format(socket=os.path.join(folder, "bus"), services=services))
     reading, writing = os.pipe()
-    processes.start(
+    daemon = processes.start(
         ["dbus-daemon", f"--config-file={configuration}", "--nofork",
          f"--print-address={writing}"], environment, pass_fds=[writing])
     os.close(writing)
@@ -99,4 +99,4 @@ def start_bus(processes, folder, environment):
         address = answer.readline().strip()
     if not address:
         raise RuntimeError("the session bus did not start")
-    return address
+    return daemon, address

@@ -1,7 +1,9 @@
 """The virtual desktop as a whole."""
 
+import contextlib
 import os
 import shutil
+import signal
 import tempfile
 
 import gi
@@ -53,11 +55,35 @@ class VirtualDesktop:
                   errors="replace") as file:
             return file.read()
 
+    def lose_display(self):
+        """The X server dies."""
+        self.processes.end(self._display, signal.SIGKILL)
+        self.screen = None
+
+    def lose_bus(self):
+        """The session bus dies, and assistive programs with it."""
+        self.processes.end(self._bus_daemon, signal.SIGKILL)
+        self.bus = self.accessibility = None
+
+    @contextlib.contextmanager
+    def frozen_bus(self):
+        """The session bus answers nothing for the block."""
+        self._bus_daemon.send_signal(signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            self._bus_daemon.send_signal(signal.SIGCONT)
+
+    def runtime_files(self):
+        """What the program has put into the session's runtime folder."""
+        return [name for name in os.listdir(self.environment["XDG_RUNTIME_DIR"])
+                if "quillbar" in name.lower()]
+
     def _start(self):
         self.environment = self._base_environment()
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        address = start_bus(self.processes, self.folder, self.environment)
+        self._bus_daemon, address = start_bus(self.processes, self.folder, self.environment)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
         self.start(["openbox", "--sm-disable"])
@@ -91,7 +117,7 @@ class VirtualDesktop:
 
     def _start_display(self):
         reading, writing = os.pipe()
-        self.processes.start(
+        self._display = self.processes.start(
             ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self._size}x24", "-noreset",
              "-nolisten", "tcp"], self.environment, pass_fds=[writing])
         os.close(writing)

@@ -1,6 +1,9 @@
 """Whether the program answers, on the roads that people take to it. Each call fails when it does
 not, and leaves nothing open behind."""
 
+import os
+import time
+
 from Xlib import X
 
 from .waiting import wait_until
@@ -40,11 +43,40 @@ def runs(program, menu, name):
     program.wait_for_runs(*before, name)
 
 
+def palette_runs(program, name):
+    """The palette finds a shortcut and runs it once more."""
+    before = program.ran()
+    program.desktop.screen.press("Super", "Alt", "T")
+    palette = Window(program, "Quillbar")
+    program.desktop.screen.type(name)
+    program.desktop.screen.press("Return")
+    palette.wait_closed()
+    program.wait_for_runs(*before, name)
+
+
 def everything_answers(program, menu, pinned):
     menu_answers(program, menu)
     hotkey_answers(program)
     own_menu_answers(program)
     runs(program, menu, pinned)
+
+
+def comes_to_rest(program):
+    """None of its threads wakes any more."""
+    def rests():
+        before = _wake_ups(program.process.pid)
+        time.sleep(0.3)
+        return _wake_ups(program.process.pid) == before
+
+    wait_until(rests, "the program never comes to rest")
+
+
+def _wake_ups(process_id):
+    count = 0
+    for thread in os.listdir(f"/proc/{process_id}/task"):
+        with open(f"/proc/{process_id}/task/{thread}/status", encoding="ascii") as file:
+            count += sum(int(line.split()[1]) for line in file if "ctxt_switches" in line)
+    return count
 
 
 def _close(program, title):

@@ -27,6 +27,8 @@ class Program:
         self.login_entry = os.path.join(
             self.config_home, "autostart", "com.quillbar.launcher.desktop")
         self.process = None
+        # What starts the program in its own place, with its process id.
+        self.wrapper = []
         for folder in (self.data, self.config_home, self.shortcuts_folder):
             os.makedirs(folder, mode=0o700, exist_ok=True)
 
@@ -87,7 +89,7 @@ class Program:
     def launch(self, **environment):
         """Starts the program without waiting for anything."""
         self.process = self.desktop.start(
-            [self.binary], {**self.environment, **environment}, name="quillbar")
+            [*self.wrapper, self.binary], {**self.environment, **environment}, name="quillbar")
         return self.process
 
     def start(self, **environment):
@@ -131,6 +133,12 @@ class Program:
             return self.windows()
 
         return wait_until(shown, "a click on the icon opens no menu")[0]
+
+    def take_output(self):
+        """What it has written to its standard output and error; forgotten afterwards."""
+        output = self.desktop.log("quillbar")
+        os.truncate(os.path.join(self.desktop.folder, "quillbar.log"), 0)
+        return output
 
     def stop(self, how=signal.SIGTERM):
         """Ends the program; returns its exit status."""

@@ -163,6 +163,14 @@ class Screen:
         self.display.sync()
         return status == X.GrabSuccess
 
+    def is_keyboard_free(self):
+        """Whether no program holds the keyboard."""
+        status = self.root.grab_keyboard(
+            False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
+        self.display.ungrab_keyboard(X.CurrentTime)
+        self.display.sync()
+        return status == X.GrabSuccess
+
     def focused_window(self):
         """The id of the window that has the keyboard, or 0."""
         return getattr(self.display.get_input_focus().focus, "id", 0)

@@ -1,0 +1,90 @@
+"""The session's own servers fail: without a bus the program goes on, without a display it ends."""
+
+import os
+
+import pytest
+from virtualdesktop import VirtualDesktop, Window, probe, wait_until
+
+DISPLAY_GONE = "The X11 connection broke (error 1). Did the X11 server die?\n"
+
+
+@pytest.fixture
+def desktop():
+    """One for each test, for what is lost does not come back."""
+    with VirtualDesktop() as running:
+        yield running
+
+
+def start(program):
+    program.add_shortcut("Long", f'cat "{program.home}/pipe"; echo done >"{program.home}/done"')
+    program.pin("Alpha", "Long")
+    tray = program.start()
+    probe.wait_for_hotkey(program)
+    return tray
+
+
+def open_settings(program, tray):
+    tray.menu.click("Settings…")
+    return Window(program, "Quillbar Settings")
+
+
+def open_palette(program, _tray):
+    program.desktop.screen.press("Super", "Alt", "T")
+    return Window(program, "Quillbar")
+
+
+def open_nothing(_program, _tray):
+    pass
+
+
+def test_without_the_bus_everything_else_goes_on(program):
+    settings = open_settings(program, start(program))
+    program.desktop.lose_bus()
+    os.remove(program.config_path)
+    settings.screen.press("Return")
+    wait_until(lambda: os.path.exists(program.config_path), "the settings are not saved")
+    probe.palette_runs(program, "Alpha")
+    assert program.read_config()["pinned"] == ["Alpha", "Long"]
+    settings.screen.press("Escape")
+    settings.wait_closed()
+    probe.comes_to_rest(program)
+    assert program.stop() == 0
+    assert not program.desktop.runtime_files()
+
+
+@pytest.mark.parametrize("address", ["unix:path=/nowhere/bus", "nonsense"])
+def test_a_start_without_a_bus_is_a_start(program, address):
+    # Its status area takes icons without a bus too, by a window called like the palette's.
+    program.desktop.panel.kill()
+    program.pin("Alpha")
+    program.launch(DBUS_SESSION_BUS_ADDRESS=address)
+    probe.wait_for_hotkey(program)
+    probe.palette_runs(program, "Alpha")
+    probe.comes_to_rest(program)
+
+
+def test_a_bus_that_answers_nothing_delays_nothing(program):
+    tray = start(program)
+    with program.desktop.frozen_bus():
+        probe.hotkey_answers(program)
+        probe.palette_runs(program, "Alpha")
+    probe.everything_answers(program, tray.menu, "Alpha")
+
+
+@pytest.mark.parametrize("state", [open_nothing, open_palette, open_settings])
+def test_without_the_display_it_ends_in_order_and_shortcuts_run_on(program, state):
+    os.mkfifo(os.path.join(program.home, "pipe"))
+    tray = start(program)
+    tray.menu.click("Long")
+    program.wait_for_runs("Long")
+    state(program, tray)
+    before = program.read_config()
+    program.desktop.lose_display()
+    wait_until(lambda: program.process.poll() is not None, "the program stays")
+    assert (program.process.returncode, program.take_output()) == (1, DISPLAY_GONE)
+    assert program.read_config() == before
+    assert not program.desktop.runtime_files()
+    with open(os.path.join(program.home, "pipe"), "w", encoding="ascii"):
+        pass
+    wait_until(lambda: os.path.exists(os.path.join(program.home, "done")),
+               "the shortcut died with the program")
