@@ -5,7 +5,6 @@
 #include <xcb/xtest.h>
 
 #include <algorithm>
-#include <vector>
 
 namespace quillbar::testing {
 
@@ -57,15 +56,28 @@ bool OtherClient::grab(std::uint8_t key, std::uint16_t modifiers)
     return error == nullptr;
 }
 
+void OtherClient::watchUnusedKeys()
+{
+    std::uint32_t const events = XCB_EVENT_MASK_KEY_PRESS;
+    auto const cookie
+        = xcb_change_window_attributes_checked(connection_, root_, XCB_CW_EVENT_MASK, &events);
+    XcbPtr<xcb_generic_error_t> const error { xcb_request_check(connection_, cookie) };
+}
+
+std::vector<std::uint8_t> OtherClient::takePresses()
+{
+    std::vector<std::uint8_t> keys;
+    while (XcbPtr<xcb_generic_event_t> const event { xcb_poll_for_event(connection_) }) {
+        if (event->response_type == XCB_KEY_PRESS)
+            keys.push_back(reinterpret_cast<xcb_key_press_event_t const&>(*event).detail);
+    }
+    return keys;
+}
+
 bool OtherClient::gotPress(std::uint8_t key)
 {
-    bool isFound = false;
-    while (XcbPtr<xcb_generic_event_t> const event { xcb_poll_for_event(connection_) }) {
-        isFound = isFound
-            || (event->response_type == XCB_KEY_PRESS
-                && reinterpret_cast<xcb_key_press_event_t const&>(*event).detail == key);
-    }
-    return isFound;
+    auto const keys = takePresses();
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
 } // namespace quillbar::testing

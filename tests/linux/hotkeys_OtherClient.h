@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <vector>
 
 namespace quillbar::testing {
 
@@ -37,6 +38,12 @@ public:
 
     /// Whether the server gave the key to this client.
     [[nodiscard]] bool grab(std::uint8_t key, std::uint16_t modifiers);
+
+    /// Has this client be sent the keys that nobody grabbed and no window used.
+    void watchUnusedKeys();
+
+    /// The keys whose presses this client was sent since the last call.
+    [[nodiscard]] std::vector<std::uint8_t> takePresses();
 
     /// Whether this client was sent a press of `key` since the last call.
     [[nodiscard]] bool gotPress(std::uint8_t key);

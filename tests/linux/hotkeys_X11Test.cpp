@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -335,6 +336,27 @@ TEST_F(X11HotkeysTest, Obstacles_leaveEveryGrabAsItWas)
     EXPECT_TRUE(other.grab(keyT, XCB_MOD_MASK_1)) << "what was tried is still held";
     EXPECT_FALSE(other.grab(keyT, superMask)) << "a hotkey was given back";
     EXPECT_FALSE(other.grab(keySuper, 0)) << "a hotkey was given back";
+}
+
+TEST_F(X11HotkeysTest, PressesWhileObstaclesAreSought_reachWhomTheyAreMeantFor)
+{
+    OtherClient watcher;
+    watcher.watchUnusedKeys();
+    // So many that the server attends to the typing in between.
+    std::vector<KeyCombination> const combinations(3000, { codeF13, commandKey });
+    constexpr int rounds = 200;
+    std::thread person([this] {
+        for (int round = 0; round < rounds; ++round)
+            other.tap({ keySuper, keyF13 });
+    });
+    std::map<std::uint8_t, int> received;
+    waitUntil([&] {
+        static_cast<void>(hotkeyObstacles(combinations));
+        for (auto const key : watcher.takePresses())
+            ++received[key];
+        return received[keySuper] == rounds && received[keyF13] == rounds;
+    });
+    person.join();
 }
 
 TEST_F(X11HotkeysTest, ChangedKeyboard_isToldToTheObservers)
