@@ -53,6 +53,13 @@ enum class HotkeyObstacle : std::uint8_t {
 [[nodiscard]] std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
     std::vector<KeyCombination> const& combinations);
 
+/// The combinations as people know them from their keyboard, in the present layout, for example
+/// "Super+Alt+T"; empty where that is unknown. Main thread.
+[[nodiscard]] std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinations);
+
+/// What a person can do where there are no hotkeys, as sentences; empty when nothing.
+[[nodiscard]] std::string hotkeyAlternative();
+
 /// Calls `onChange` when the system reports something that may have changed an obstacle; other
 /// programs' claims come and go unreported. Main thread.
 [[nodiscard]] Token observeHotkeyObstacles(std::function<void()> onChange);

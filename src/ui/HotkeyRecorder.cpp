@@ -30,6 +30,8 @@ constexpr std::pair<platform::KeyModifiers, char const*> modifierSymbols[] = {
     { platform::shiftKey, "⇧" },
 };
 
+constexpr auto noHotkey = "None";
+
 std::string keyName(std::uint32_t keyCode)
 {
     // Counted through the alphabet although the keys with these codes are A, S, D, F, H, G and Z:
@@ -51,6 +53,27 @@ std::string keyName(std::uint32_t keyCode)
     default:
         return "·" + std::to_string(keyCode);
     }
+}
+
+platform::SymbolImage warning()
+{
+    return {
+        .name = "exclamationmark.triangle.fill",
+        .accessibilityDescription = {},
+        .size = std::nullopt,
+        .tint = platform::SystemColor::Red,
+    };
+}
+
+/// Pauses stand where the eye finds the parts apart.
+std::string spoken(std::string text, HotkeyNote const& note)
+{
+    if (!note.keys.empty())
+        text += ", " + note.keys;
+    if (!note.problem.empty())
+        text += ". " + note.problem;
+    std::ranges::replace(text, '\n', ' ');
+    return text;
 }
 
 } // namespace
@@ -93,6 +116,12 @@ void HotkeyRecorder::setPlaceholderString(std::string placeholder)
     refreshTitle();
 }
 
+void HotkeyRecorder::setNote(HotkeyNote note)
+{
+    note_ = std::move(note);
+    refreshNote();
+}
+
 void HotkeyRecorder::cancelRecording()
 {
     if (isRecording_)
@@ -111,6 +140,7 @@ void HotkeyRecorder::beginRecording()
 {
     isRecording_ = true;
     displayString_.clear();
+    note_ = {};
     placeholder_ = "Press keys…";
     refreshTitle();
     if (auto* const owner = window()) {
@@ -132,7 +162,7 @@ void HotkeyRecorder::stopRecording()
     monitor_.reset();
     isRecording_ = false;
     if (displayString_.empty())
-        displayString_ = "None";
+        displayString_ = noHotkey;
     refreshTitle();
     // Whoever works by keyboard goes on from here.
     auto* const owner = window();
@@ -173,8 +203,18 @@ void HotkeyRecorder::refreshTitle()
         .font = titleFont,
         .color = isEmpty ? platform::SystemColor::PlaceholderText : platform::SystemColor::Label,
     });
+    refreshNote();
+}
+
+void HotkeyRecorder::refreshNote()
+{
+    bool const showsHotkey = !isRecording_ && !displayString_.empty() && displayString_ != noHotkey;
+    auto const note = showsHotkey ? note_ : HotkeyNote {};
+    setImage(note.problem.empty() ? std::nullopt : std::optional<platform::Image>(warning()));
+    bool const needsBreak = !note.keys.empty() && !note.problem.empty();
+    setToolTip(note.keys + (needsBreak ? "\n" : "") + note.problem);
     // The label says whose hotkey it is, so that the text needs a place of its own.
-    setAccessibilityDescription(text);
+    setAccessibilityDescription(spoken(attributedTitle()->text, note));
 }
 
 } // namespace quillbar

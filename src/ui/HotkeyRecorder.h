@@ -13,6 +13,14 @@
 
 namespace quillbar {
 
+/// What a person may want to know of a hotkey.
+struct HotkeyNote {
+    /// The combination by the names of its keys; empty when unknown.
+    std::string keys;
+    /// Why it cannot work, as a sentence; empty when it can.
+    std::string problem;
+};
+
 /// The button with which a person sets a hotkey: after a click it takes the next key press, and the
 /// combination is its owner's business. Also the one formatter of a hotkey as text.
 class HotkeyRecorder : public platform::Button {
@@ -25,6 +33,9 @@ public:
     /// Shows the hotkey; no text when there is none or its key code names no key.
     void setHotkey(std::optional<Hotkey> const& hotkey);
     void setStringValue(std::string text);
+    /// Told with the hotkey that is shown, which a problem marks; forgotten when another one is
+    /// recorded.
+    void setNote(HotkeyNote note);
     /// Shown greyed while there is no text.
     void setPlaceholderString(std::string placeholder);
     /// Gives the keyboard back; without a recorded key the text is "None". Does nothing unless a
@@ -45,6 +56,7 @@ private:
     void stopWhenWindowCloses();
     [[nodiscard]] platform::KeyEventResult keyPressed(platform::KeyEvent const& event);
     void refreshTitle();
+    void refreshNote();
 
     platform::Token monitor_;
     bool isRecording_ = false;
@@ -52,6 +64,7 @@ private:
     std::weak_ptr<platform::Window> observedWindow_;
     std::string displayString_;
     std::string placeholder_;
+    HotkeyNote note_;
 };
 
 } // namespace quillbar

@@ -92,6 +92,12 @@ std::optional<Hotkey> SettingsModel::hotkey(std::string const& name) const
     return found == recordedHotkeys_.end() ? std::nullopt : std::optional(found->second);
 }
 
+std::map<std::string, Hotkey> SettingsModel::pinnedHotkeys() const
+{
+    return entriesOf(
+        recordedHotkeys_, Names(order_.begin(), order_.end()), [](Hotkey const&) { return true; });
+}
+
 bool SettingsModel::loginFlag(std::string const& name) const
 {
     auto const found = loginFlags_.find(name);

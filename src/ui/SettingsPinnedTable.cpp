@@ -1,5 +1,6 @@
 // The pinned table of the settings window: its data source, and the edits made in its rows.
 
+#include "platform/SystemHotkeys.h"
 #include "platform/view/Window.h"
 #include "ui/GroupPrompt.h"
 #include "ui/SettingsWindowController.h"
@@ -78,9 +79,11 @@ void SettingsWindowController::bindEdits(PinnedCellView& cell, std::string const
     auto& recorder = cell.recorder();
     recorder.setPlaceholderString("None");
     recorder.setHotkey(model_.hotkey(name));
+    recorder.setNote(noteOn(name));
     recorder.onRecord
         = weakly(*this, [name](Self& self, std::int64_t keyCode, std::uint32_t modifiers) {
               self.model_.setHotkey(name, { keyCode, modifiers });
+              self.refreshHotkeyNotes();
           });
     cell.setLogin(model_.loginFlag(name) ? platform::ButtonState::On : platform::ButtonState::Off);
     cell.onLoginChange
@@ -89,6 +92,33 @@ void SettingsWindowController::bindEdits(PinnedCellView& cell, std::string const
         *this, [name](Self& self, std::string const& title) { self.model_.setGroup(name, title); });
     cell.onRequestCustom = weakly(*this, [name](Self& self) { self.promptCustomGroup(name); });
     cell.setGroup(model_.group(name));
+}
+
+/// What other programs claim changes unreported, mostly while the person uses them.
+void SettingsWindowController::watchHotkeys()
+{
+    auto const refresh
+        = weakly(*this, [](SettingsWindowController& self) { self.refreshHotkeyNotes(); });
+    hotkeyObservation_ = platform::observeHotkeyObstacles(refresh);
+    window().addDidBecomeKeyObserver(refresh);
+    refreshHotkeyNotes();
+}
+
+void SettingsWindowController::refreshHotkeyNotes()
+{
+    hotkeyNotes_ = hotkeyNotes(model_);
+    menuHotkeyRecorder_->setNote(hotkeyNotes_.quickOpen);
+    auto const& order = model_.order();
+    for (std::size_t row = 0; row < order.size(); ++row) {
+        if (auto const cell = pinnedTable_->viewAtRow(row))
+            static_cast<PinnedCellView&>(*cell).recorder().setNote(noteOn(order[row]));
+    }
+}
+
+HotkeyNote SettingsWindowController::noteOn(std::string const& name) const
+{
+    auto const found = hotkeyNotes_.shortcuts.find(name);
+    return found == hotkeyNotes_.shortcuts.end() ? HotkeyNote {} : found->second;
 }
 
 bool SettingsWindowController::acceptDrop(std::string const& name, std::size_t gap)

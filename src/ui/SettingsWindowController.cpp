@@ -53,6 +53,7 @@ SettingsWindowController::SettingsWindowController(
 void SettingsWindowController::save()
 {
     handOver(model_.save(controls()));
+    refreshHotkeyNotes();
     platform::activateIgnoringOtherApps();
     flashSaved();
 }
@@ -107,6 +108,7 @@ void SettingsWindowController::toggleAvailable(std::string const& name)
         window().makeFirstResponder(rows[static_cast<std::size_t>(std::min(row, last))]);
     }
     handOver(model_.configAfterMoving(name, SettingsModel::Move::IntoPinned, controls()));
+    refreshHotkeyNotes();
 }
 
 void SettingsWindowController::removePin(std::size_t row)
@@ -117,6 +119,7 @@ void SettingsWindowController::removePin(std::size_t row)
     rebuildAvailable();
     reloadPinnedTable();
     handOver(model_.configAfterMoving(*name, SettingsModel::Move::OutOfPinned, controls()));
+    refreshHotkeyNotes();
 }
 
 void SettingsWindowController::rebuildIconMenu()

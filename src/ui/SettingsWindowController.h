@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/Token.h"
 #include "platform/view/Button.h"
 #include "platform/view/PopUpButton.h"
 #include "platform/view/TableView.h"
 #include "ui/FlippedView.h"
+#include "ui/HotkeyNotes.h"
 #include "ui/HotkeyRecorder.h"
 #include "ui/PinnedCellView.h"
 #include "ui/SettingsModel.h"
@@ -45,6 +47,10 @@ private:
     void removePin(std::size_t row);
     void promptCustomGroup(std::string const& name);
 
+    void watchHotkeys();
+    void refreshHotkeyNotes();
+    [[nodiscard]] HotkeyNote noteOn(std::string const& name) const;
+
     void rebuildAvailable();
     void toggleAvailable(std::string const& name);
 
@@ -56,6 +62,8 @@ private:
     void flashSaved();
 
     SettingsModel model_;
+    HotkeyNotes hotkeyNotes_;
+    platform::Token hotkeyObservation_;
     std::function<void(Config const&)> const onSave_;
     std::map<std::string, std::shared_ptr<platform::Button>> checkboxes_;
     std::shared_ptr<FlippedView> const availableRows_;

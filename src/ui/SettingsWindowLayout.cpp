@@ -47,6 +47,7 @@ void SettingsWindowController::buildUserInterface()
     buildAvailable(*content);
     buildFooter(*content);
     window().setContentView(content);
+    watchHotkeys();
 }
 
 void SettingsWindowController::buildGeneral(platform::View& content)
@@ -68,6 +69,7 @@ void SettingsWindowController::buildGeneral(platform::View& content)
     menuHotkeyRecorder_->onRecord = weakly(
         *this, [](SettingsWindowController& self, std::int64_t keyCode, std::uint32_t modifiers) {
             self.model_.setMenuHotkey({ keyCode, modifiers });
+            self.refreshHotkeyNotes();
         });
 }
 

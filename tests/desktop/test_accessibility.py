@@ -140,7 +140,7 @@ def test_settings(program, scale):
     assert_shows(settings, [*GENERAL, *row("A", 0), *row("B", 1), *AVAILABLE], ("Quillbar ",))
     # State is told, not only shown.
     told = {(element.role, element.name): element for element in settings.elements()}
-    assert told["push button", "Hotkey for B"].description == "⌘A"
+    assert told["push button", "Hotkey for B"].description == "⌘A. This key cannot start a shortcut."
     assert told["push button", "Hotkey for A"].description == "None"
     assert told["combo box", "Section for B"].description == "Games"
     assert [told["check box", f"Login for {name}"].checked for name in "AB"] == [False, True]

@@ -33,6 +33,11 @@ constexpr std::uint32_t codeS = 1;
 constexpr std::uint32_t codeT = 17;
 constexpr std::uint32_t codeF13 = 105;
 constexpr std::uint32_t codeSuper = 55;
+constexpr std::uint32_t codeQ = 12;
+constexpr std::uint32_t codeSpace = 49;
+constexpr std::uint32_t codeF1 = 122;
+constexpr std::uint32_t codeKeypad1 = 83;
+constexpr std::uint32_t codePageUp = 116;
 constexpr std::uint32_t codeWithoutKey = 52;
 constexpr std::uint16_t superMask = XCB_MOD_MASK_4;
 constexpr std::uint32_t signature = 0x5155494C;
@@ -365,6 +370,21 @@ TEST_F(X11HotkeysTest, ChangedKeyboard_isToldToTheObservers)
     auto observation = observeHotkeyObstacles([&] { ++changes; });
     ASSERT_EQ(QProcess::execute("setxkbmap", { "fr" }), 0);
     waitUntil([&] { return changes > 0; });
+}
+
+TEST_F(X11HotkeysTest, KeyNames_areThoseOfTheLayoutInUse)
+{
+    std::vector<KeyCombination> const combinations { { codeT, commandKey | optionKey },
+        { codeQ, controlKey | shiftKey }, { codeSpace, 0 }, { codeF1, 0 }, { codeKeypad1, 0 },
+        { codePageUp, 0 }, { codeWithoutKey, commandKey } };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(hotkeyNames(combinations),
+        (Names { "Super+Alt+T", "Control+Shift+Q", "Space", "F1", "Keypad End", "Page Up", "" }));
+    ASSERT_EQ(
+        QProcess::execute("setxkbmap", { "-layout", "fr,ru", "-option", "grp:caps_toggle" }), 0);
+    EXPECT_EQ(hotkeyNames({ combinations[1] }), Names { "Control+Shift+A" });
+    other.tap({ keyCapsLock });
+    EXPECT_EQ(hotkeyNames({ combinations[1] }), Names { "Control+Shift+Й" });
 }
 
 TEST_F(X11HotkeysTest, AHotkeyPressedWhileTheProgramWaitsForAChild_fires)

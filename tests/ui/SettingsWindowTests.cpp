@@ -1,3 +1,4 @@
+#include "platform/SystemHotkeys.h"
 #include "platform/headless/Headless.h"
 #include "platform/headless/Person.h"
 #include "platform/headless/Windows.h"
@@ -74,6 +75,13 @@ protected:
     [[nodiscard]] auto removeButton(std::size_t row) const
     {
         return headless::find<Button>(*table()->viewAtRow(row), "Remove");
+    }
+    /// Why the recorder is marked; empty when it is not.
+    [[nodiscard]] std::string problem(std::string_view name) const
+    {
+        auto const recorder = find<HotkeyRecorder>(name);
+        auto const& toolTip = recorder->toolTip();
+        return recorder->image() ? toolTip.substr(toolTip.find('\n') + 1) : std::string();
     }
     void record(std::string_view recorder, std::uint32_t keyCode, KeyModifiers modifiers) const
     {
@@ -319,6 +327,115 @@ TEST_F(SettingsWindow, UnpinningByKeyboard_staysInTheRow)
     EXPECT_EQ(window().firstResponder(), removeButton(0));
     EXPECT_TRUE(press(key::space));
     EXPECT_EQ(window().firstResponder(), find("A"));
+}
+
+TEST_F(SettingsWindow, HotkeyThatCannotWork_isMarkedWithTheReason)
+{
+    struct Case {
+        HotkeyObstacle obstacle;
+        std::string reason;
+    };
+    for (auto const& [obstacle, reason] : {
+             Case { HotkeyObstacle::Taken, "Another program already uses this combination." },
+             Case { HotkeyObstacle::NoSuchKey, "Your keyboard has no such key." },
+             Case { HotkeyObstacle::CommandKeyTaken,
+                 "Another program holds the Super key and may keep this combination." },
+             Case { HotkeyObstacle::NoService,
+                 "This session offers no global hotkeys.\nUse the menu instead." },
+             Case { HotkeyObstacle::Declined,
+                 "You declined this combination when the desktop asked." },
+         }) {
+        headless::setHotkeyObstacle({ 7, controlKey }, obstacle);
+        headless::setHotkeyObstacle({ 17, 0x900 }, obstacle);
+        auto config = pinning({ "A", "B" });
+        config.shortcutHotkeys = { { { "A", { 7, controlKey } }, { "B", { 8, controlKey } } } };
+        open(config);
+        EXPECT_EQ(problem("Hotkey for A"), reason);
+        EXPECT_EQ(problem("Quick open hotkey"), reason);
+        EXPECT_EQ(problem("Hotkey for B"), "");
+    }
+}
+
+TEST_F(SettingsWindow, HotkeyTheRecorderShows_isNamedForEyesAndEars)
+{
+    headless::setHotkeyObstacle({ 7, controlKey }, HotkeyObstacle::NoService);
+    auto config = pinning({ "A", "B", "C" });
+    config.shortcutHotkeys = { { { "A", { 7, controlKey } }, { "B", { 8, controlKey } } } };
+    open(config);
+    auto const recorder = find<HotkeyRecorder>("Hotkey for A");
+    EXPECT_EQ(recorder->toolTip(),
+        "keys 4096+7\nThis session offers no global hotkeys.\nUse the menu instead.");
+    EXPECT_EQ(recorder->accessibilityDescription(),
+        "⌃·7, keys 4096+7. This session offers no global hotkeys. Use the menu instead.");
+    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for B")->toolTip(), "keys 4096+8");
+    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for C")->toolTip(), "");
+    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for C")->accessibilityDescription(), "None");
+}
+
+TEST_F(SettingsWindow, OneHotkeyForTwo_marksWhatComesLaterWhenHotkeysAreRegistered)
+{
+    auto config = pinning({ "C", "B", "A" });
+    config.shortcutHotkeys
+        = { { { "A", { 8, 0 } }, { "B", { 8, 0 } }, { "C", { 17, 0x900 } }, { "D", { 8, 0 } } } };
+    open(config);
+    EXPECT_EQ(problem("Hotkey for A"), "");
+    EXPECT_EQ(problem("Hotkey for B"), "“A” already uses this combination.");
+    EXPECT_EQ(problem("Hotkey for C"), "The quick open hotkey already uses this combination.");
+    record("Hotkey for A", 9, 0);
+    EXPECT_EQ(problem("Hotkey for B"), "");
+    record("Quick open hotkey", 10, 0);
+    EXPECT_EQ(problem("Hotkey for C"), "");
+}
+
+TEST_F(SettingsWindow, KeyThatNoShortcutCanHave_isMarked)
+{
+    open(pinning({ "A" }));
+    record("Hotkey for A", 0, commandKey);
+    EXPECT_EQ(problem("Hotkey for A"), "This key cannot start a shortcut.");
+    record("Quick open hotkey", 0, commandKey);
+    EXPECT_EQ(problem("Quick open hotkey"), "");
+}
+
+TEST_F(SettingsWindow, Marks_followWhatTheSystemSays)
+{
+    open(pinning({ "A" }));
+    auto const expectProblem
+        = [this](bool isProblem) { EXPECT_EQ(!problem("Quick open hotkey").empty(), isProblem); };
+    KeyCombination const quickOpen { 17, 0x900 };
+    headless::setHotkeyObstacle(quickOpen, HotkeyObstacle::Taken);
+    expectProblem(false);
+    headless::tellHotkeyObstacleObservers();
+    expectProblem(true);
+
+    headless::setHotkeyObstacle(quickOpen, std::nullopt);
+    window().userChangedKey(false);
+    expectProblem(true);
+    window().userChangedKey(true);
+    expectProblem(false);
+
+    headless::setHotkeyObstacle(quickOpen, HotkeyObstacle::Taken);
+    save();
+    expectProblem(true);
+    headless::setHotkeyObstacle(quickOpen, std::nullopt);
+    click(find("B"));
+    expectProblem(false);
+    headless::setHotkeyObstacle(quickOpen, HotkeyObstacle::Taken);
+    click(removeButton(0));
+    expectProblem(true);
+}
+
+TEST_F(SettingsWindow, RecorderWithoutItsHotkey_isNotMarked)
+{
+    headless::setHotkeyObstacle({ 17, 0x900 }, HotkeyObstacle::Taken);
+    open(pinning({}));
+    auto const recorder = find<HotkeyRecorder>("Quick open hotkey");
+    EXPECT_TRUE(recorder->image());
+    click(recorder);
+    EXPECT_EQ(recorder->toolTip() + recorder->accessibilityDescription(), "Press keys…");
+    click(recorder);
+    headless::tellHotkeyObstacleObservers();
+    EXPECT_FALSE(recorder->image());
+    EXPECT_EQ(recorder->toolTip() + recorder->accessibilityDescription(), "None");
 }
 
 TEST_F(SettingsWindow, Controls_doNothingOnceTheControllerIsGone)

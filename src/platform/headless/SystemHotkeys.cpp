@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
 
 namespace quillbar::platform {
@@ -62,7 +63,6 @@ Token registerSystemHotkey(std::uint32_t keyCode, std::uint32_t modifiers, std::
 std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
     std::vector<KeyCombination> const& combinations)
 {
-    headless::note("hotkeyObstacles");
     std::vector<std::optional<HotkeyObstacle>> found;
     found.reserve(combinations.size());
     for (auto const& combination : combinations) {
@@ -71,6 +71,20 @@ std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
             prepared == hotkeys->obstacles.end() ? std::nullopt : std::optional(prepared->second));
     }
     return found;
+}
+
+std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinations)
+{
+    std::vector<std::string> names;
+    names.reserve(combinations.size());
+    for (auto const& [keyCode, modifiers] : combinations)
+        names.push_back("keys " + std::to_string(modifiers) + "+" + std::to_string(keyCode));
+    return names;
+}
+
+std::string hotkeyAlternative()
+{
+    return "Use the menu instead.";
 }
 
 Token observeHotkeyObstacles(std::function<void()> onChange)

@@ -19,7 +19,7 @@ enum class ButtonKey : std::uint8_t {
     Return,
 };
 
-/// Something to click. Shows its image alone when it has no title.
+/// Something to click. Shows its image alone when it has no title, else before the title.
 class Button : public Control {
 public:
     explicit Button(ButtonStyle style = ButtonStyle::Push, std::string title = {})

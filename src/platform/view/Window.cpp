@@ -137,6 +137,19 @@ void Window::addWillCloseObserver(std::function<void()> observer)
     willCloseObservers_.push_back(std::move(observer));
 }
 
+void Window::addDidBecomeKeyObserver(std::function<void()> observer)
+{
+    didBecomeKeyObservers_.push_back(std::move(observer));
+}
+
+void Window::userChangedKey(bool isKeyWindow)
+{
+    if (std::exchange(isKeyWindow_, isKeyWindow) || !isKeyWindow)
+        return;
+    for (auto const observers = didBecomeKeyObservers_; auto const& observer : observers)
+        observer();
+}
+
 void Window::makeFirstResponder(std::shared_ptr<View> const& view)
 {
     userFocused(view);

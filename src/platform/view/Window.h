@@ -66,6 +66,8 @@ public:
     void close();
     /// Observers stay for good and are told in the order in which they came.
     void addWillCloseObserver(std::function<void()> observer);
+    /// Told each time the window gets the keyboard; stays for good as well.
+    void addDidBecomeKeyObserver(std::function<void()> observer);
 
     [[nodiscard]] bool isVisible() const { return isVisible_; }
     [[nodiscard]] bool isCentered() const { return isCentered_; }
@@ -86,7 +88,7 @@ public:
 
     /// A person clicked the title bar's close button.
     void userClosed() { close(); }
-    void userChangedKey(bool isKeyWindow) { isKeyWindow_ = isKeyWindow; }
+    void userChangedKey(bool isKeyWindow);
     /// A person moved the keyboard focus with the native side's own means.
     void userFocused(std::shared_ptr<View> const& view);
     /// A key press that no monitor consumed: a key equivalent, a view around the focus, then Tab
@@ -115,6 +117,7 @@ private:
     bool isKeyWindow_ = false;
     bool isClosing_ = false;
     std::vector<std::function<void()>> willCloseObservers_;
+    std::vector<std::function<void()>> didBecomeKeyObservers_;
     std::weak_ptr<View> firstResponder_;
     std::unique_ptr<NativeWindow, NativeWindowDeleter> native_;
     std::shared_ptr<View> contentView_;

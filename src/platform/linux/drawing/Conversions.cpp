@@ -38,7 +38,8 @@ QColor systemColor(SystemColor color, QPalette const& palette)
     case SystemColor::Accent:
         return palette.color(QPalette::Active, QPalette::Highlight);
     case SystemColor::Red:
-        return isDark(palette) ? QColor(0xff, 0x45, 0x3a) : QColor(0xff, 0x3b, 0x30);
+        // Stands out from the grey of dark buttons too.
+        return isDark(palette) ? QColor(0xff, 0x7b, 0x72) : QColor(0xff, 0x3b, 0x30);
     }
     return text;
 }

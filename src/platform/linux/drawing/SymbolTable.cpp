@@ -47,6 +47,7 @@ constexpr std::array fileNames {
     NamedText { "magnifyingglass"sv, "search"sv },
     NamedText { "line.3.horizontal"sv, "list"sv },
     NamedText { "xmark.circle.fill"sv, "x-circle-fill"sv },
+    NamedText { "exclamationmark.triangle.fill"sv, "exclamation-triangle-fill"sv },
     NamedText { "phone.fill"sv, "telephone-fill"sv },
     NamedText { "phone"sv, "telephone"sv },
 };
@@ -64,6 +65,8 @@ constexpr std::array ownPaths {
     NamedText { "star.circle.fill"sv,
         "M8 0a8 8 0 1 0 0 16A8 8 0 0 0 8 0zM8 3.4 9.18 6.58 12.57 6.72 9.9 8.82 10.82 12.08 8 10.2 "
         "5.18 12.08 6.1 8.82 3.43 6.72 6.82 6.58z"sv },
+    NamedText { "exclamationmark.triangle.fill"sv,
+        "M8 1 15.8 15H.2zM7.1 5.6V10.6h1.8V5.6zM7.1 11.6v1.8h1.8v-1.8z"sv },
     NamedText { "leaf.fill"sv,
         "M14.6 1.4C7.6 1.2 1.8 3.9 1.8 9.3c0 1.2.3 2.2.9 3.1l-1.6 1.6a.65.65 0 0 0 .92.92l1.6-1.6c."
         "9.6 1.9.9 3.1.9 5.4 0 8.1-5.8 7.9-12.8zM3.9 12.8l-.7-.7 7.3-7.3.7.7z"sv },

@@ -31,6 +31,13 @@ public:
         std::vector<KeyCombination> const& combinations)
         = 0;
 
+    /// What the keyboard calls each of the keys, in their order; empty where that is unknown.
+    [[nodiscard]] virtual std::vector<std::string> keyNames(
+        std::vector<std::uint32_t> const& keyCodes)
+    {
+        return std::vector<std::string>(keyCodes.size());
+    }
+
     /// To be called whenever the answers of obstacles() may have become others by themselves.
     std::function<void()> onObstaclesChange;
 };

@@ -3,9 +3,12 @@
 #include "platform/linux/hotkeys/HotkeyBackend.h"
 #include "platform/linux/hotkeys/PortalHotkeys.h"
 #include "platform/linux/hotkeys/X11Hotkeys.h"
+#include "platform/linux/system/ApplicationId.h"
 
 #include <QGuiApplication>
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <utility>
@@ -38,6 +41,18 @@ void firePressed(std::uint32_t id)
     // A copy: the handler may be replaced while it runs.
     if (auto const handler = pressHandler())
         handler(id);
+}
+
+/// In the order of the symbols that stand for them in the windows.
+std::string modifierNames(KeyModifiers modifiers)
+{
+    std::string names;
+    for (auto const& [bit, name] : { std::pair { commandKey, "Super+" }, { optionKey, "Alt+" },
+             { controlKey, "Control+" }, { shiftKey, "Shift+" } }) {
+        if ((modifiers & bit) != 0)
+            names += name;
+    }
+    return names;
 }
 
 using Observers = std::map<std::uint64_t, std::function<void()>>;
@@ -96,6 +111,26 @@ std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
     std::vector<KeyCombination> const& combinations)
 {
     return backend().obstacles(combinations);
+}
+
+std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinations)
+{
+    std::vector<std::uint32_t> keyCodes;
+    std::transform(combinations.begin(), combinations.end(), std::back_inserter(keyCodes),
+        [](KeyCombination const& combination) { return combination.keyCode; });
+    auto names = backend().keyNames(keyCodes);
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        if (!names[index].empty())
+            names[index].insert(0, modifierNames(combinations[index].modifiers));
+    }
+    return names;
+}
+
+std::string hotkeyAlternative()
+{
+    return std::string(
+               "Bind this command in your desktop's settings instead:\ngapplication action ")
+        + applicationId + " palette";
 }
 
 Token observeHotkeyObstacles(std::function<void()> onChange)

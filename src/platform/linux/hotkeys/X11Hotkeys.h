@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace quillbar::platform {
@@ -36,6 +37,8 @@ public:
         std::string const& title) override;
     [[nodiscard]] std::vector<std::optional<HotkeyObstacle>> obstacles(
         std::vector<KeyCombination> const& combinations) override;
+    [[nodiscard]] std::vector<std::string> keyNames(
+        std::vector<std::uint32_t> const& keyCodes) override;
 
 private:
     struct Disconnect {

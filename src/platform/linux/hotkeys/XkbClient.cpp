@@ -1,5 +1,7 @@
 #include "platform/linux/hotkeys/XkbClient.h"
 
+#include "platform/linux/hotkeys/XcbPtr.h"
+
 // The header has a field called "explicit".
 #define explicit explicit_
 #include <xcb/xkb.h>
@@ -30,6 +32,13 @@ std::optional<std::uint8_t> useXkb(xcb_connection_t* connection)
         = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, 0, 0, nullptr);
     return extension->first_event;
+}
+
+std::uint8_t activeLayout(xcb_connection_t* connection)
+{
+    XcbPtr<xcb_xkb_get_state_reply_t> const state { xcb_xkb_get_state_reply(
+        connection, xcb_xkb_get_state(connection, XCB_XKB_ID_USE_CORE_KBD), nullptr) };
+    return state ? state->group : std::uint8_t { 0 };
 }
 
 } // namespace quillbar::platform

@@ -15,4 +15,7 @@ void prefetchXkb(xcb_connection_t* connection);
 /// the server has no XKB.
 [[nodiscard]] std::optional<std::uint8_t> useXkb(xcb_connection_t* connection);
 
+/// The layout that is in use of those that the person has set up, counted from 0. Waits.
+[[nodiscard]] std::uint8_t activeLayout(xcb_connection_t* connection);
+
 } // namespace quillbar::platform

@@ -16,6 +16,8 @@ namespace {
 
 constexpr int pushMargin = 8;
 constexpr int symbolMargin = 2;
+constexpr int imageSide = 14;
+constexpr int imageGap = 4;
 constexpr double hoverShare = 0.08;
 constexpr double pressedShare = 0.16;
 constexpr double hoverRadius = 4;
@@ -102,10 +104,28 @@ private:
             image_.draw(painter, rect(), *portableView()->image(), QSizeF(side, side), color);
             return;
         }
-        int const margin = isPush() ? pushMargin : 0;
         painter.setFont(font_);
         painter.setPen(color);
-        drawLine(painter, rect().adjusted(margin, 0, -margin, 0), Qt::AlignHCenter, text_);
+        drawLine(painter, titleRect(painter, color), Qt::AlignHCenter, text_);
+    }
+
+    /// Draws the image that stands before the title; returns what is left for that.
+    [[nodiscard]] QRect titleRect(QPainter& painter, QColor const& color)
+    {
+        int const margin = isPush() ? pushMargin : 0;
+        auto const content = rect().adjusted(margin, 0, -margin, 0);
+        if (!portableView()->image())
+            return content;
+        auto const side = std::min(imageSide, height() - 2 * symbolMargin);
+        QRect const place(content.left(), content.top(), side, content.height());
+        image_.draw(painter, QStyle::visualRect(layoutDirection(), content, place),
+            *portableView()->image(), QSizeF(side, side), color);
+        // In the middle of the button as long as there is room on both sides.
+        int const lead = side + imageGap;
+        auto const middle = content.adjusted(lead, 0, -lead, 0);
+        if (painter.fontMetrics().horizontalAdvance(text_) <= middle.width())
+            return middle;
+        return QStyle::visualRect(layoutDirection(), content, content.adjusted(lead, 0, 0, 0));
     }
 
     [[nodiscard]] QColor contentColor(QStyleOptionButton const& option) const

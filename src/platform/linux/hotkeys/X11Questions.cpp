@@ -1,5 +1,7 @@
-// What keeps hotkeys from working under X11.
+// What can be said of hotkeys under X11: what keeps them from working, and their keys' names.
 
+#include "platform/linux/hotkeys/KeyNames.h"
+#include "platform/linux/hotkeys/KeysymTable.h"
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
 #include <algorithm>
@@ -30,6 +32,18 @@ std::vector<std::optional<HotkeyObstacle>> X11Hotkeys::obstacles(
             found.emplace_back();
     }
     return found;
+}
+
+std::vector<std::string> X11Hotkeys::keyNames(std::vector<std::uint32_t> const& keyCodes)
+{
+    auto const keysyms = KeysymTable { connection_.get() };
+    setAsideEvents();
+    std::vector<std::string> names;
+    std::transform(keyCodes.begin(), keyCodes.end(), std::back_inserter(names), [&](auto keyCode) {
+        auto const keycodes = makeClaim(keyCode, 0, 0).keycodes;
+        return keycodes.empty() ? std::string() : nameOfKey(keysyms.of(keycodes.front()));
+    });
+    return names;
 }
 
 std::vector<bool> X11Hotkeys::tryGrabs(std::vector<Claim> const& claims)

@@ -1,0 +1,88 @@
+#include "ui/HotkeyNotes.h"
+
+#include "platform/SystemHotkeys.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace quillbar {
+
+using platform::HotkeyObstacle;
+using platform::KeyCombination;
+
+namespace {
+
+std::string sentence(HotkeyObstacle obstacle)
+{
+    switch (obstacle) {
+    case HotkeyObstacle::Taken:
+        return "Another program already uses this combination.";
+    case HotkeyObstacle::NoSuchKey:
+        return "Your keyboard has no such key.";
+    case HotkeyObstacle::CommandKeyTaken:
+        return "Another program holds the Super key and may keep this combination.";
+    case HotkeyObstacle::NoService: {
+        auto const alternative = platform::hotkeyAlternative();
+        std::string const text = "This session offers no global hotkeys.";
+        return alternative.empty() ? text : text + "\n" + alternative;
+    }
+    case HotkeyObstacle::Declined:
+        return "You declined this combination when the desktop asked.";
+    }
+    return {};
+}
+
+/// The hotkeys in the order in which they are registered: of two that are equal the first works.
+class Survey {
+public:
+    void add(Hotkey const& hotkey, std::string owner, HotkeyNote& note)
+    {
+        if (!std::in_range<std::uint32_t>(hotkey.keyCode))
+            return;
+        KeyCombination const combination { static_cast<std::uint32_t>(hotkey.keyCode),
+            hotkey.modifiers };
+        combinations_.push_back(combination);
+        notes_.push_back(&note);
+        auto const [first, isFirst] = owners_.emplace(combination, std::move(owner));
+        if (!isFirst)
+            note.problem = first->second + " already uses this combination.";
+    }
+
+    void askTheSystem() const
+    {
+        auto const obstacles = platform::hotkeyObstacles(combinations_);
+        auto names = platform::hotkeyNames(combinations_);
+        for (std::size_t index = 0; index < notes_.size(); ++index) {
+            auto& note = *notes_[index];
+            note.keys = std::move(names[index]);
+            if (note.problem.empty() && obstacles[index])
+                note.problem = sentence(*obstacles[index]);
+        }
+    }
+
+private:
+    std::map<KeyCombination, std::string> owners_;
+    std::vector<KeyCombination> combinations_;
+    std::vector<HotkeyNote*> notes_;
+};
+
+} // namespace
+
+HotkeyNotes hotkeyNotes(SettingsModel const& model)
+{
+    HotkeyNotes notes;
+    Survey survey;
+    survey.add(model.menuHotkeyEff(), "The quick open hotkey", notes.quickOpen);
+    for (auto const& [name, hotkey] : model.pinnedHotkeys()) {
+        auto& note = notes.shortcuts[name];
+        if (hotkey.isValid())
+            survey.add(hotkey, "“" + name + "”", note);
+        else
+            note.problem = "This key cannot start a shortcut.";
+    }
+    survey.askTheSystem();
+    return notes;
+}
+
+} // namespace quillbar

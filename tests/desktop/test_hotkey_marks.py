@@ -1,0 +1,103 @@
+"""Hotkeys that cannot work are marked in the settings, with the reason."""
+
+import contextlib
+
+import pytest
+from virtualdesktop import Window, wait_until
+from virtualdesktop.portal import Portal
+from Xlib import X
+from Xlib.display import Display
+
+ACCESSIBILITY = True
+KEY = {"B": (11, 56), "T": (17, 28)}
+NO_KEY = 52
+SUPER_KEY = 133
+CONTROL_OPTION, COMMAND = 0x1800, 0x100
+TAKEN = "Another program already uses this combination."
+SUPER_HELD = "Another program holds the Super key and may keep this combination."
+
+
+def hotkey(name, modifiers):
+    return {"keyCode": KEY[name][0], "modifiers": modifiers}
+
+
+@contextlib.contextmanager
+def other_program(program, key, modifiers):
+    """Another client that has the key to itself."""
+    display = Display(program.desktop.environment["DISPLAY"])
+    try:
+        display.screen().root.grab_key(
+            key, modifiers, False, X.GrabModeAsync, X.GrabModeAsync)
+        display.sync()
+        yield
+    finally:
+        display.close()
+
+
+def open_settings(program):
+    tray = program.start()
+    wait_until(lambda: len(tray.menu.rows()) > 3, "the menu never comes")
+    tray.menu.click("Settings…")
+    return Window(program, "Quillbar Settings")
+
+
+def says(settings, name, text):
+    settings.wait_for("push button", name, f"says {text!r}",
+                      lambda recorder: recorder.description == text)
+
+
+def reds(settings, name):
+    """How many clearly red pixels the recorder has."""
+    picture = settings.screen.picture(settings.element("push button", name).extents())
+    return sum(r > 200 and g < 150 and b < 150 for r, g, b in picture.getdata())
+
+
+@pytest.mark.parametrize("scheme", ["light", "dark"])
+def test_what_cannot_work_is_marked_with_the_reason(program, scheme):
+    names = ["Taken", "Free", "Again", "No key"]
+    program.pin(*names, shortcutHotkeys={
+        "Taken": hotkey("B", CONTROL_OPTION), "Free": hotkey("T", CONTROL_OPTION),
+        "Again": hotkey("T", CONTROL_OPTION),
+        "No key": {"keyCode": NO_KEY, "modifiers": COMMAND}})
+    with Portal(program.desktop, scheme), \
+            other_program(program, KEY["B"][1], X.ControlMask | X.Mod1Mask):
+        settings = open_settings(program)
+        says(settings, "Hotkey for Taken", f"⌥⌃·11, Alt+Control+B. {TAKEN}")
+        says(settings, "Hotkey for Again", "⌥⌃·17, Alt+Control+T")
+        says(settings, "Hotkey for Free",
+             "⌥⌃·17, Alt+Control+T. “Again” already uses this combination.")
+        says(settings, "Hotkey for No key", "⌘·52. Your keyboard has no such key.")
+        says(settings, "Quick open hotkey", "⌘⌥·17, Super+Alt+T")
+        settings.screen.settled_picture()
+        marks = {name: reds(settings, f"Hotkey for {name}") > 20 for name in names}
+        assert marks == {"Taken": True, "Free": True, "Again": False, "No key": True}
+        assert reds(settings, "Quick open hotkey") == 0
+
+        settings.screen.point(*settings.middle("push button", "Hotkey for Taken"))
+        settings.element("tool tip", f"Alt+Control+B\n{TAKEN}")
+
+
+def test_marks_come_and_go_with_what_causes_them(program):
+    program.pin("A", shortcutHotkeys={"A": hotkey("B", CONTROL_OPTION)})
+    settings = open_settings(program)
+    says(settings, "Quick open hotkey", "⌘⌥·17, Super+Alt+T")
+    with other_program(program, SUPER_KEY, 0):
+        look_away_and_back(program, settings)
+        says(settings, "Quick open hotkey", f"⌘⌥·17, Super+Alt+T. {SUPER_HELD}")
+        says(settings, "Hotkey for A", "⌥⌃·11, Alt+Control+B")
+    look_away_and_back(program, settings)
+    says(settings, "Quick open hotkey", "⌘⌥·17, Super+Alt+T")
+
+    with other_program(program, KEY["T"][1], X.ControlMask):
+        settings.click("push button", "Hotkey for A")
+        says(settings, "Hotkey for A", "Press keys…")
+        settings.screen.press("Control", "T")
+        says(settings, "Hotkey for A", f"⌃·17, Control+T. {TAKEN}")
+
+
+def look_away_and_back(program, settings):
+    program.tray().menu.click("About Quillbar")
+    about = Window(program, "About Quillbar")
+    settings.screen.press("Escape")
+    about.wait_closed()
+    wait_until(lambda: settings.screen.focused_window() == settings.id)
