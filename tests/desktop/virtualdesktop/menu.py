@@ -29,6 +29,11 @@ class ExportedMenu:
     def __init__(self, bus, name, path):
         self._bus, self._name, self._path = bus, name, path
 
+    @property
+    def address(self):
+        """The bus name and the path of the menu."""
+        return self._name, self._path
+
     def revision(self):
         return self._layout(["type"])[0]
 
