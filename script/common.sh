@@ -45,3 +45,10 @@ build() {
     step "configure $preset" cmake --preset "$preset"
     step "build $preset" cmake --build --preset "$preset" "${@/#/--target=}"
 }
+
+# make_packages: a release and its Debian packages, in build/release/packages.
+make_packages() {
+    rm -rf build/release/packages
+    build release
+    step "make packages" cmake --build --preset release --target package
+}

@@ -83,17 +83,25 @@ class Bus:
         self._connection.close_sync(None)
 
 
-def start_bus(processes, folder, environment):
-    """Starts a bus that activates nothing; returns its process and its address."""
+def start_bus(processes, folder, environment, root=None):
+    """Starts a bus; returns its process and its address. It activates nothing, unless it is that of
+    a system in a root folder of its own: then what is installed there."""
+    if root:
+        return _start(processes, environment, [
+            "/usr/sbin/chroot", root, "dbus-daemon", "--session",
+            f"--address=unix:path={os.path.join(folder, 'bus')}"])
     services = os.path.join(folder, "services")
     os.makedirs(services)
     configuration = os.path.join(folder, "bus.conf")
     with open(configuration, "w", encoding="utf-8") as file:
         file.write(_CONFIGURATION.format(socket=os.path.join(folder, "bus"), services=services))
+    return _start(processes, environment, ["dbus-daemon", f"--config-file={configuration}"])
+
+
+def _start(processes, environment, command):
     reading, writing = os.pipe()
-    daemon = processes.start(
-        ["dbus-daemon", f"--config-file={configuration}", "--nofork",
-         f"--print-address={writing}"], environment, pass_fds=[writing])
+    daemon = processes.start([*command, "--nofork", f"--print-address={writing}"], environment,
+                             name="dbus-daemon", pass_fds=[writing])
     os.close(writing)
     with os.fdopen(reading, encoding="utf-8") as answer:
         address = answer.readline().strip()

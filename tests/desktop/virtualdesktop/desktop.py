@@ -25,8 +25,10 @@ _ACCESSIBILITY = "org.a11y.Bus"
 class VirtualDesktop:
     """Brings up a private desktop for a `with` block and tears it down by process id."""
 
-    def __init__(self, size="1280x800", panel=True, accessibility=False, dark_panel=True):
+    def __init__(self, size="1280x800", panel=True, accessibility=False, dark_panel=True,
+                 root=None):
         self._size = size
+        self._root = root
         self._with_panel = panel
         self._with_accessibility = accessibility
         self._dark_panel = dark_panel
@@ -83,7 +85,8 @@ class VirtualDesktop:
         self.environment = self._base_environment()
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        self._bus_daemon, address = start_bus(self.processes, self.folder, self.environment)
+        self._bus_daemon, address = start_bus(
+            self.processes, self.folder, self.environment, self._root)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
         self.start(["openbox", "--sm-disable"])
