@@ -1,3 +1,4 @@
+#include "fuzz/MenuSource.h"
 #include "fuzz/Target.h"
 #include "platform/linux/tray/MenuExport.h"
 
@@ -16,79 +17,6 @@ using platform::ChangedRow;
 using platform::Menu;
 using platform::MenuExport;
 using platform::MenuItem;
-
-/// Takes what a menu and the calls of hosts are made of from the bytes; zeros at their end.
-class Source {
-public:
-    Source(std::uint8_t const* data, std::size_t size)
-        : rest_(data, size)
-    {
-    }
-
-    [[nodiscard]] bool isAtEnd() const { return rest_.empty(); }
-
-    std::uint8_t byte()
-    {
-        if (rest_.empty())
-            return 0;
-        auto const value = rest_.front();
-        rest_.remove_prefix(1);
-        return value;
-    }
-
-    std::string text()
-    {
-        auto const length = byte() % 16U;
-        auto const taken = rest_.substr(0, length);
-        rest_.remove_prefix(taken.size());
-        return { taken.begin(), taken.end() };
-    }
-
-    int number()
-    {
-        std::uint32_t value = 0;
-        for (auto index = 0; index < 4; ++index)
-            value = value << 8 | byte();
-        return static_cast<int>(value);
-    }
-
-private:
-    std::basic_string_view<std::uint8_t> rest_;
-};
-
-MenuItem item(Source& source, int depth);
-
-std::vector<MenuItem> items(Source& source, int depth)
-{
-    std::vector<MenuItem> result;
-    for (auto count = source.byte() % 6; count > 0; --count)
-        result.push_back(item(source, depth));
-    return result;
-}
-
-MenuItem item(Source& source, int depth)
-{
-    constexpr int deepest = 4;
-    auto const flags = source.byte();
-    if ((flags & 0xF) == 0xF)
-        return MenuItem::separator();
-    MenuItem result;
-    result.title = source.text();
-    result.isEnabled = (flags & 1) == 0;
-    if ((flags & 2) != 0)
-        result.action = [](MenuItem const&) {};
-    if ((flags & 4) != 0)
-        result.representedObject = source.text();
-    if ((flags & 8) != 0)
-        result.keyEquivalent = { source.text(), source.byte() * 256U };
-    if ((flags & 0x10) != 0)
-        result.attributedTitle = platform::AttributedText { result.title, {}, {} };
-    if ((flags & 0x20) != 0)
-        result.image = platform::SymbolImage { "heart.fill", {}, {}, {} };
-    if ((flags & 0x40) != 0 && depth < deepest)
-        result.submenu = items(source, depth + 1);
-    return result;
-}
 
 /// A host that remembers what each row was, and asks for anything.
 class Host {
@@ -177,7 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     while (!source.isAtEnd()) {
         switch (source.byte() % 4) {
         case 0:
-            host.setMenu(items(source, 0));
+            host.setMenu(menuItems(source));
             break;
         case 1:
             host.readAll();

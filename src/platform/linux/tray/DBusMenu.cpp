@@ -221,8 +221,10 @@ MenuLayout DBusMenu::layout(MenuExport::Row const& row, int depth, QStringList c
     if (depth == 0)
         return result;
     result.children.reserve(static_cast<qsizetype>(row.children.size()));
+    // Any depth below zero asks for everything.
+    auto const depthLeft = depth < 0 ? depth : depth - 1;
     for (auto const id : row.children)
-        result.children << layout(*export_.row(id), depth - 1, names);
+        result.children << layout(*export_.row(id), depthLeft, names);
     return result;
 }
 
