@@ -5,9 +5,9 @@ import shutil
 import subprocess
 import time
 
-PAUSE = 0.25
+from summoned import PAUSE, Summoned
+
 ESCAPE = 9
-BACKSPACE = 22
 # A row of text across the window or the screen.
 LEAST_PAINTING = (300, 14)
 COMMANDS = {
@@ -20,9 +20,10 @@ def installed():
     return {name: command for name, command in COMMANDS.items() if shutil.which(name)}
 
 
-class Launcher:
+class Launcher(Summoned):
     def __init__(self, title, command, environment, keyboard, names):
-        self.title, self._command, self._keyboard = title, command, keyboard
+        super().__init__(title, keyboard)
+        self._command = command
         self._environment = {**environment, "PATH": os.environ["PATH"]}
         self._names = os.path.join(environment["HOME"], f"{title}-names")
         with open(self._names, "w", encoding="utf-8") as file:
@@ -46,25 +47,5 @@ class Launcher:
             self._keyboard.display.flush()
             time.sleep(PAUSE)
 
-    def summons(self, count):
-        results = []
-        for _ in range(count + 1):
-            results.append(self.summon())
-            time.sleep(PAUSE)
-            self.dismiss()
-        return results[0], results[1:]
-
-    def key_presses(self, rounds, codes):
-        self.summon()
-        results = []
-        for _ in range(rounds):
-            for code in codes:
-                time.sleep(PAUSE)
-                results.append(self._keyboard.milliseconds_until_painted(
-                    lambda code=code: self._keyboard.tap(code), LEAST_PAINTING))
-            for _ in codes:
-                self._keyboard.tap(BACKSPACE)
-            self._keyboard.display.flush()
-        time.sleep(PAUSE)
-        self.dismiss()
-        return results[0], results[1:]
+    def what_a_key_paints(self):
+        return LEAST_PAINTING, 0

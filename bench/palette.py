@@ -25,6 +25,7 @@ from virtualdesktop.screen import KEY  # noqa: E402
 from virtualdesktop.waiting import NeverHappened, wait_until  # noqa: E402
 
 from launchers import Launcher, installed  # noqa: E402
+from summoned import PAUSE, Summoned  # noqa: E402
 from whole_program import ChildStarts, memory, spread  # noqa: E402
 
 HOTKEY = {"keyCode": 11, "modifiers": 0x1800}
@@ -36,9 +37,7 @@ LEAST_SETTINGS = (300, 200)
 DIGITS = "123"
 WORD = "query"
 LETTERS = {"q": 24, "u": 30, "e": 26, "r": 27, "y": 29}
-BACKSPACE = 22
 PATIENCE = 20
-PAUSE = 0.25
 SETTLING_SECONDS = 2
 
 
@@ -104,11 +103,12 @@ class Keyboard:
             select.select([self.display.fileno()], [], [], PATIENCE)
 
 
-class Contender:
+class Contender(Summoned):
     """A running program whose palette the hotkey opens."""
 
     def __init__(self, title, desktop, keyboard, arguments, environment):
-        self.title, self._desktop, self._keyboard = title, desktop, keyboard
+        super().__init__(title, keyboard)
+        self._desktop = desktop
         self.process = subprocess.Popen(
             [str(argument) for argument in arguments], env=environment,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -149,31 +149,8 @@ class Contender:
         wait_until(lambda: not self.windows(), f"{self.title}'s palette stays open")
         time.sleep(PAUSE)
 
-    def summons(self, count):
-        """The first summon's milliseconds, and those of the later ones."""
-        results = []
-        for _ in range(count + 1):
-            results.append(self.summon())
-            time.sleep(PAUSE)
-            self.dismiss()
-        return results[0], results[1:]
-
-    def key_presses(self, rounds):
-        results = []
-        self.summon()
-        top = self.windows()[0][2] + LIST_TOP
-        for _ in range(rounds):
-            for digit in DIGITS:
-                time.sleep(PAUSE)
-                results.append(self._keyboard.milliseconds_until_painted(
-                    lambda digit=digit: self._keyboard.tap(KEY[digit]), LEAST_LIST, top))
-            for _ in DIGITS:
-                self._keyboard.tap(BACKSPACE)
-            self._keyboard.display.flush()
-        time.sleep(PAUSE)
-        self.dismiss()
-        # The first key of all may have work to do once.
-        return results[0], results[1:]
+    def what_a_key_paints(self):
+        return LEAST_LIST, self.windows()[0][2] + LIST_TOP
 
 
 class Bench:
@@ -201,12 +178,12 @@ class Bench:
     def measure_paintings(self, count):
         print(f"{count} pins", flush=True)
         pins = [f"Shortcut {number}" for number in range(1, count + 1)]
+        codes = [KEY[digit] for digit in DIGITS]
         for make in (lambda: self.quillbar(pins), lambda: self.floor(count)):
             with make() as contender:
                 contender.wait_ready()
                 self._report_paintings(contender.title, contender.summons(self._options.summons),
-                                       contender.key_presses(self._options.keys))
-        codes = [KEY[digit] for digit in DIGITS]
+                                       contender.key_presses(self._options.keys, codes))
         for title, command in installed().items():
             launcher = Launcher(title, command, self._desktop.environment, self._keyboard, pins)
             self._report_paintings(title, launcher.summons(self._options.launches),
