@@ -1,4 +1,5 @@
-"""Command line: `demo` shows a Quillbar at work, `run` runs any command on a virtual desktop."""
+"""Command line: `demo` shows a Quillbar at work, `pictures` draws it for the documents, `run` runs any
+command on a virtual desktop."""
 
 import argparse
 import signal
@@ -6,6 +7,7 @@ import sys
 
 from . import VirtualDesktop
 from .demo import demonstrate
+from .pictures import draw_pictures
 
 
 def main():
@@ -16,6 +18,11 @@ def main():
     demo.add_argument("binary", help="the quillbar to start")
     demo.add_argument("screenshot", help="the PNG file to write the open menu to")
     demo.set_defaults(act=lambda options: demonstrate(options.binary, options.screenshot))
+
+    pictures = commands.add_parser("pictures", help="draw the pictures of the documents")
+    pictures.add_argument("binary", help="the quillbar to start")
+    pictures.add_argument("folder", help="where the PNG files go")
+    pictures.set_defaults(act=lambda options: draw_pictures(options.binary, options.folder))
 
     run = commands.add_parser("run", help="run a command and exit with its status")
     run.add_argument("command", nargs=argparse.REMAINDER)

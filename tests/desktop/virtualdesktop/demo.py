@@ -5,9 +5,9 @@ import os
 import sys
 
 from .desktop import VirtualDesktop
+from .pictures import picture_of_menu, picture_of_window
 from .program import Program
 from .waiting import NeverHappened, wait_until
-from .window import Window
 
 # The shell tells a script's end to its own trap, whatever ended it.
 _SAMPLE = """#!/bin/sh
@@ -45,7 +45,7 @@ def _demonstrate(desktop, binary, screenshot):
         program.write_shortcut(name, _SAMPLE.format(work=work))
     program.pin(*_PINNED, groupOf={"Tidy downloads": "Files"})
     tray = program.start()
-    _picture_of_open_menu(program, screenshot)
+    picture_of_menu(program, screenshot)
 
     chosen = _PINNED[0]
     tray.menu.click(chosen)
@@ -58,29 +58,8 @@ def _demonstrate(desktop, binary, screenshot):
     print(f"Picture of the open menu: {screenshot}")
     for row, title, name in _WINDOWS:
         path = os.path.join(os.path.dirname(screenshot), name)
-        _picture_of_window(program, tray, row, title, path)
+        picture_of_window(program, tray, row, title, path)
         print(f"Picture of “{row}”: {path}")
     status = program.stop()
     if status != 0:
         raise RuntimeError(f"Quillbar ended with status {status}")
-
-
-def _picture_of_open_menu(program, path):
-    menu = program.open_own_menu()
-    picture = program.desktop.screen.settled_picture()
-    os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
-    picture.crop((0, 0, menu[1] + menu[3] + 24, menu[2] + menu[4] + 24)).save(path)
-    program.desktop.screen.press("Escape")
-    wait_until(lambda: not program.windows(), "Escape did not close the menu")
-
-
-def _picture_of_window(program, tray, row, title, path):
-    tray.menu.click(row)
-    window = Window(program, title)
-    x, y, width, height = window.area()
-    # With the frame around it, and a little of the desktop.
-    edge, top = 12, 32
-    program.desktop.screen.settled_picture().crop(
-        (x - edge, y - top, x + width + edge, y + height + edge)).save(path)
-    program.desktop.screen.press("Escape")
-    window.wait_closed()

@@ -1,0 +1,90 @@
+"""Pictures of a Quillbar at work, for the documents: each as a window shows it, light and dark."""
+
+import os
+
+from .desktop import VirtualDesktop
+from .portal import Portal
+from .program import Program
+from .waiting import wait_until
+from .window import Window
+
+_CONTROL_OPTION, _COMMAND_OPTION = 0x1800, 0x900
+_KEY_A, _KEY_SPACE, _KEY_T = 0, 49, 17
+
+_PINS = {"Tidy downloads": None, "Join stand-up": "Work", "Connect to office": "Work",
+         "Start focus hour": "Work", "Back up photos": "Home", "Scan to PDF": "Home"}
+_OTHERS = ["Empty trash", "Merge PDF files", "Mute everything", "Plain-text clipboard",
+           "Restart Wi-Fi", "Show public address"]
+_SETTINGS = {
+    "groupOf": {name: section for name, section in _PINS.items() if section},
+    "menuHotkey": {"keyCode": _KEY_T, "modifiers": _COMMAND_OPTION},
+    "shortcutHotkeys": {
+        "Connect to office": {"keyCode": _KEY_SPACE, "modifiers": _CONTROL_OPTION},
+        "Start focus hour": {"keyCode": _KEY_A, "modifiers": _CONTROL_OPTION},
+    },
+    "launchAtLoginShortcuts": {"Connect to office": True},
+}
+_PALETTE, _SETTINGS_WINDOW, _WELCOME = "Quillbar", "Quillbar Settings", "Welcome to Quillbar"
+# What is seen of the desktop around a window, and the height of its title bar.
+_EDGE, _TITLE = 12, 20
+
+
+def draw_pictures(binary, folder):
+    """Draws every picture of the documents into the folder."""
+    os.makedirs(folder, exist_ok=True)
+    for scheme, ending in (("light", ""), ("dark", "-dark")):
+        with VirtualDesktop(accessibility=True) as desktop, Portal(desktop, scheme):
+            program = Program(desktop, binary, os.path.join(desktop.folder, "person"))
+            for name in [*_PINS, *_OTHERS]:
+                program.write_shortcut(name, "#!/bin/sh\n")
+            _draw_welcome(program, os.path.join(folder, f"welcome{ending}.png"))
+            program.pin(*_PINS, **_SETTINGS)
+            tray = program.start()
+            picture_of_menu(program, os.path.join(folder, f"menu{ending}.png"))
+            picture_of_window(program, tray, "Settings…", _SETTINGS_WINDOW,
+                              os.path.join(folder, f"settings{ending}.png"))
+            _draw_palette(program, os.path.join(folder, f"palette{ending}.png"))
+            program.stop()
+
+
+def picture_of_menu(program, path):
+    """The menu that a click on the icon opens, under the icon."""
+    menu = program.open_own_menu()
+    picture = program.desktop.screen.settled_picture()
+    _store(picture.crop((0, 0, menu[1] + menu[3] + 24, menu[2] + menu[4] + 24)), path)
+    program.desktop.screen.press("Escape")
+    wait_until(lambda: not program.windows(), "Escape did not close the menu")
+
+
+def picture_of_window(program, tray, row, title, path):
+    """The window that a row of the menu opens."""
+    tray.menu.click(row)
+    _store_window(Window(program, title), path)
+
+
+def _draw_welcome(program, path):
+    program.start()
+    _store_window(Window(program, _WELCOME), path)
+    program.stop()
+
+
+def _draw_palette(program, path):
+    program.tray().menu.click("Type to Jump…")
+    palette = Window(program, _PALETTE)
+    program.desktop.screen.type("to")
+    wait_until(lambda: len(palette.elements("list item")) < len(_PINS), "nothing is found")
+    _store_window(palette, path)
+
+
+def _store_window(window, path):
+    x, y, width, height = window.area()
+    picture = window.screen.settled_picture()
+    _store(picture.crop((x - _EDGE, y - _TITLE - _EDGE, x + width + _EDGE, y + height + _EDGE)), path)
+    window.screen.press("Escape")
+    window.wait_closed()
+
+
+def _store(picture, path):
+    os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
+    # A window has few colours: a palette of them makes a small file that looks the same.
+    picture.quantize(256, dither=0).save(path, optimize=True)
