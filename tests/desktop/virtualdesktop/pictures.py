@@ -9,7 +9,7 @@ from .waiting import wait_until
 from .window import Window
 
 _CONTROL_OPTION, _COMMAND_OPTION = 0x1800, 0x900
-_KEY_A, _KEY_SPACE, _KEY_T = 0, 49, 17
+_KEY_RETURN, _KEY_SPACE, _KEY_T = 36, 49, 17
 
 _PINS = {"Tidy downloads": None, "Join stand-up": "Work", "Connect to office": "Work",
          "Start focus hour": "Work", "Back up photos": "Home", "Scan to PDF": "Home"}
@@ -20,7 +20,7 @@ _SETTINGS = {
     "menuHotkey": {"keyCode": _KEY_T, "modifiers": _COMMAND_OPTION},
     "shortcutHotkeys": {
         "Connect to office": {"keyCode": _KEY_SPACE, "modifiers": _CONTROL_OPTION},
-        "Start focus hour": {"keyCode": _KEY_A, "modifiers": _CONTROL_OPTION},
+        "Start focus hour": {"keyCode": _KEY_RETURN, "modifiers": _CONTROL_OPTION},
     },
     "launchAtLoginShortcuts": {"Connect to office": True},
 }
