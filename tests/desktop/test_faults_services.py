@@ -1,7 +1,6 @@
 """The notification service and the panel fail while the program runs: it answers throughout."""
 
 import contextlib
-import os
 
 from virtualdesktop import probe, wait_until
 
@@ -33,13 +32,6 @@ def replaced(notifications):
     notifications.start("body", "body-markup")
 
 
-def descriptors(program):
-    """The kinds of the open descriptors; which of them are sockets."""
-    folder = f"/proc/{program.process.pid}/fd"
-    return sorted(os.readlink(os.path.join(folder, name)).split("[")[0].split(":")[0]
-                  for name in os.listdir(folder))
-
-
 def told(program):
     return [notification["body"] for notification in program.desktop.notifications.shown()]
 
@@ -68,7 +60,7 @@ def test_icon_returns_with_every_panel_and_nothing_grows(program):
     probe.wait_for_hotkey(program)
     wait_until(panel.shows_icon, "the icon never shows")
     probe.everything_answers(program, menu, "A")
-    before = descriptors(program)
+    before = probe.descriptors(program)
     for _ in range(RESTARTS):
         panel.kill()
         assert "A" in menu.titles()
@@ -76,5 +68,5 @@ def test_icon_returns_with_every_panel_and_nothing_grows(program):
         assert "A" in program.tray().menu.titles()
     wait_until(panel.shows_icon, "the icon does not return")
     probe.everything_answers(program, menu, "A")
-    wait_until(lambda: descriptors(program) == before,
-               lambda: f"open before {before}, after {descriptors(program)}")
+    wait_until(lambda: probe.descriptors(program) == before,
+               lambda: f"open before {before}, after {probe.descriptors(program)}")

@@ -242,10 +242,10 @@ TEST_F(ChildProcess, ReadOutput_servesEventsWhileItWaits)
 TEST_F(ChildProcess, ReadOutput_endsWithTheProgram)
 {
     QTimer::singleShot(0, [] {
+        OutputLimits const patient { .inAll = std::chrono::hours(1) };
         QTimer::singleShot(0, terminate);
-        EXPECT_EQ(readChildOutput(shell("echo partial; sleep 1000")), std::nullopt);
-        // The next one does not begin to wait.
-        EXPECT_EQ(readChildOutput(shell("sleep 1000")), std::nullopt);
+        EXPECT_EQ(readChildOutput(shell("echo partial; sleep 1000"), patient), std::nullopt);
+        EXPECT_EQ(readChildOutput(shell("sleep 1000"), patient), std::nullopt);
     });
     EXPECT_EQ(QCoreApplication::exec(), 0);
     runUntil(isWithoutChildren);

@@ -10,6 +10,9 @@ from .waiting import wait_until
 from .window import Window
 
 
+_EVENT = "anon_inode:[eventfd]"
+
+
 def wait_for_hotkey(program):
     """Waits for the end of the start, when the palette's hotkey is there."""
     wait_until(lambda: program.desktop.screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask),
@@ -77,6 +80,14 @@ def _wake_ups(process_id):
         with open(f"/proc/{process_id}/task/{thread}/status", encoding="ascii") as file:
             count += sum(int(line.split()[1]) for line in file if "ctxt_switches" in line)
     return count
+
+
+def descriptors(program):
+    """The kinds of the open descriptors, files by their path. Those that the toolkit's worker
+    threads have, and lose when they were idle for long, are left out."""
+    folder = f"/proc/{program.process.pid}/fd"
+    targets = [os.readlink(os.path.join(folder, name)) for name in os.listdir(folder)]
+    return sorted(target.split(":[")[0] for target in targets if target != _EVENT)
 
 
 def _close(program, title):

@@ -1,0 +1,215 @@
+"""The shortcuts tool fails in every way it can: the program answers, loses nothing and recovers."""
+
+import os
+
+import pytest
+from virtualdesktop import Window, probe, wait_until
+
+ACCESSIBILITY = True
+PINS = ["A", "B"]
+WHOLE = "printf '%s\\n' A B C"
+RUNS = 500
+
+
+class Tool:
+    """The tool where the program under test looks for it: in the home folder, where it also
+    starts. `gate` is a pipe that holds up whoever reads it until the test writes to it."""
+
+    def __init__(self, program):
+        self.path = os.path.join(program.home, "shortcuts")
+        gate = os.path.join(program.home, "gate")
+        os.mkfifo(gate)
+        self._gate = os.open(gate, os.O_RDWR)
+
+    def behave(self, listing=WHOLE, run="", mode=0o700):
+        with open(f"{self.path}.new", "w", encoding="utf-8") as file:
+            file.write('#!/bin/sh\nif [ "$1" = list ]; then\n'
+                       f'{listing}\nelse\necho "$2" >>ran\n{run}\nfi\n')
+        os.chmod(f"{self.path}.new", mode)
+        # A program that runs cannot be written to.
+        os.rename(f"{self.path}.new", self.path)
+
+    def vanish(self):
+        os.remove(self.path)
+
+    def lose_permission(self):
+        self.behave(mode=0o600)
+
+    def let_pass(self, text):
+        os.write(self._gate, text.encode())
+
+    def close(self):
+        os.close(self._gate)
+
+
+@pytest.fixture
+def tool(program):
+    program.write_config({"onboarded": True, "permissionsShown": True, "iconSymbol": "heart.fill",
+                          "pinned": PINS})
+    tool = Tool(program)
+    tool.behave()
+    yield tool
+    tool.close()
+
+
+def start(program):
+    menu = program.start().menu
+    probe.wait_for_hotkey(program)
+    return menu
+
+
+def stored(program):
+    with open(program.config_path, "rb") as file:
+        return file.read()
+
+
+def close(settings):
+    settings.click("push button", "Close")
+    settings.wait_closed()
+
+
+def names_in_settings(program):
+    """What the open settings show as pinned and the first of what they offer."""
+    settings = Window(program, "Quillbar Settings")
+    pinned = [row.name for row in settings.elements("list item")]
+    offered = [box.name for box in settings.elements("check box")
+               if not box.name.startswith(("Start ", "Login "))]
+    close(settings)
+    return pinned, offered[:1]
+
+
+def children(program):
+    process_id = program.process.pid
+    with open(f"/proc/{process_id}/task/{process_id}/children", encoding="ascii") as file:
+        return file.read().split()
+
+
+# What the settings show meanwhile. Without a whole answer, the pins are what there is.
+LISTINGS = [
+    ("missing", Tool.vanish, ([], [])),
+    ("not executable", Tool.lose_permission, ([], [])),
+    ("ended by a signal", "echo A; echo X; kill -9 $$", (["A"], ["X"])),
+    ("no UTF-8", "printf 'A\\n\\377\\n'", ([], [])),
+    ("a grandchild keeps the pipe", f"{WHOLE}; cat gate &", (PINS, ["C"])),
+    ("endless", "cat /dev/zero", (PINS, [])),
+    ("very long", "printf '%s\\n' A B; seq -f 'Name %06g' 100000", (PINS, ["Name 000001"])),
+]
+
+
+RUN_FAULTS = [
+    ("missing", Tool.vanish, False),
+    ("not executable", Tool.lose_permission, False),
+    ("ended by a signal", "kill -9 $$", False),
+    ("1 GB of output", "head -c 1G /dev/zero; head -c 1G /dev/zero >&2", True),
+    ("a grandchild keeps the pipe", "cat gate & cat gate >&2 &", True),
+]
+
+
+def break_tool(tool, fault, command):
+    if callable(fault):
+        fault(tool)
+    else:
+        tool.behave(**{command: fault})
+
+
+def wait_all_over(program, before):
+    wait_until(lambda: not children(program), "a child stays")
+    wait_until(lambda: probe.descriptors(program) == before,
+               lambda: f"open before {before}, after {probe.descriptors(program)}")
+
+
+def open_settings(program, menu):
+    menu.click("Settings…")
+    return names_in_settings(program)
+
+
+def test_listings_that_go_wrong_cost_nothing(program, tool):
+    menu = start(program)
+    assert open_settings(program, menu) == (PINS, ["C"])
+    before, descriptors = stored(program), probe.descriptors(program)
+    for name, fault, expected in LISTINGS:
+        break_tool(tool, fault, "listing")
+        assert open_settings(program, menu) == expected, name
+    tool.behave()
+    assert open_settings(program, menu) == (PINS, ["C"])
+    wait_all_over(program, descriptors)
+    assert stored(program) == before
+
+
+def test_runs_that_go_wrong_are_told(program, tool):
+    menu = start(program)
+    probe.runs(program, menu, "B")
+    notifications = program.desktop.notifications
+    wait_until(notifications.shown, "the run is not reported")
+    before, descriptors = stored(program), probe.descriptors(program)
+    for name, fault, succeeds in RUN_FAULTS:
+        notifications.clear()
+        break_tool(tool, fault, "run")
+        menu.click("A")
+        shown = wait_until(notifications.shown, f"{name}: not reported")
+        assert ("Launched" in shown[0]["body"]) == succeeds, name
+        tool.behave()
+    probe.everything_answers(program, menu, "B")
+    wait_all_over(program, descriptors)
+    assert stored(program) == before
+
+
+def test_hundreds_in_flight_each_report_once(program, tool):
+    menu = start(program)
+    probe.everything_answers(program, menu, "A")
+    notifications = program.desktop.notifications
+    wait_until(notifications.shown, "the run is not reported")
+    notifications.clear()
+    descriptors, ran = probe.descriptors(program), len(program.ran())
+    tool.behave(run='read line <gate; test "$2" = A')
+    rows = [menu.row(name).id for name in PINS]
+    for number in range(RUNS):
+        menu.send(rows[number % 2])
+    wait_until(lambda: len(program.ran()) == ran + RUNS, lambda: f"{len(program.ran())} started")
+    probe.menu_answers(program, menu)
+    # Each reads byte by byte, so that a line ends just one of them.
+    tool.let_pass("\n" * RUNS)
+    wait_until(lambda: len(notifications.shown()) >= RUNS,
+               lambda: f"{len(notifications.shown())} of {RUNS} are reported")
+    wait_all_over(program, descriptors)
+    bodies = [notification["body"] for notification in notifications.shown()]
+    assert bodies.count("Launched “A”") == RUNS / 2
+    assert len([body for body in bodies if "“B” couldn’t run" in body]) == RUNS / 2
+
+
+def test_everything_answers_while_the_tool_takes_its_time(program, tool):
+    menu = start(program)
+    before = stored(program)
+    tool.behave("read line <gate; printf '%s\\n' A C")
+    menu.click("Settings…")
+    wait_until(lambda: children(program), "the tool is not asked")
+    probe.everything_answers(program, menu, "A")
+    menu.click("Settings…")
+    probe.menu_answers(program, menu)
+    tool.let_pass("\n")
+    assert names_in_settings(program) == (["A"], ["C"])
+    probe.menu_answers(program, menu)
+    assert not program.windows(), "the settings open twice"
+
+    tool.behave("cat gate")
+    menu.click("Settings…")
+    wait_until(lambda: children(program), "the tool is not asked")
+    menu.click("Quit Quillbar")
+    wait_until(lambda: program.process.poll() is not None, "Quit does not end the program")
+    assert (program.process.returncode, stored(program)) == (0, before)
+
+
+def test_a_tool_that_never_answers_is_given_up(program, tool):
+    """From the start, which goes on without it: nothing is said of missing shortcuts."""
+    tool.behave("echo A; cat gate")
+    before = stored(program)
+    tray = program.start()
+    assert tray.menu.titles() == [], "the menu is there before the pins are checked"
+    # Answered at once, and carried out when the start is over.
+    program.desktop.bus.call("com.quillbar.Quillbar", "/com/quillbar/Quillbar",
+                             "org.freedesktop.Application", "ActivateAction", "(sava{sv})",
+                             "settings", [], {})
+    tool.behave()
+    wait_until(lambda: tray.menu.titles()[1:3] == PINS, "the start does not go on")
+    assert names_in_settings(program) == (PINS, ["C"])
+    assert stored(program) == before
