@@ -2,14 +2,18 @@
 
 import os
 
+from Xlib import X
+
 from .desktop import VirtualDesktop
 from .portal import Portal
 from .program import Program
+from .screen import KEY
 from .waiting import wait_until
 from .window import Window
 
 _CONTROL_OPTION, _COMMAND_OPTION = 0x1800, 0x900
-_KEY_RETURN, _KEY_SPACE, _KEY_T = 36, 49, 17
+_KEY_J, _KEY_RETURN, _KEY_SPACE, _KEY_T = 38, 36, 49, 17
+_TAKEN = {"Join stand-up": {"keyCode": _KEY_J, "modifiers": _CONTROL_OPTION}}
 
 _PINS = {"Tidy downloads": None, "Join stand-up": "Work", "Connect to office": "Work",
          "Start focus hour": "Work", "Back up photos": "Home", "Scan to PDF": "Home"}
@@ -43,6 +47,7 @@ def draw_pictures(binary, folder):
             picture_of_menu(program, os.path.join(folder, f"menu{ending}.png"))
             picture_of_window(program, tray, "Settings…", _SETTINGS_WINDOW,
                               os.path.join(folder, f"settings{ending}.png"))
+            _draw_marked_hotkey(program, os.path.join(folder, f"marked-hotkey{ending}.png"))
             _draw_palette(program, os.path.join(folder, f"palette{ending}.png"))
             program.stop()
 
@@ -66,6 +71,29 @@ def _draw_welcome(program, path):
     program.start()
     _store_window(Window(program, _WELCOME), path)
     program.stop()
+
+
+def _draw_marked_hotkey(program, path):
+    """The row of a hotkey that another program has, with the pointer on its recorder."""
+    program.stop()
+    screen = program.desktop.screen
+    screen.root.grab_key(KEY["J"], X.ControlMask | X.Mod1Mask, False, X.GrabModeAsync,
+                         X.GrabModeAsync)
+    screen.display.sync()
+    program.pin(*_PINS, **{**_SETTINGS,
+                           "shortcutHotkeys": {**_SETTINGS["shortcutHotkeys"], **_TAKEN}})
+    program.start().menu.click("Settings…")
+    window = Window(program, _SETTINGS_WINDOW)
+    recorder = window.middle("push button", "Hotkey for Join stand-up")
+    screen.point(*recorder)
+    tooltip = wait_until(lambda: [shown for shown in program.windows() if shown[0] != window.id],
+                         "no reason is shown")[0]
+    x, _, width, _ = window.area()
+    top, bottom = recorder[1] - 80, tooltip[2] + tooltip[4] + 40
+    _store(screen.settled_picture().crop((x - _EDGE, top, x + width + _EDGE, bottom)), path)
+    screen.point(0, 0)
+    screen.press("Escape")
+    window.wait_closed()
 
 
 def _draw_palette(program, path):
