@@ -37,7 +37,8 @@ struct Config {
     /// The stored record; a fresh one when the file is missing, unreadable or not a configuration.
     [[nodiscard]] static Config load();
 
-    /// Overwrites the stored record; failures are swallowed.
+    /// Overwrites the stored record. Nothing is told of a failure; it is tried again by and by,
+    /// until it succeeds or another record is saved. Main thread.
     void save() const;
 
     /// The folder of the store. Ends the program when the system names no folder for it.

@@ -3,10 +3,20 @@
 #include "model/PrivateFile.h"
 #include "platform/Fatal.h"
 #include "platform/Folders.h"
+#include "platform/MainQueue.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace quillbar {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::seconds firstRetry = 5s;
+constexpr std::chrono::seconds slowestRetry = 10min;
 
 /// Whether load() could make nothing of the file, which may be there again when it is saved.
 bool isUnread = false;
@@ -25,6 +35,28 @@ bool keepUnread(std::filesystem::path const& path)
     return setAsideForbiddenFile(path, copy);
 }
 
+bool store(Config const& config)
+{
+    createPrivateFolder(Config::baseURL());
+    if (!keepUnread(Config::fileURL())
+        || !writePrivateFile(Config::fileURL(), encodeConfig(config)))
+        return false;
+    isUnread = false;
+    return true;
+}
+
+/// Counts the records that were to be saved; a new one replaces what is tried again.
+unsigned saves = 0;
+
+/// A disk is not full for ever.
+void tryAgain(Config config, unsigned number, std::chrono::seconds delay)
+{
+    platform::postDelayed(delay, [config = std::move(config), number, delay] {
+        if (number == saves && !store(config))
+            tryAgain(config, number, std::min(2 * delay, slowestRetry));
+    });
+}
+
 } // namespace
 
 Config Config::load()
@@ -40,9 +72,9 @@ Config Config::load()
 
 void Config::save() const
 {
-    createPrivateFolder(baseURL());
-    if (keepUnread(fileURL()) && writePrivateFile(fileURL(), encodeConfig(*this)))
-        isUnread = false;
+    ++saves;
+    if (!store(*this))
+        tryAgain(*this, saves, firstRetry);
 }
 
 std::filesystem::path Config::baseURL()

@@ -121,6 +121,29 @@ TEST_F(ConfigStore, AnUndecodableFile_staysWhereNoCopyCanBeMade)
     EXPECT_EQ(readFile(Config::fileURL()), corrupt);
 }
 
+TEST_F(ConfigStore, WhatCannotBeSaved_isTriedAgainUntilItIsOrSomethingElseIs)
+{
+    using namespace std::chrono_literals;
+    Config config;
+    config.pinned = { "A" };
+    std::filesystem::create_directories(Config::fileURL());
+    config.save();
+    headless::advance(24h);
+    std::filesystem::remove(Config::fileURL());
+    headless::advance(10min);
+    EXPECT_EQ(Config::load(), config);
+    EXPECT_FALSE(headless::isWorkWaiting());
+
+    std::filesystem::remove(Config::fileURL());
+    std::filesystem::create_directories(Config::fileURL());
+    Config().save();
+    std::filesystem::remove(Config::fileURL());
+    config.save();
+    headless::advance(24h);
+    EXPECT_EQ(Config::load(), config);
+    EXPECT_FALSE(headless::isWorkWaiting());
+}
+
 TEST_F(ConfigStore, WithoutAFault_noCopyIsMade)
 {
     Config().save();
