@@ -9,6 +9,7 @@
 #include "platform/linux/system/DesktopApplication.h"
 #include "platform/linux/system/PendingWork.h"
 #include "platform/linux/system/QuitSignals.h"
+#include "platform/linux/views/Memory.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -72,6 +73,7 @@ void setUp(QApplication& application)
     QGuiApplication::setDesktopFileName(QLatin1String(applicationId));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::setQuitLockEnabled(false);
+    limitDrawnPictures();
     // The login entry starts the program; a session that restored it would start it twice.
     auto const neverRestart
         = [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); };

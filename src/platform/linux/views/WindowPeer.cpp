@@ -4,6 +4,7 @@
 #include "platform/linux/system/WindowActivation.h"
 #include "platform/linux/views/Accessibility.h"
 #include "platform/linux/views/KeyFilter.h"
+#include "platform/linux/views/Memory.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/X11Window.h"
 
@@ -57,6 +58,7 @@ void NativeWindow::release()
 {
     portable_ = nullptr;
     hide();
+    connect(this, &QObject::destroyed, qApp, giveBackMemory, Qt::QueuedConnection);
     deleteLater();
 }
 
