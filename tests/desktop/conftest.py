@@ -33,6 +33,6 @@ def program(desktop, tmp_path):
         return
     running = quillbar.process.poll() is None
     status = quillbar.stop()
-    output = quillbar.take_output()
+    output = quillbar.take_output() + desktop.take_reports()
     assert not running or status == 0, f"the program ended with {status}: {output}"
     assert output == "", "the program writes to its standard output or error"

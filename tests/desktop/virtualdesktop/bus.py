@@ -71,6 +71,13 @@ class Bus:
         except GLib.Error:
             return None
 
+    def is_of(self, name, process):
+        """Whether the name is the process's; a name that has left the bus is nobody's."""
+        try:
+            return self.process_of(name) == process
+        except GLib.Error:
+            return False
+
     def on_signal(self, name, interface, member, callback):
         """Calls back with (path, arguments, sender) while something waits; returns a way to stop."""
         subscription = self._connection.signal_subscribe(

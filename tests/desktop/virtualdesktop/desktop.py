@@ -20,6 +20,7 @@ from .waiting import wait_until
 
 _XFCONF = "org.xfce.Xfconf"
 _ACCESSIBILITY = "org.a11y.Bus"
+_REPORTS = "sanitizer"
 
 
 class VirtualDesktop:
@@ -44,8 +45,9 @@ class VirtualDesktop:
             raise
         return self
 
-    def __exit__(self, *_):
-        self._tear_down()
+    def __exit__(self, failure, *_):
+        reports = self._tear_down()
+        assert failure or not reports, reports
 
     def start(self, arguments, environment=None, name=None, **options):
         """Starts a process that lives on this desktop."""
@@ -53,9 +55,20 @@ class VirtualDesktop:
             arguments, {**self.environment, **(environment or {})}, name, **options)
 
     def log(self, name):
-        with open(os.path.join(self.folder, f"{name}.log"), encoding="utf-8",
-                  errors="replace") as file:
+        return self._read(f"{name}.log")
+
+    def _read(self, name):
+        with open(os.path.join(self.folder, name), encoding="utf-8", errors="replace") as file:
             return file.read()
+
+    def take_reports(self):
+        """What sanitizers reported of any process on this desktop; forgotten afterwards."""
+        reports = ""
+        for name in sorted(os.listdir(self.folder)):
+            if name.startswith(_REPORTS):
+                reports += self._read(name)
+                os.remove(os.path.join(self.folder, name))
+        return reports
 
     def lose_display(self):
         """The X server dies."""
@@ -108,9 +121,11 @@ class VirtualDesktop:
             "XDG_RUNTIME_DIR": self._make("runtime"), "XDG_CONFIG_DIRS": self._make("etc"),
             "XDG_SESSION_TYPE": "x11", "GTK_A11Y": "none", "NO_AT_BRIDGE": "1",
         }
+        # Into files, as nobody sees what a program prints that another one started.
+        reports = f"log_path={os.path.join(self.folder, _REPORTS)}"
         for key in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"):
             if key in os.environ:
-                environment[key] = os.environ[key]
+                environment[key] = f"{os.environ[key]}:{reports}"
         return environment
 
     def _make(self, name):
@@ -152,7 +167,9 @@ class VirtualDesktop:
             if connection:
                 connection.close()
         self.processes.end_all()
+        reports = self.take_reports()
         shutil.rmtree(self.folder, ignore_errors=True)
+        return reports
 
 
 def _true():

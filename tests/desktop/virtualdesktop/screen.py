@@ -18,11 +18,15 @@ KEY = {
     "F": 41, "G": 42, "H": 43, "J": 44, "K": 45, "L": 46, "Shift": 50, "Z": 52, "X": 53, "C": 54,
     "V": 55, "B": 56, "N": 57, "M": 58, "Comma": 59, "Period": 60, "Alt": 64, "Space": 65,
     "CapsLock": 66, "F8": 74, "F9": 75, "NumLock": 77, "Keypad1": 87, "KeypadEnter": 104,
-    "Up": 111, "End": 115, "Down": 116, "Super": 133,
+    "Home": 110, "Up": 111, "PageUp": 112, "Left": 113, "Right": 114, "End": 115, "Down": 116,
+    "PageDown": 117, "Delete": 119, "Super": 133,
 }
 _WRITTEN = {" ": "Space", ",": "Comma", ".": "Period"}
 
 _GROUND = 0x5B7083
+
+# What requests about windows end with whose program closes them meanwhile.
+VANISHED = (Xlib.error.BadWindow, Xlib.error.BadDrawable, Xlib.error.BadMatch)
 
 
 class Screen:
@@ -101,6 +105,11 @@ class Screen:
         xtest.fake_input(self.display, X.ButtonRelease, button)
         self.display.sync()
 
+    def click_ground(self):
+        """Where no window is: in the lower right corner."""
+        size = self.root.get_geometry()
+        self.click(size.width - 1, size.height - 1)
+
     def double_click(self, x, y):
         self.click(x, y)
         self.click(x, y)
@@ -136,6 +145,12 @@ class Screen:
 
     def key_down(self, name):
         xtest.fake_input(self.display, X.KeyPress, KEY[name])
+        self.display.sync()
+
+    def tap(self, code, held=0):
+        """Presses a key by its code, for that many milliseconds of the server."""
+        xtest.fake_input(self.display, X.KeyPress, code)
+        xtest.fake_input(self.display, X.KeyRelease, code, time=held)
         self.display.sync()
 
     def key_up(self, name):

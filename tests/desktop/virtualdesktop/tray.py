@@ -13,6 +13,9 @@ class TrayItem:
     def read(self, key):
         return self._bus.read(self._name, self._path, _INTERFACE, key)
 
+    def call(self, method, signature, *arguments):
+        return self._bus.call(self._name, self._path, _INTERFACE, method, signature, *arguments)
+
     @property
     def icon_name(self):
         return self.read("IconName")

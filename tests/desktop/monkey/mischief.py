@@ -1,0 +1,153 @@
+"""What goes wrong around the program: panel, services, tool, folder, layout, window manager."""
+
+import os
+import signal
+import subprocess
+
+from .world import NAMES
+
+MISCHIEF_STEPS = []
+
+# The tool's moods; "missing" and "not executable" are none of its own.
+_MOODS = {
+    "fails": "#!/bin/sh\nexit 1\n",
+    "hangs": "#!/bin/sh\nsleep 1.5\n",
+    "floods": "#!/bin/sh\nhead -c 1000000 /dev/zero | tr '\\0' 'x'\n",
+    "lists others": "#!/bin/sh\nprintf 'Other\\nAlpha\\n'\n",
+    "lists nothing": "#!/bin/sh\n",
+    "lists many": "#!/bin/sh\nseq 1 3000\n",
+    "lists bytes": "#!/bin/sh\nprintf 'A\\377\\n\\0\\n\\342\\202\\nAlpha\\n'\n",
+    "dies": "#!/bin/sh\nkill -9 $$\n",
+    "leaves a pipe open": "#!/bin/sh\necho Alpha\nsleep 2 &\n",
+    "not a program": "\x7fELF nonsense",
+}
+
+
+def mischief(weight):
+    def add(step):
+        MISCHIEF_STEPS.append((weight, step))
+        return step
+
+    return add
+
+
+@mischief(1)
+def take_panel_away(world):
+    if not world.has_trouble("no panel"):
+        world.desktop.panel.kill()
+        world.trouble("no panel", world.desktop.panel.start)
+
+
+@mischief(1)
+def restart_panel(world):
+    if not world.has_trouble("no panel"):
+        world.desktop.panel.kill()
+        world.desktop.panel.start()
+
+
+@mischief(1)
+def stop_notifications(world):
+    if world.has_trouble("notifications"):
+        return
+    world.desktop.notifications.stop()
+    capabilities = world.pick([["body"], ["body", "body-markup"]])
+    world.trouble("notifications", lambda: world.desktop.notifications.start(*capabilities))
+
+
+@mischief(1)
+def freeze_notifications(world):
+    if not world.has_trouble("notifications"):
+        world.desktop.notifications.freeze()
+        world.trouble("notifications", world.desktop.notifications.thaw)
+
+
+@mischief(2)
+def change_colours(world):
+    if not world.has_trouble("no portal"):
+        world.portal.change(world.pick(["dark", "light"]))
+
+
+@mischief(0.5)
+def take_portal_away(world):
+    if not world.has_trouble("no portal"):
+        world.portal.__exit__()
+        world.trouble("no portal", world.portal.__enter__)
+
+
+@mischief(5)
+def break_tool(world):
+    if world.has_trouble("tool"):
+        return
+    mood = world.pick(["missing", "not executable", *_MOODS])
+    os.remove(world.tool)
+    if mood != "missing":
+        with open(world.tool, "w", encoding="utf-8") as file:
+            file.write(_MOODS.get(mood, ""))
+        os.chmod(world.tool, 0o600 if mood == "not executable" else 0o700)
+    world.trouble("tool", world.mend_tool)
+
+
+@mischief(3)
+def change_shortcuts(world):
+    name = world.pick(NAMES)
+    path = os.path.join(world.program.shortcuts_folder, name)
+    if not os.path.exists(path):
+        world.add_shortcut(name)
+    elif world.chance(0.7):
+        os.remove(path)
+        world.trouble(f"no {name[:9]}", lambda: world.add_shortcut(name))
+
+
+@mischief(1)
+def pause_program(world):
+    """As a suspended computer does; what was typed meanwhile arrives at once."""
+    process = world.program.process
+    process.send_signal(signal.SIGSTOP)
+    for key in ("A", "Down", "Tab"):
+        world.screen.press(key)
+    world.click_icon()
+    process.send_signal(signal.SIGCONT)
+
+
+@mischief(1)
+def pause_children(world):
+    children = world.program.children()
+    for child in children:
+        _signal(child, signal.SIGSTOP)
+    world.trouble("paused children",
+                  lambda: [_signal(child, signal.SIGCONT) for child in children])
+
+
+@mischief(1)
+def block_folder(world):
+    """Nothing can be stored: in the folder's place is a file, which stops even root."""
+    folder = os.path.dirname(world.program.config_path)
+    if world.has_trouble("folder"):
+        return
+    os.rename(folder, f"{folder}.away")
+    with open(folder, "w", encoding="ascii"):
+        pass
+
+    def unblock():
+        os.remove(folder)
+        os.rename(f"{folder}.away", folder)
+
+    world.trouble("folder", unblock)
+
+
+@mischief(2)
+def change_layout(world):
+    subprocess.run(["setxkbmap", world.pick(["fr", "ru", "de", "us"])],
+                   env=world.desktop.environment, check=True)
+
+
+@mischief(0.5)
+def restart_window_manager(world):
+    world.restart_window_manager()
+
+
+def _signal(process_id, number):
+    try:
+        os.kill(process_id, number)
+    except ProcessLookupError:
+        pass

@@ -1,0 +1,55 @@
+"""One life of the program under valgrind, from its start through its windows to its end."""
+
+import os
+import shlex
+
+from virtualdesktop import Program, VirtualDesktop, Window, wait_until
+from virtualdesktop.screen import KEY
+
+_VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--show-leak-kinds=definite",
+             "--errors-for-leak-kinds=definite", "--error-exitcode=99", "--num-callers=40"]
+_SUPPRESSIONS = os.path.join(os.path.dirname(__file__), os.pardir, "valgrind.supp")
+
+
+def _wrapper(folder, binary):
+    """A program that is the binary under valgrind; valgrind keeps the process's id."""
+    path = os.path.join(folder, "checked")
+    command = [*_VALGRIND, f"--suppressions={os.path.abspath(_SUPPRESSIONS)}",
+               f"--log-file={folder}/valgrind.log", os.path.abspath(binary)]
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(f"#!/bin/sh\nexec {shlex.join(command)}\n")
+    os.chmod(path, 0o700)
+    return path
+
+
+def test_a_whole_life_is_clean():
+    with VirtualDesktop() as desktop:
+        program = Program(desktop, _wrapper(desktop.folder, os.environ["QUILLBAR"]),
+                          os.path.join(desktop.folder, "person"))
+        program.pin("A", "Broken", groupOf={"A": "Work"},
+                    shortcutHotkeys={"A": {"keyCode": 11, "modifiers": 0x1800}})
+        program.add_shortcut("Broken", "exit 1")
+        _live(program)
+        status = program.stop()
+        with open(os.path.join(desktop.folder, "valgrind.log"), encoding="utf-8") as log:
+            # Lines in dashes tell of valgrind itself, such as system calls that it does not know.
+            report = "".join(line for line in log if line.startswith("=="))
+    assert (status, report) == (0, ""), f"status {status}:\n{report}"
+
+
+def _live(program):
+    menu = program.start().menu
+    wait_until(lambda: len(menu.rows()) > 3, "the menu never comes")
+    program.open_own_menu()
+    program.desktop.screen.press("1")
+    program.wait_for_runs("A")
+    menu.click("Broken")
+    program.wait_for_runs("A", "Broken")
+    wait_until(lambda: len(program.desktop.notifications.shown()) == 2, "a run is not reported")
+    for row, title in (("Type to Jump…", "Quillbar"), ("Settings…", "Quillbar Settings"),
+                       ("About Quillbar", "About Quillbar")):
+        menu.click(row)
+        window = Window(program, title)
+        for key in ("A", "BackSpace", "Tab", "Down", "Escape"):
+            program.desktop.screen.tap(KEY[key])
+        window.wait_closed()
