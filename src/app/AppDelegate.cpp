@@ -2,6 +2,7 @@
 
 #include "app/AutoRun.h"
 #include "app/MainMenu.h"
+#include "app/NoPlaceHint.h"
 #include "app/StalePins.h"
 #include "app/StatusIcon.h"
 #include "platform/Fatal.h"
@@ -35,6 +36,8 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     updaterController_ = platform::startUpdater();
     statusItem_ = std::make_shared<platform::StatusItem>();
+    statusItem_->onNoPlace
+        = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
     updateIcon();
     cleanupStalePins();
     // Quitting while that waited must not use up what is offered only once.
@@ -138,6 +141,12 @@ void AppDelegate::cleanupStalePins()
         return;
     removePins(config_, missing);
     config_.save();
+}
+
+void AppDelegate::explainThatThereIsNoPlace() const
+{
+    auto const hotkey = config_.menuHotkeyEff();
+    tellOnceThatThereIsNoPlace(menuHotkeyID_ == 0 ? std::nullopt : std::optional(hotkey));
 }
 
 platform::StatusItem& AppDelegate::existingStatusItem() const

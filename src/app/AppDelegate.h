@@ -74,6 +74,7 @@ private:
     void cleanupStalePins();
     void runOnboardingIfNeeded();
     void showPermissionsTipIfNeeded();
+    void explainThatThereIsNoPlace() const;
     void applySettings(Config const& edited);
     [[nodiscard]] platform::StatusItem& existingStatusItem() const;
     [[nodiscard]] StatusMenuActions statusMenuActions();

@@ -9,15 +9,21 @@ namespace quillbar {
 
 using platform::Notification;
 using platform::NotificationAuthorization;
+using platform::NotificationLife;
 using platform::NotificationSound;
 
 namespace {
 
 Notification makeNotification(std::string body, NotificationSound sound)
 {
-    return {
-        .identifier = randomUuid(), .title = "Quillbar", .body = std::move(body), .sound = sound
-    };
+    // What went wrong may be read later.
+    auto const life
+        = sound == NotificationSound::None ? NotificationLife::Passing : NotificationLife::Kept;
+    return { .identifier = randomUuid(),
+        .title = "Quillbar",
+        .body = std::move(body),
+        .sound = sound,
+        .life = life };
 }
 
 /// The answers may come on any thread, so they hold nothing but the notification.

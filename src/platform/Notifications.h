@@ -13,6 +13,8 @@ enum class NotificationAuthorization : std::uint8_t {
     Provisional
 };
 enum class NotificationSound : std::uint8_t { None, Default };
+/// Whether it can be read again where the system keeps a list of notifications.
+enum class NotificationLife : std::uint8_t { Passing, Kept };
 
 /// Plain text throughout; the backend escapes it where the system renders markup.
 struct Notification {
@@ -20,6 +22,7 @@ struct Notification {
     std::string title;
     std::string body;
     NotificationSound sound = NotificationSound::None;
+    NotificationLife life = NotificationLife::Passing;
 };
 
 /// Asks the person for the right to show notifications. `done` is called once, whatever the answer.

@@ -227,5 +227,33 @@ TEST_F(StartUp, MainMenu_quitsAndEdits)
     EXPECT_TRUE(platform::isTerminating());
 }
 
+TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
+{
+    headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);
+    for (int run = 0; run < 2; ++run) {
+        start(settled({ "A" }));
+        headless::statusItem()->systemFoundNoPlace();
+        headless::runPosted();
+        app.reset();
+    }
+    ASSERT_THAT(headless::postedNotifications(), testing::SizeIs(1));
+    auto const& shown = headless::postedNotifications().front();
+    EXPECT_EQ(shown.title, "Quillbar is running");
+    EXPECT_EQ(shown.life, platform::NotificationLife::Kept);
+    EXPECT_THAT(headless::shownAlerts(), testing::IsEmpty());
+}
+
+TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWay)
+{
+    headless::setNotificationAuthorization(platform::NotificationAuthorization::Denied);
+    headless::refuseHotkey(17, platform::commandKey | platform::optionKey);
+    start(settled({ "A" }));
+    headless::statusItem()->systemFoundNoPlace();
+    headless::runPosted();
+    ASSERT_THAT(headless::shownAlerts(), testing::SizeIs(1));
+    EXPECT_EQ(headless::shownAlerts().front().informativeText,
+        "This desktop shows no tray icons. Start Quillbar again to open its settings.");
+}
+
 } // namespace
 } // namespace quillbar

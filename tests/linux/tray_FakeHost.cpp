@@ -52,6 +52,13 @@ void FakeHost::resign()
     connection_.unregisterService(watcherName);
 }
 
+void FakeHost::setHasHost(bool hasHost)
+{
+    hasHost_ = hasHost;
+    connection_.send(QDBusMessage::createSignal("/StatusNotifierWatcher", watcherName,
+        hasHost ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered"));
+}
+
 QDBusMessage FakeHost::callItem(QString const& method, QVariantList const& arguments)
 {
     return call("/StatusNotifierItem", "org.kde.StatusNotifierItem", method, arguments);
@@ -71,6 +78,10 @@ QVariant FakeHost::property(QString const& name)
 
 bool FakeHost::handleMessage(QDBusMessage const& message, QDBusConnection const& connection)
 {
+    if (message.member() == "Get") {
+        connection.send(message.createReply(QVariant::fromValue(QDBusVariant(hasHost_))));
+        return true;
+    }
     if (message.member() != "RegisterStatusNotifierItem")
         return false;
     items << message.arguments().value(0).toString();

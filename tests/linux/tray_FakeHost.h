@@ -44,6 +44,9 @@ public:
     bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
     [[nodiscard]] QString introspect(QString const& path) const override;
 
+    /// Whether, as the watcher, it claims that something shows the items; tells of a change.
+    void setHasHost(bool hasHost);
+
     QStringList items;
     QStringList signalNames;
     QList<QVariantList> signalArguments;
@@ -57,6 +60,7 @@ private:
 
     QString name_;
     QDBusConnection connection_;
+    bool hasHost_ = true;
 };
 
 } // namespace quillbar::testing

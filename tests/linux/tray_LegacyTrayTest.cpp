@@ -102,8 +102,14 @@ TEST(LegacyTray, IsUsedOnlyWhileThereIsNoHostOnTheBus)
         EXPECT_TRUE(tray.exists(icon));
         host.becomeWatcher();
         EXPECT_TRUE(waitUntil([&] { return host.items.size() == 1 && !tray.exists(icon); }));
+        host.setHasHost(false);
+        EXPECT_TRUE(waitUntil([&] { return tray.docked() != icon && tray.exists(tray.docked()); }))
+            << "a watcher alone shows nothing";
+        host.setHasHost(true);
+        EXPECT_TRUE(waitUntil([&tray] { return !tray.exists(tray.docked()); }));
+        auto const second = tray.docked();
         host.resign();
-        EXPECT_TRUE(waitUntil([&] { return tray.docked() != icon; })) << "a new window asks";
+        EXPECT_TRUE(waitUntil([&] { return tray.docked() != second; })) << "a new window asks";
     }
     EXPECT_TRUE(waitUntil([&tray] { return !tray.exists(tray.docked()); }));
     delete &application();

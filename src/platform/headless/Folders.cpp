@@ -55,6 +55,11 @@ std::vector<std::filesystem::path> applicationSupportFolders()
     return { headless::temporaryHome() / "Application Support" };
 }
 
+std::filesystem::path stateFolder()
+{
+    return headless::temporaryHome() / "State";
+}
+
 std::string executablePath()
 {
     return folders->executablePath;

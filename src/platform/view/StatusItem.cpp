@@ -55,4 +55,10 @@ void StatusItem::setMenu(Menu menu)
     syncStatusMenu(*this);
 }
 
+void StatusItem::systemFoundNoPlace()
+{
+    if (auto const callback = onNoPlace)
+        callback();
+}
+
 } // namespace quillbar::platform

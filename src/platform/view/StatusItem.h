@@ -4,6 +4,7 @@
 #include "platform/view/Image.h"
 #include "platform/view/Menu.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -64,6 +65,10 @@ public:
     /// Replaces the menu that a click opens.
     void setMenu(Menu menu);
     [[nodiscard]] std::shared_ptr<Menu const> const& menu() const { return menu_; }
+
+    /// Called when the item has found no place for some time, so that nobody can see it.
+    std::function<void()> onNoPlace;
+    void systemFoundNoPlace();
 
     [[nodiscard]] NativeStatusItem* native() const { return native_.get(); }
 

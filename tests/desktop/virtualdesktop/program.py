@@ -129,18 +129,22 @@ class Program:
         return self.desktop.screen.windows(process=self.process.pid)
 
     def open_own_menu(self):
-        """Clicks the icon until the menu is there; returns the menu's window. A click goes astray
-        while the panel still takes away the icon of the program before, and people click again."""
+        """Clicks the icon in the panel; returns the menu's window."""
         panel = self.desktop.panel
         wait_until(panel.shows_icon, "the icon does not show in the panel")
+        return self.open_menu_by(panel.click_icon)
+
+    def open_menu_by(self, click):
+        """Clicks until the menu is there; returns its window. A click goes astray while the panel
+        still moves icons about, and people click again."""
         next_click = 0.0
 
         def shown():
             nonlocal next_click
-            if not self.windows() and time.monotonic() >= next_click:
-                panel.click_icon()
+            if not self.large_windows() and time.monotonic() >= next_click:
+                click()
                 next_click = time.monotonic() + _SECONDS_BETWEEN_CLICKS
-            return self.windows()
+            return self.large_windows()
 
         return wait_until(shown, "a click on the icon opens no menu")[0]
 
@@ -150,6 +154,10 @@ class Program:
         os.truncate(os.path.join(self.desktop.folder, "quillbar.log"), 0)
         # Qt's word for an accessibility service that takes its time.
         return "".join(line for line in lines if not line.startswith("QSpiApplication::keyEvent"))
+
+    def large_windows(self):
+        """The windows except the icon's own, which is one on its way into a tray."""
+        return [window for window in self.windows() if window[4] > 64]
 
     def stop(self, how=signal.SIGTERM):
         """Ends the program; returns its exit status."""

@@ -90,6 +90,24 @@ class Screen:
         value = window.get_full_property(self.display.intern_atom("_NET_WM_PID"), X.AnyPropertyType)
         return value.value[0] if value else None
 
+    def shown_inside(self, window_id, instance):
+        """The id of a shown window of that instance within the other, or None."""
+        window = self.display.create_resource_object("window", window_id)
+        with _ignoring_vanished_windows():
+            for child in window.query_tree().children:
+                is_shown = child.get_attributes().map_state == X.IsViewable
+                if is_shown and (child.get_wm_class() or [None])[0] == instance:
+                    return child.id
+                found = self.shown_inside(child.id, instance)
+                if found:
+                    return found
+        return None
+
+    def selection_owner(self, name):
+        """The id of the window that owns a selection, or 0."""
+        owner = self.display.get_selection_owner(self.display.intern_atom(name))
+        return getattr(owner, "id", 0)
+
     def title(self, window_id):
         """The title; empty for a window that has vanished."""
         window = self.display.create_resource_object("window", window_id)

@@ -17,6 +17,11 @@ std::vector<fs::path> applicationSupportFolders()
     return { std::move(folder) };
 }
 
+fs::path stateFolder()
+{
+    return stateHome();
+}
+
 std::string executablePath()
 {
     std::error_code error;

@@ -31,17 +31,17 @@ QDBusMessage serviceCall(QString const& method)
         serviceName(), QStringLiteral("/org/freedesktop/Notifications"), serviceName(), method);
 }
 
-QVariantMap hints(NotificationSound sound)
+QVariantMap hints(Notification const& notification)
 {
     QVariantMap values { { QStringLiteral("desktop-entry"), QLatin1String(applicationId) },
         // Normal: the lowest shows no banner on some desktops, the highest never goes away.
         { QStringLiteral("urgency"), QVariant::fromValue<uchar>(1) } };
-    if (sound == NotificationSound::None) {
+    if (notification.sound == NotificationSound::None)
         values.insert(QStringLiteral("suppress-sound"), true);
-        values.insert(QStringLiteral("transient"), true);
-    } else {
+    else
         values.insert(QStringLiteral("sound-name"), QStringLiteral("dialog-error"));
-    }
+    if (notification.life == NotificationLife::Passing)
+        values.insert(QStringLiteral("transient"), true);
     return values;
 }
 
@@ -54,7 +54,7 @@ void send(Notification const& notification, BodyText bodyText)
     call.setArguments({ QStringLiteral("Quillbar"), QVariant::fromValue<uint>(0),
         QLatin1String(applicationId), QString::fromStdString(notification.title),
         bodyText == BodyText::Markup ? body.toHtmlEscaped() : body, QStringList {},
-        hints(notification.sound), -1 });
+        hints(notification), -1 });
     callOnBus(call, serviceTimeout, [](QDBusMessage const&) {});
 }
 

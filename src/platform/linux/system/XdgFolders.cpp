@@ -67,6 +67,11 @@ fs::path configHome()
     return personalFolder("XDG_CONFIG_HOME", ".config");
 }
 
+fs::path stateHome()
+{
+    return personalFolder("XDG_STATE_HOME", ".local/state");
+}
+
 std::vector<fs::path> dataFolders()
 {
     return searchPath(dataHome(), "XDG_DATA_DIRS", "/usr/local/share:/usr/share");

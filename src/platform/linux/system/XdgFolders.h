@@ -10,6 +10,7 @@ namespace quillbar::platform {
 [[nodiscard]] std::filesystem::path homeFolder();
 [[nodiscard]] std::filesystem::path dataHome();
 [[nodiscard]] std::filesystem::path configHome();
+[[nodiscard]] std::filesystem::path stateHome();
 
 /// The person's folder first, then the system's, best first.
 [[nodiscard]] std::vector<std::filesystem::path> dataFolders();

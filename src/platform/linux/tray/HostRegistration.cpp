@@ -5,6 +5,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 
 #include <utility>
 
@@ -15,6 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 auto const watcherName = u"org.kde.StatusNotifierWatcher"_s;
+auto const watcherPath = u"/StatusNotifierWatcher"_s;
 constexpr int answerTimeout = 5000;
 
 bool isAbsence(QDBusError const& error)
@@ -33,6 +35,11 @@ HostRegistration::HostRegistration(QDBusConnection connection, std::function<voi
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](
             QString const&, QString const&, QString const& newOwner) { ownerChanged(newOwner); });
+    // Naming the sender would make Qt wait for the bus to tell its owner.
+    for (auto const& signal :
+        { u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s })
+        connection_.connect(
+            QString(), watcherPath, watcherName, signal, this, SLOT(hostsChanged()));
     if (connection_.isConnected())
         registerItem();
     else
@@ -43,15 +50,40 @@ HostRegistration::HostRegistration(QDBusConnection connection, std::function<voi
 void HostRegistration::registerItem()
 {
     auto call = QDBusMessage::createMethodCall(
-        watcherName, u"/StatusNotifierWatcher"_s, watcherName, u"RegisterStatusNotifierItem"_s);
+        watcherName, watcherPath, watcherName, u"RegisterStatusNotifierItem"_s);
     call.setArguments({ connection_.baseService() });
     call.setAutoStartService(false);
     auto* pending = new QDBusPendingCallWatcher(connection_.asyncCall(call, answerTimeout), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
         QDBusPendingReply<> const reply = *pending;
         pending->deleteLater();
-        onHost_(reply.isError() && isAbsence(reply.error()) ? TrayHost::Absent : TrayHost::Present);
+        if (reply.isError() && isAbsence(reply.error()))
+            onHost_(TrayHost::Absent);
+        else
+            askForHost();
     });
+}
+
+// A watcher may run without any panel. One that does not answer this counts as one that has one.
+void HostRegistration::askForHost()
+{
+    auto call = QDBusMessage::createMethodCall(
+        watcherName, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    call.setArguments({ watcherName, u"IsStatusNotifierHostRegistered"_s });
+    call.setAutoStartService(false);
+    auto* pending = new QDBusPendingCallWatcher(connection_.asyncCall(call, answerTimeout), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
+        QDBusPendingReply<QDBusVariant> const reply = *pending;
+        pending->deleteLater();
+        bool const isWithout = reply.isError() ? isAbsence(reply.error())
+                                               : reply.value().variant() == QVariant(false);
+        onHost_(isWithout ? TrayHost::Absent : TrayHost::Present);
+    });
+}
+
+void HostRegistration::hostsChanged()
+{
+    askForHost();
 }
 
 void HostRegistration::ownerChanged(QString const& newOwner)

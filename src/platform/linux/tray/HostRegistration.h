@@ -8,18 +8,25 @@
 
 namespace quillbar::platform {
 
-/// Whether something on the bus collects status items.
+/// Whether something on the bus collects status items and something shows them.
 enum class TrayHost { Present, Absent };
 
 /// Registers the program's status item with the session's status-notifier watcher, and again with
 /// every new one. Waits for nothing and starts no service. Main thread.
 class HostRegistration : public QObject {
+    Q_OBJECT
+
 public:
-    /// `onHost` is called, through the event loop, whenever it is known whether there is a watcher.
+    /// `onHost` is called, through the event loop, whenever it is known whether there is a host; it
+    /// may be told the same twice.
     HostRegistration(QDBusConnection connection, std::function<void(TrayHost)> onHost);
+
+private Q_SLOTS:
+    void hostsChanged();
 
 private:
     void registerItem();
+    void askForHost();
     void ownerChanged(QString const& newOwner);
 
     QDBusConnection connection_;

@@ -2,14 +2,18 @@
 
 #include "platform/linux/hotkeys/XcbPtr.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QSystemTrayIcon>
+#include <QWidget>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -40,6 +44,15 @@ bool hasTray()
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
+// Qt keeps the window of the icon to itself.
+QWidget* iconWindow()
+{
+    auto const windows = QApplication::topLevelWidgets();
+    auto const found = std::ranges::find(windows, "QSystemTrayIconSys"_L1,
+        [](QWidget const* window) { return window->objectName(); });
+    return found == windows.end() ? nullptr : *found;
+}
+
 } // namespace
 
 LegacyTray::LegacyTray(Face face)
@@ -59,6 +72,7 @@ void LegacyTray::setWanted(bool isWanted)
     isWanted_ = isWanted;
     if (!isWanted) {
         QCoreApplication::instance()->removeNativeEventFilter(this);
+        ground_.reset();
         icon_.reset();
         return;
     }
@@ -70,7 +84,7 @@ void LegacyTray::update()
 {
     if (!icon_)
         return;
-    icon_->setIcon(face_.icon());
+    icon_->setIcon(face_.icon(ground_ ? ground_->ground() : std::nullopt));
     icon_->setToolTip(face_.toolTip());
 }
 
@@ -84,14 +98,16 @@ bool LegacyTray::nativeEventFilter(QByteArray const& eventType, void* message, q
     if ((event->response_type & ~sentBySomebody) != XCB_CLIENT_MESSAGE)
         return false;
     auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
+    // Afterwards, when Qt knows of it too: an icon that is there by then would ask twice.
     if (announcement->type == existingAtom(xConnection(), "MANAGER"))
-        showIfThereIsATray();
+        QMetaObject::invokeMethod(
+            &later_, [this] { showIfThereIsATray(); }, Qt::QueuedConnection);
     return false;
 }
 
 void LegacyTray::showIfThereIsATray()
 {
-    if (!hasTray())
+    if (icon_ || !isWanted_ || !hasTray())
         return;
     icon_ = std::make_unique<QSystemTrayIcon>();
     QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
@@ -101,6 +117,8 @@ void LegacyTray::showIfThereIsATray()
         });
     update();
     icon_->show();
+    if (auto* const window = iconWindow())
+        ground_ = std::make_unique<TrayGround>(*window, [this] { update(); });
 }
 
 } // namespace quillbar::platform

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "platform/linux/tray/TrayGround.h"
+
 #include <QAbstractNativeEventFilter>
 #include <QIcon>
+#include <QObject>
 #include <QString>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QSystemTrayIcon;
 
@@ -14,9 +18,10 @@ namespace quillbar::platform {
 /// The status item in a tray of the older kind, which embeds windows (X11 only). Main thread.
 class LegacyTray : private QAbstractNativeEventFilter {
 public:
-    /// Both are called when there is a tray and the icon is needed.
+    /// All are called when there is a tray and the icon is needed.
     struct Face {
-        std::function<QIcon()> icon;
+        /// Suits that ground; nothing stands for one that is not known. Its edge stays clear.
+        std::function<QIcon(std::optional<Ground>)> icon;
         std::function<QString()> toolTip;
         std::function<void()> activate;
     };
@@ -29,6 +34,8 @@ public:
     /// While wanted, the icon is in the tray as soon as there is one.
     void setWanted(bool isWanted);
     void update();
+    /// Whether a tray has been found.
+    [[nodiscard]] bool isShown() const { return icon_ != nullptr; }
 
 private:
     bool nativeEventFilter(QByteArray const& eventType, void* message, qintptr* result) override;
@@ -36,7 +43,9 @@ private:
 
     Face face_;
     bool isWanted_ = false;
+    QObject later_;
     std::unique_ptr<QSystemTrayIcon> icon_;
+    std::unique_ptr<TrayGround> ground_;
 };
 
 } // namespace quillbar::platform

@@ -33,22 +33,33 @@ IconPixmap toPixmap(QImage const& image)
     return pixmap;
 }
 
+Ground likelyGround()
+{
+    return isDark(QGuiApplication::palette()) ? Ground::Dark : Ground::Light;
+}
+
 } // namespace
 
 NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& connection)
     : item_(item)
     , menu_(connection)
     , notifier_(connection, notifierFace(), menuOwner())
-    , legacyTray_({ .icon = [this] { return legacyIcon(); },
+    , legacyTray_({ .icon = [this](std::optional<Ground> ground) { return legacyIcon(ground); },
           .toolTip = [this] { return toolTip_; },
           .activate = [this] { toggleMenu(); } })
-    , registration_(
-          connection, [this](TrayHost host) { legacyTray_.setWanted(host == TrayHost::Absent); })
+    , registration_(connection, [this](TrayHost host) { hostIs(host); })
 {
     using namespace std::chrono_literals;
     fade_.setSingleShot(true);
     fade_.setInterval(70ms);
     QObject::connect(&fade_, &QTimer::timeout, &fade_, [this] { show(wantedLook()); });
+    // At login the panel may well start later.
+    placeWait_.setSingleShot(true);
+    placeWait_.setInterval(10s);
+    QObject::connect(&placeWait_, &QTimer::timeout, &placeWait_, [this] {
+        if (!legacyTray_.isShown())
+            item_.systemFoundNoPlace();
+    });
 }
 
 NativeStatusItem::~NativeStatusItem()
@@ -116,38 +127,41 @@ void NativeStatusItem::show(IconLook const& look)
     legacyTray_.update();
 }
 
-QImage NativeStatusItem::rendered(double side) const
+QImage NativeStatusItem::rendered(int side, int edge, Ground ground) const
 {
     auto const& image = item_.button()->image();
-    QImage result(QSizeF(side, side).toSize(), QImage::Format_ARGB32_Premultiplied);
+    QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     if (!image)
         return result;
-    auto const palette = QGuiApplication::palette();
-    auto const panelText = isDark(palette) ? QColor(Qt::white) : QColor(0x30, 0x30, 0x30);
+    auto const panelText = ground == Ground::Dark ? QColor(Qt::white) : QColor(0x30, 0x30, 0x30);
+    QSizeF const size(side - 2 * edge, side - 2 * edge);
     QPainter painter(&result);
     painter.setOpacity(look_.alpha);
-    painter.drawImage(QRectF(0, 0, side, side),
+    painter.drawImage(QRectF(QPointF(edge, edge), size),
         renderImage(*image,
-            { .symbolSize = { side, side },
+            { .symbolSize = size,
                 .devicePixelRatio = 1,
                 .foreground = look_.tint.value_or(panelText),
-                .palette = palette }));
+                .palette = QGuiApplication::palette() }));
     return result;
 }
 
 QList<IconPixmap> const& NativeStatusItem::pixmaps()
 {
-    if (!pixmaps_)
-        pixmaps_ = { toPixmap(rendered(22)), toPixmap(rendered(44)) };
+    if (!pixmaps_) {
+        auto const ground = likelyGround();
+        pixmaps_ = { toPixmap(rendered(22, 0, ground)), toPixmap(rendered(44, 0, ground)) };
+    }
     return *pixmaps_;
 }
 
-QIcon NativeStatusItem::legacyIcon() const
+QIcon NativeStatusItem::legacyIcon(std::optional<Ground> ground) const
 {
     QIcon icon;
     for (auto const side : { 16, 22, 24, 32, 48 })
-        icon.addPixmap(QPixmap::fromImage(rendered(side)));
+        icon.addPixmap(
+            QPixmap::fromImage(rendered(side, side / 16, ground.value_or(likelyGround()))));
     return icon;
 }
 
@@ -165,6 +179,15 @@ void NativeStatusItem::toggleMenu()
     }
     openMenu_ = new StatusMenu(item_.menu());
     openMenu_->popup(QCursor::pos());
+}
+
+void NativeStatusItem::hostIs(TrayHost host)
+{
+    legacyTray_.setWanted(host == TrayHost::Absent);
+    if (host == TrayHost::Present || legacyTray_.isShown())
+        placeWait_.stop();
+    else
+        placeWait_.start();
 }
 
 void NativeStatusItemDeleter::operator()(NativeStatusItem* native) const

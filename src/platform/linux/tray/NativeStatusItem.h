@@ -33,10 +33,12 @@ private:
     [[nodiscard]] StatusNotifierFace notifierFace();
     [[nodiscard]] IconLook wantedLook() const;
     void show(IconLook const& look);
-    [[nodiscard]] QImage rendered(double side) const;
+    /// A square of that many pixels, clear at the edge.
+    [[nodiscard]] QImage rendered(int side, int edge, Ground ground) const;
     [[nodiscard]] QList<IconPixmap> const& pixmaps();
-    [[nodiscard]] QIcon legacyIcon() const;
+    [[nodiscard]] QIcon legacyIcon(std::optional<Ground> ground) const;
     void toggleMenu();
+    void hostIs(TrayHost host);
 
     StatusItem& item_;
     IconFiles files_;
@@ -44,6 +46,7 @@ private:
     std::optional<QList<IconPixmap>> pixmaps_;
     QString toolTip_;
     QTimer fade_;
+    QTimer placeWait_;
     DBusMenu menu_;
     StatusNotifierItem notifier_;
     LegacyTray legacyTray_;

@@ -1,0 +1,100 @@
+#include "platform/linux/tray/TrayGround.h"
+
+#include "platform/linux/hotkeys/XcbPtr.h"
+
+#include <QColor>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QSysInfo>
+#include <QWindow>
+#include <QtEndian>
+#include <xcb/xcb.h>
+
+#include <array>
+#include <utility>
+
+namespace quillbar::platform {
+
+namespace {
+
+/// The pixel with its alpha; nothing when the window is not shown or has another kind of pixels.
+std::optional<QColor> pixelOf(xcb_connection_t* connection, xcb_window_t window, QPoint place)
+{
+    constexpr std::uint8_t opaqueDepth = 24;
+    constexpr std::uint8_t translucentDepth = 32;
+    XcbPtr<xcb_get_image_reply_t> const image(xcb_get_image_reply(connection,
+        xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window,
+            static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()), 1, 1, ~0U),
+        nullptr));
+    bool const isKnown = image && (image->depth == opaqueDepth || image->depth == translucentDepth)
+        && xcb_get_image_data_length(image.get()) >= int { sizeof(quint32) };
+    if (!isKnown)
+        return std::nullopt;
+    auto const* const data = xcb_get_image_data(image.get());
+    auto const isLittle = xcb_get_setup(connection)->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
+    auto const value = isLittle ? qFromLittleEndian<quint32>(data) : qFromBigEndian<quint32>(data);
+    return image->depth == opaqueDepth ? QColor::fromRgb(value) : QColor::fromRgba(value);
+}
+
+std::optional<Ground> groundBehind(QWindow const& window)
+{
+    auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr)
+        return std::nullopt;
+    auto const end = (QSizeF(window.size()) * window.devicePixelRatio()).toSize();
+    std::array const corners { QPoint(0, 0), QPoint(end.width() - 1, 0),
+        QPoint(0, end.height() - 1), QPoint(end.width() - 1, end.height() - 1) };
+    int brightness = 0;
+    for (auto const& corner : corners) {
+        constexpr int halfOpaque = 128;
+        auto const pixel
+            = pixelOf(x11->connection(), static_cast<xcb_window_t>(window.winId()), corner);
+        if (!pixel || pixel->alpha() < halfOpaque)
+            return std::nullopt;
+        brightness += qGray(pixel->rgb());
+    }
+    constexpr int middleGrey = 128;
+    return brightness < middleGrey * int { corners.size() } ? Ground::Dark : Ground::Light;
+}
+
+} // namespace
+
+TrayGround::TrayGround(QWidget& iconWindow, std::function<void()> onChange)
+    : iconWindow_(iconWindow)
+    , onChange_(std::move(onChange))
+{
+    iconWindow_.installEventFilter(this);
+    watchWindow();
+}
+
+bool TrayGround::eventFilter(QObject* /*watched*/, QEvent* event)
+{
+    if (event->type() == QEvent::WinIdChange)
+        watchWindow();
+    bool const isShowing = event->type() == QEvent::Paint || event->type() == QEvent::Expose;
+    // What is being shown is on the screen only afterwards.
+    if (isShowing && !std::exchange(isReadPending_, true))
+        QMetaObject::invokeMethod(
+            this, [this] { read(); }, Qt::QueuedConnection);
+    return false;
+}
+
+// The widget is not painted anew when the tray shows its window, which may be made later.
+void TrayGround::watchWindow()
+{
+    if (auto* const window = iconWindow_.windowHandle())
+        window->installEventFilter(this);
+}
+
+void TrayGround::read()
+{
+    isReadPending_ = false;
+    auto const* const window = iconWindow_.windowHandle();
+    auto const ground = window ? groundBehind(*window) : std::nullopt;
+    if (!ground || ground == ground_)
+        return;
+    ground_ = ground;
+    onChange_();
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace quillbar::platform {
+
+enum class Ground : std::uint8_t { Dark, Light };
+
+/// Watches what an embedding tray shows behind an icon (X11 only). Such a tray gives the icon a
+/// window, not a colour that suits its own, so the colour is read from the window's corners, which
+/// the icon must leave clear. Main thread.
+class TrayGround : public QObject {
+public:
+    /// The window must outlive this. `onChange` is called, through the event loop,
+    /// when the ground has turned dark or light.
+    TrayGround(QWidget& iconWindow, std::function<void()> onChange);
+
+    /// Nothing while it is unknown: before the tray has drawn, or where it is transparent.
+    [[nodiscard]] std::optional<Ground> ground() const { return ground_; }
+
+    [[nodiscard]] bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void watchWindow();
+    void read();
+
+    QWidget& iconWindow_;
+    std::function<void()> onChange_;
+    std::optional<Ground> ground_;
+    bool isReadPending_ = false;
+};
+
+} // namespace quillbar::platform

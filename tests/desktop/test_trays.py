@@ -1,0 +1,130 @@
+"""Desktops without a status-notifier host: trays that embed windows, or nothing at all."""
+
+import pytest
+from PIL import ImageChops, ImageStat
+from virtualdesktop import EmbeddingTray, VirtualDesktop, Window, wait_until
+
+TRAYER = ["panel", "trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
+          "--transparent", "true", "--alpha", "0"]
+TRAYS = {
+    "dark trayer": [*TRAYER, "--tint", "0x000000", "--height", "24"],
+    "light trayer": [*TRAYER, "--tint", "0xffffff", "--height", "32"],
+    "tint2": ["tint2", "tint2"],
+}
+
+
+@pytest.fixture(scope="module")
+def desktop():
+    with VirtualDesktop() as running:
+        running.panel.kill()
+        yield running
+
+
+@pytest.fixture(params=TRAYS)
+def tray(desktop, request):
+    with EmbeddingTray(desktop, *TRAYS[request.param]) as running:
+        yield running
+
+
+def contrast(picture):
+    """How far the middle's brightness is from the corners', of 255."""
+    grey = picture.convert("L")
+    ground = grey.getpixel((0, 0))
+    box = (grey.width // 2 - 3, grey.height // 2 - 3, grey.width // 2 + 3, grey.height // 2 + 3)
+    return abs(ImageStat.Stat(grey.crop(box)).mean[0] - ground)
+
+
+def wait_for_readable_icon(tray):
+    def readable():
+        icon = tray.icon()
+        return icon and contrast(icon) > 120
+
+    wait_until(readable, "the icon cannot be told from the tray")
+
+
+def open_menu(program, tray, button):
+    wait_for_readable_icon(tray)
+    return program.open_menu_by(lambda: tray.click_icon(button))
+
+
+def is_red(picture):
+    red, green, blue = picture.getpixel((picture.width // 2, picture.height // 2 - 1))
+    return red > 150 and red - green > 60 and red - blue > 60
+
+
+def test_icon_is_seen_and_both_buttons_open_the_menu(program, tray):
+    program.pin("A", "B")
+    program.launch()
+    screen = program.desktop.screen
+    _, x, y, width, height = open_menu(program, tray, button=1)
+    whole = screen.root.get_geometry()
+    assert x >= 0 and y >= 0 and x + width <= whole.width and y + height <= whole.height
+    screen.press("2")
+    program.wait_for_runs("B")
+    wait_until(lambda: not program.large_windows(), "the menu stays open")
+
+    open_menu(program, tray, button=3)
+    screen.press("Down")
+    screen.press("Return")
+    program.wait_for_runs("B", "A")
+
+
+def test_failure_reddens_the_icon_and_leaves_it_as_it_was(program, tray):
+    program.add_shortcut("Broken", "exit 1")
+    program.pin("Broken")
+    program.launch()
+    wait_for_readable_icon(tray)
+    program.desktop.screen.settled_picture()
+    before = tray.icon()
+    started, red = 0, []
+
+    def reddened_and_back():
+        nonlocal started
+        icon = tray.icon()
+        if is_red(icon):
+            red.append(icon)
+        if ImageChops.difference(icon, before).getbbox():
+            return False
+        # A pulse may be over before this process looks, so that one run may not be enough; pulses
+        # that overlap may leave the icon red.
+        if not red and started == len(program.desktop.notifications.shown()):
+            open_menu(program, tray, button=1)
+            program.desktop.screen.press("1")
+            started += 1
+        return bool(red)
+
+    wait_until(reddened_and_back, "the icon does not turn red and back")
+
+
+def test_icon_follows_from_tray_to_tray_and_to_a_host(program):
+    program.pin("A")
+    program.launch()
+    trayer = EmbeddingTray(program.desktop, *TRAYS["dark trayer"])
+    for _ in range(2):
+        with trayer:
+            wait_for_readable_icon(trayer)
+    with EmbeddingTray(program.desktop, *TRAYS["tint2"]) as tint2:
+        wait_for_readable_icon(tint2)
+        program.desktop.panel.start()
+        program.tray().menu.click("A")
+        wait_until(lambda: not tint2.icon_area(), "the icon stays in the older tray")
+    program.desktop.panel.kill()
+    with trayer:
+        wait_for_readable_icon(trayer)
+    program.wait_for_runs("A")
+
+
+def test_without_any_tray_the_program_says_so_and_stays_reachable(program):
+    program.pin("A")
+    program.launch()
+    second = program.desktop.start([program.binary], program.environment, name="second")
+    settings = Window(program, "Quillbar Settings")
+    assert second.wait() == 0
+    program.desktop.screen.press("Escape")
+    settings.wait_closed()
+    (shown,) = wait_until(program.desktop.notifications.shown, "the program says nothing")
+    assert shown["summary"] == "Quillbar is running"
+    assert shown["body"] == (
+        "This desktop shows no tray icons. Press ⌥⌘T to jump to any shortcut, or start "
+        "Quillbar again to open its settings.")
+    assert not shown["hints"].get("transient")
