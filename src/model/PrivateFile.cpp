@@ -103,7 +103,7 @@ Replacement replace(
         return Replacement::Impossible;
     }
     auto result = Replacement::NoRoom;
-    if (writeAt(file, 0, text) && fdatasync(file.value()) == 0)
+    if (writeAt(file, 0, text) && fsync(file.value()) == 0)
         result = rename(aside.c_str(), target.c_str()) == 0 ? Replacement::Done
                                                             : Replacement::Impossible;
     if (result != Replacement::Done)

@@ -4,10 +4,8 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quillbar {
@@ -59,36 +57,6 @@ public:
     Nobody& operator=(Nobody const&) = delete;
     ~Nobody() { EXPECT_EQ(seteuid(getuid()), 0); }
 };
-
-/// Carries out the work in a process that is killed at the given stop of its system calls, each of
-/// which has two. Returns whether it got that far.
-template <typename Work> bool isKilledAt(int stop, Work const& work)
-{
-    auto const child = fork();
-    if (child == 0) {
-        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-        raise(SIGSTOP);
-        work();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    while (stop-- >= 0 && WIFSTOPPED(status)) {
-        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-        waitpid(child, &status, 0);
-    }
-    bool const isRunning = WIFSTOPPED(status);
-    if (isRunning) {
-        kill(child, SIGKILL);
-        waitpid(child, &status, 0);
-    }
-    return isRunning;
-}
-
-std::string withoutBlanks(std::string text)
-{
-    return text.erase(text.find_last_not_of(' ') + 1);
-}
 
 } // namespace
 
@@ -170,29 +138,6 @@ TEST_F(PrivateFile, WithoutRoom_theOldTextStays)
             EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
         }
     }
-}
-
-TEST_F(PrivateFile, KilledAtAnySystemCall_itHoldsTheOldOrTheNewText)
-{
-    auto const file = folder / "file";
-    for (auto const old : lengths) {
-        for (auto const length : lengths) {
-            auto const oldText = std::string(old, 'o');
-            auto const text = std::string(length, 'n');
-            std::size_t stops = 0;
-            for (bool isKilled = true; isKilled; ++stops) {
-                ASSERT_TRUE(writePrivateFile(file, oldText));
-                isKilled = isKilledAt(
-                    static_cast<int>(stops), [&] { (void)writePrivateFile(file, text); });
-                auto const found = withoutBlanks(readFile(file).value_or("nothing"));
-                EXPECT_TRUE(found == oldText || found == text) << old << " " << length;
-            }
-            EXPECT_GT(stops, 4U);
-            EXPECT_TRUE(readFile(file) == text);
-        }
-    }
-    EXPECT_TRUE(writePrivateFile(file, std::string(5000, 'n')));
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 }
 
 TEST_F(PrivateFile, AFolderThatIsReadOnly_keepsNoFileFromBeingOverwritten)
