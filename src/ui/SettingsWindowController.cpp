@@ -102,13 +102,26 @@ void SettingsWindowController::toggleAvailable(std::string const& name)
         return;
     rebuildAvailable();
     reloadPinnedTable();
-    // The clicked checkbox is gone; the keyboard goes on with the one that took its place.
-    if (hadFocus && !rows.empty()) {
-        auto const last = static_cast<std::ptrdiff_t>(rows.size()) - 1;
-        window().makeFirstResponder(rows[static_cast<std::size_t>(std::min(row, last))]);
-    }
+    if (hadFocus)
+        focusAfterPinning(static_cast<std::size_t>(row));
     handOver(model_.configAfterMoving(name, SettingsModel::Move::IntoPinned, controls()));
     refreshHotkeyNotes();
+}
+
+/// The clicked checkbox is gone; the keyboard goes on with the one that took its place, after the
+/// last one with the shortcut where it is now.
+void SettingsWindowController::focusAfterPinning(std::size_t row)
+{
+    auto const& rows = availableRows_->subviews();
+    if (!rows.empty()) {
+        window().makeFirstResponder(rows[std::min(row, rows.size() - 1)]);
+        return;
+    }
+    auto const pinned = model_.order().size() - 1;
+    pinnedTable_->scrollRowToVisible(pinned);
+    if (auto const cell = pinnedTable_->viewAtRow(pinned))
+        window().makeFirstResponder(
+            static_cast<PinnedCellView&>(*cell).recorder().shared_from_this());
 }
 
 void SettingsWindowController::removePin(std::size_t row)

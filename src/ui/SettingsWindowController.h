@@ -53,6 +53,7 @@ private:
 
     void rebuildAvailable();
     void toggleAvailable(std::string const& name);
+    void focusAfterPinning(std::size_t row);
 
     void rebuildIconMenu();
     void chooseCustomIcon();

@@ -315,6 +315,10 @@ TEST_F(SettingsWindow, PinningByKeyboard_goesOnWithTheNextShortcut)
     window().makeFirstResponder(find("D"));
     EXPECT_TRUE(press(key::space));
     EXPECT_EQ(window().firstResponder(), find("C"));
+    EXPECT_TRUE(press(key::space));
+    EXPECT_TRUE(press(key::space));
+    EXPECT_EQ(available(), Names {});
+    EXPECT_EQ(window().firstResponder(), find<HotkeyRecorder>("Hotkey for A"));
 }
 
 TEST_F(SettingsWindow, UnpinningByKeyboard_staysInTheRow)

@@ -96,7 +96,11 @@ void StatusMenu::initStyleOption(QStyleOptionMenuItem* option, QAction const* ac
 {
     QMenu::initStyleOption(option, action);
     auto const* item = action == nullptr ? nullptr : itemOf(action);
-    if (item == nullptr || !item->attributedTitle)
+    if (item == nullptr)
+        return;
+    if (auto const keys = keyText(item->keyEquivalent); !keys.isEmpty())
+        option->text = action->text() + '\t'_L1 + keys;
+    if (!item->attributedTitle)
         return;
     auto const color = toQColor(item->attributedTitle->color, palette());
     for (auto const role : { QPalette::Text, QPalette::WindowText, QPalette::ButtonText })
@@ -119,8 +123,10 @@ QAction* StatusMenu::makeAction(QMenu& target, MenuItem const& item)
         action->setSeparator(true);
         return action;
     }
-    auto const keys = keyText(item.keyEquivalent);
-    action->setText(keys.isEmpty() ? menuText(item) : menuText(item) + '\t'_L1 + keys);
+    // The row draws its keys itself, so that its text is a name. The shortcut is for assistive
+    // programs: Qt does not act on it here.
+    action->setText(menuText(item));
+    action->setShortcut(keyText(item.keyEquivalent).replace("Super"_L1, "Meta"_L1));
     action->setData(QVariant::fromValue(static_cast<void const*>(&item)));
     action->setMenuRole(QAction::NoRole);
     if (item.image)

@@ -122,8 +122,11 @@ QSize StatusMenuStyle::sizeFromContents(
         return QProxyStyle::sizeFromContents(type, option, size, widget);
     if (item->menuItemType == QStyleOptionMenuItem::Separator)
         return { size.width(), separatorHeight };
-    auto const height = std::max(QFontMetrics(item->font).height(), iconSide) + 2 * rowPadding;
-    return { textLeft + std::min(size.width(), widestText) + keyGap + sidePadding, height };
+    QFontMetrics const metrics(item->font);
+    auto const height = std::max(metrics.height(), iconSide) + 2 * rowPadding;
+    auto const keyWidth = metrics.horizontalAdvance(textsOf(*item).keys);
+    return { textLeft + std::min(size.width(), widestText) + keyGap + keyWidth + sidePadding,
+        height };
 }
 
 int StatusMenuStyle::pixelMetric(
