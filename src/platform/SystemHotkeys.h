@@ -2,11 +2,11 @@
 
 #include "platform/Token.h"
 
-#include <compare>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quillbar::platform {
@@ -29,7 +29,10 @@ struct KeyCombination {
     std::uint32_t modifiers = 0;
 
     friend bool operator==(KeyCombination const&, KeyCombination const&) = default;
-    friend auto operator<=>(KeyCombination const&, KeyCombination const&) = default;
+    friend bool operator<(KeyCombination const& left, KeyCombination const& right)
+    {
+        return std::tie(left.keyCode, left.modifiers) < std::tie(right.keyCode, right.modifiers);
+    }
 };
 
 /// Why a key combination starts nothing.
