@@ -60,21 +60,6 @@ TEST_F(MainQueue, Post_goesOnWhileWorkRunsALoopOfItsOwn)
     runUntil([&] { return isOver; });
 }
 
-TEST_F(MainQueue, PostDelayed_isNeverEarlyAndKeepsTheOrderOfTimes)
-{
-    auto const start = std::chrono::steady_clock::now();
-    std::string order;
-    for (auto const delay : { 60ms, 0ms, 30ms }) {
-        postDelayed(delay, [&, delay] {
-            EXPECT_GE(std::chrono::steady_clock::now() - start, delay);
-            order += std::to_string(delay.count()) + ' ';
-        });
-    }
-    EXPECT_EQ(order, "");
-    runUntil([&] { return order.size() >= 8; });
-    EXPECT_EQ(order, "0 30 60 ");
-}
-
 TEST_F(MainQueue, Drop_destroysWaitingWorkWithoutRunningIt)
 {
     auto const held = std::make_shared<int>();
