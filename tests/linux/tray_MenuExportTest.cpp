@@ -56,6 +56,13 @@ TEST(MenuExportLabel, ShowsEveryNameExactly)
              Case { "tab\there", "tab\there" }, Case { "🎉 \xff", "🎉 \uFFFD" } })
         EXPECT_EQ(exportedLabel(command(title)), QString::fromUtf8(label));
     EXPECT_EQ(exportedLabel(command(std::string("a\0b", 3))), QString::fromUtf8("a\uFFFDb"));
+    EXPECT_EQ(exportedLabel(command("line\nbreak")), "line break");
+    EXPECT_EQ(exportedLabel(command(std::string(5000, '_'))), QString(160, '_') + QChar(0x2026));
+    // No character is cut in two: of the 80th only the first half would fit.
+    EXPECT_EQ(
+        exportedLabel(command(std::string(79, 'a') + "💜💜")), QString(79, 'a') + QChar(0x2026));
+    EXPECT_EQ(exportedLabel(command(std::string(79, 'a') + "e\u0301x")),
+        QString(79, 'a') + QChar(0x2026));
 }
 
 TEST(MenuExportShortcut, NamesModifiersAsHostsReadThem)

@@ -5,6 +5,7 @@
 #include "platform/linux/drawing/PngEncoder.h"
 
 #include <QList>
+#include <QTextBoundaryFinder>
 
 #include <algorithm>
 #include <utility>
@@ -23,6 +24,20 @@ bool isSameImage(std::optional<Image> const& left, std::optional<Image> const& r
     if (!left || !right)
         return left.has_value() == right.has_value();
     return isSameImage(*left, *right);
+}
+
+// Hosts make a menu as wide as its widest row, or show the end of that row only.
+QString cutToLength(QString const& label)
+{
+    constexpr qsizetype mostCharacters = 80;
+    if (label.size() <= mostCharacters)
+        return label;
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, label);
+    characters.setPosition(mostCharacters);
+    if (!characters.isAtBoundary())
+        characters.toPreviousBoundary();
+    auto const end = characters.position() > 0 ? characters.position() : mostCharacters;
+    return label.left(end) + QChar(0x2026);
 }
 
 bool isHeading(MenuItem const& item)
@@ -63,8 +78,10 @@ QByteArray pngOf(Image const& image)
 
 QString exportedLabel(MenuItem const& item)
 {
-    auto label = toQString(item.attributedTitle ? item.attributedTitle->text : item.title);
-    return label.replace('_'_L1, "__"_L1).replace(QChar::Null, QChar::ReplacementCharacter);
+    auto label
+        = cutToLength(toQString(item.attributedTitle ? item.attributedTitle->text : item.title));
+    label.replace('\n'_L1, QChar::Space).replace(QChar::Null, QChar::ReplacementCharacter);
+    return label.replace('_'_L1, "__"_L1);
 }
 
 QStringList exportedShortcut(KeyEquivalent const& equivalent)

@@ -58,13 +58,16 @@ void drawTexts(QStyleOptionMenuItem const& item, QColor const& color, QColor con
     auto const texts = textsOf(item);
     auto const place = item.rect.adjusted(textLeft, 0, -sidePadding - 2, 0);
     auto const isMirrored = item.direction == Qt::RightToLeft;
-    auto const leading = (isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
-    auto const trailing = (isMirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
+    auto const vertical = Qt::AlignAbsolute | Qt::AlignVCenter;
+    auto const leading = (isMirrored ? Qt::AlignRight : Qt::AlignLeft) | vertical;
+    auto const trailing = (isMirrored ? Qt::AlignLeft : Qt::AlignRight) | vertical;
     QFontMetrics const metrics(item.font);
     auto const keyWidth
         = texts.keys.isEmpty() ? 0 : metrics.horizontalAdvance(texts.keys) + iconGap;
     auto const title = metrics.elidedText(texts.title, Qt::ElideRight, place.width() - keyWidth);
     painter.setFont(item.font);
+    // A name reads from the side on which its script begins.
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.setPen(color);
     painter.drawText(QStyle::visualRect(item.direction, item.rect, place),
         static_cast<int>(leading) | Qt::TextSingleLine, title);

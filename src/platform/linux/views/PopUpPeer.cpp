@@ -68,7 +68,10 @@ public:
         }
         setMaxVisibleItems(20);
         auto* const list = QComboBox::view();
-        list->setMinimumWidth(std::max(width(), list->sizeHintForColumn(0) + 24));
+        constexpr int widestList = 480;
+        list->setTextElideMode(Qt::ElideRight);
+        list->setMinimumWidth(
+            std::clamp(list->sizeHintForColumn(0) + 24, width(), std::max(width(), widestList)));
         QComboBox::showPopup();
     }
 

@@ -20,8 +20,10 @@ constexpr int narrowestStretch = 82;
 
 void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text)
 {
-    int const flags
-        = horizontalAlignment | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip;
+    int const flags = horizontalAlignment | Qt::AlignAbsolute | Qt::AlignVCenter
+        | Qt::TextSingleLine | Qt::TextDontClip;
+    // A name reads from the side on which its script begins, wherever it stands.
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     int const width = painter.fontMetrics().horizontalAdvance(text);
     if (width <= rect.width()) {
         painter.drawText(rect, flags, text);

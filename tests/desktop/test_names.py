@@ -1,0 +1,98 @@
+"""The names that people give, through everything that shows them."""
+
+import html
+
+import pytest
+from virtualdesktop import VirtualDesktop, Window, wait_until
+
+NAMES = [
+    "under_score __init__ _x",
+    "this & that && more &amp;",
+    "<b>bold</b> <i>",
+    'quotes "\'`$HOME %s %1 \\n',
+    "emoji 💜 👩‍👩‍👧 🇩🇪",
+    "עברית (שלום) abc",
+    "العربية 123",
+    "combining e\u0301 Z\u0338\u035a",
+    "x" * 5000,
+    "long words " * 450 + "end",
+]
+# What every menu shows of a name that is too long for one.
+CUT = 80
+
+
+def shown(name):
+    return name if len(name) <= CUT else name[:CUT] + "…"
+
+
+@pytest.fixture(scope="module")
+def desktop():
+    with VirtualDesktop(accessibility=True) as running:
+        yield running
+
+
+@pytest.fixture
+def named(program):
+    """A program with a shortcut of each name, started."""
+    for number, name in enumerate(NAMES):
+        escaped = name.replace("\\", "\\\\")
+        program.write_shortcut(
+            f"{number}.desktop",
+            f"[Desktop Entry]\nType=Application\nName={escaped}\nExec=true\n")
+    program.write_config({"onboarded": True, "permissionsShown": True,
+                          "iconSymbol": "heart.fill", "pinned": NAMES,
+                          "groupOf": {NAMES[2]: "<b>Tom & Jerry_</b>"}})
+    program.start()
+    return program
+
+
+def test_names_reach_each_notification_service_as_it_wants_them(named):
+    notifications = named.desktop.notifications
+    menu = named.tray().menu
+    for rendering in (["body-markup"], []):
+        notifications.stop()
+        notifications.clear()
+        notifications.start("body", *rendering)
+        for count, name in enumerate(NAMES, start=1):
+            menu.click(shown(name))
+            wait_until(lambda: len(notifications.shown()) == count, f"{name[:40]} is not reported")
+            body = notifications.shown()[-1]["body"]
+            assert (html.unescape(body) if rendering else body) == f"Launched “{name}”"
+            assert not rendering or "<" not in body
+    notifications.stop()
+    notifications.start("body", "body-markup")
+
+
+def test_menus_show_every_name_and_stay_on_the_screen(named):
+    titles = named.tray().menu.titles()
+    assert [title for title in titles if title in map(shown, NAMES)] == list(map(shown, NAMES))
+    assert "<B>TOM & JERRY_</B>" in titles
+
+    _, x, _, width, _ = named.open_own_menu()
+    assert x >= 0 and width < 800
+    rows = wait_until(
+        lambda: named.desktop.accessibility.open_menu_rows(named.process.pid),
+        "assistive programs are not told of the menu")
+    spoken = [row.name.partition("\t")[0] for row in rows]
+    assert [name for name in spoken if name in NAMES] == NAMES
+    named.desktop.screen.press("Escape")
+    wait_until(lambda: not named.windows(), "the menu stays open")
+
+    # The menu that the panel draws.
+    named.desktop.panel.click_icon(button=3)
+    menus = wait_until(
+        lambda: [window for window in named.desktop.screen.windows() if window[4] > 100],
+        "the panel shows no menu")
+    assert max(menu[3] for menu in menus) < 1000
+    named.desktop.screen.press("Escape")
+
+
+def test_windows_name_their_rows_exactly(named):
+    menu = named.tray().menu
+    for row, title in (("Type to Jump…", "Quillbar"), ("Settings…", "Quillbar Settings")):
+        menu.click(row)
+        window = Window(named, title)
+        for name in NAMES[:3]:
+            window.element("list item", name)
+        named.desktop.screen.press("Escape")
+        window.wait_closed()
