@@ -63,16 +63,6 @@ def test_three_launches_show_welcome_then_permissions_then_nothing(program):
     assert start(program) == []
 
 
-def test_pins_from_elsewhere_skip_the_welcome(program):
-    program.add_shortcut("Alpha")
-    program.write_config({"pinned": ["Alpha"], "iconSymbol": "heart.fill"})
-    start(program)
-    permissions = Window(program, PERMISSIONS)
-    assert flags(program) == (False, True)
-    program.desktop.screen.press("Return")
-    permissions.wait_closed()
-
-
 def test_return_leads_to_the_list_to_pin_from(program):
     program.add_shortcut("Beta")
     program.add_shortcut("Alpha")
@@ -115,15 +105,6 @@ def test_no_shortcuts_offer_to_make_one(program, opened):
     assert opened()[0].startswith(("shortcuts://", "file://"))
     assert welcome.is_open()
     welcome.click("push button", "Later")
-    welcome.wait_closed()
-    assert program.windows() == []
-
-
-def test_not_now_opens_nothing(program):
-    program.add_shortcut("Alpha")
-    start(program)
-    welcome = Window(program, WELCOME)
-    welcome.click("push button", "Not now")
     welcome.wait_closed()
     assert program.windows() == []
 

@@ -104,12 +104,3 @@ def test_quitting_frees_the_combinations(program):
     assert program.stop() == 0
     with other_client(program.desktop) as display:
         assert can_grab(display, "B")
-
-
-def test_only_valid_hotkeys_of_pins_are_registered(program):
-    program.pin("Pinned", "Unset", shortcutHotkeys={
-        "Pinned": hotkey(KEY_T), "Unset": hotkey(0), "Gone": hotkey(KEY_B)})
-    program.start()
-    wait_grabbed(program, "T")
-    with other_client(program.desktop) as display:
-        assert can_grab(display, "B")

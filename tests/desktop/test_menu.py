@@ -1,27 +1,10 @@
 """The menu as panels read it over the bus."""
 
-import io
-
-import pytest
-from gi.repository import GLib
-from PIL import Image
 from virtualdesktop import wait_until
 
 COMMANDS = ["---", "Edit in Shortcuts…", "Type to Jump…", "Settings…", "---",
             "Check for Updates…", "About Quillbar", "Quit Quillbar",
             "⌘⌥·17 · type to jump · 1–9 to run"]
-
-
-def test_without_pins_the_menu_says_so(program):
-    program.pin()
-    menu = program.start().menu
-    assert menu.titles() == ["QUILLBAR", "No shortcuts pinned", *COMMANDS]
-    assert not menu.row("No shortcuts pinned").enabled
-
-
-def test_one_pin_has_no_run_all(program):
-    program.pin("Only")
-    assert program.start().menu.titles() == ["QUILLBAR", "Only", *COMMANDS]
 
 
 def test_groups_hotkeys_and_run_all_stand_in_order(program):
@@ -46,19 +29,6 @@ def test_rows_have_their_state_shortcut_and_image(program):
     assert without_image == ["Quit Quillbar", COMMANDS[-1]]
 
 
-def test_badges_repeat_from_the_ninth_pin_and_the_tenth_has_no_key(program):
-    names = [f"Shortcut {number}" for number in range(10)]
-    program.pin(*names)
-    menu = program.start().menu
-    rows = [menu.row(name, images=True) for name in names]
-    assert [row.shortcut for row in rows] == [[[str(key)]] for key in range(1, 10)] + [[]]
-    badges = [row.icon for row in rows]
-    assert len(set(badges)) == 8
-    assert badges[8:] == badges[:2]
-    badge = Image.open(io.BytesIO(badges[0]))
-    assert badge.width == badge.height and badge.width % 16 == 0
-
-
 def test_names_are_shown_and_run_as_they_are(program):
     names = ["this & that", "under_score __init__", "<b>bold <i>", "heart 💜 café", "-n dash",
              " blanks around ", 'quotes "\'`$HOME`']
@@ -68,19 +38,6 @@ def test_names_are_shown_and_run_as_they_are(program):
     for count, name in enumerate(names, start=1):
         menu.click(name)
         program.wait_for_runs(*names[:count])
-
-
-def test_group_clicks_run_and_name_unknown_rows(program):
-    program.pin("A", "B")
-    menu = program.start().menu
-    assert menu.click_in_group("B") == []
-    program.wait_for_runs("B")
-    with pytest.raises(GLib.Error):
-        menu.send(999_999)
-    menu.send(menu.row("QUILLBAR").id)
-    menu.send(menu.row("A").id, "no-such-event")
-    menu.click("A")
-    program.wait_for_runs("B", "A")
 
 
 def test_unchanged_menu_is_not_announced_again(program):

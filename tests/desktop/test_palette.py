@@ -119,27 +119,6 @@ def test_escape_closes_and_leaves_the_menu_as_it_was(program):
     assert (updates, program.ran()) == ([], [])
 
 
-def test_query_filters_names_only_and_takes_digits(program):
-    start(program, "Send Mail", "Mail 3", "Other", groupOf={"Other": "Mail"})
-    screen = program.desktop.screen
-    palette = summon(program)
-    wait_listed(palette, "Send Mail", "Mail 3", "Other")
-    screen.type("  MAIL ")
-    wait_listed(palette, "Send Mail", "Mail 3")
-    assert selected(palette) == ["Send Mail"]
-    screen.type("3")
-    wait_listed(palette, "Mail 3")
-    assert query(palette) == "  MAIL 3"
-    screen.type("q")
-    wait_listed(palette, "No shortcuts match")
-    for _ in query(palette):
-        screen.press("BackSpace")
-    wait_listed(palette, "Send Mail", "Mail 3", "Other")
-    assert selected(palette) == ["Send Mail"]
-    screen.press("Escape")
-    palette.wait_closed()
-
-
 def test_double_click_runs_the_row_under_the_pointer(program):
     start(program, "Alpha", "Beta")
     palette = summon(program)

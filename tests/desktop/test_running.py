@@ -44,14 +44,6 @@ def test_failure_is_told_with_a_sound(program):
         assert not shown["hints"].get("suppress-sound")
 
 
-def test_vanished_shortcut_fails(program):
-    program.pin("Gone")
-    menu = program.start().menu
-    os.remove(os.path.join(program.shortcuts_folder, "Gone"))
-    menu.click("Gone")
-    assert "“Gone” couldn’t run" in wait_for_notification(program)[0]["body"]
-
-
 def test_markup_in_names_is_escaped_only_where_it_is_rendered(program):
     name = "<b>Tom & Jerry"
     program.pin(name)

@@ -43,18 +43,6 @@ def test_remove_unpins_what_is_gone(program):
     assert program.read_config()["pinned"] == ["B"]
 
 
-def test_keep_changes_nothing(program):
-    start_with_gone(program, "A", pinned=["A", "B"])
-    with open(program.config_path, "rb") as file:
-        before = file.read()
-    keep = button(program, "Keep")
-    assert "A pinned shortcut is missing" in texts(program)
-    keep.press()
-    wait_for_menu(program, "QUILLBAR", "A", "B")
-    with open(program.config_path, "rb") as file:
-        assert file.read() == before
-
-
 def test_names_no_tool_can_list_are_shown_as_they_are(program):
     name = "a tab\there & <there>"
     program.pin("A")

@@ -27,26 +27,6 @@ def test_login_entry_starts_this_very_program(program):
     assert entry["Exec"] == f'"{os.path.realpath(f"/proc/{program.process.pid}/exe")}"'
 
 
-def test_switched_off_login_entry_is_removed(program):
-    program.pin(launchAtLogin=False)
-    os.makedirs(os.path.dirname(program.login_entry))
-    with open(program.login_entry, "w", encoding="utf-8") as file:
-        file.write("[Desktop Entry]\nType=Application\nName=Quillbar\nExec=/old/quillbar\n")
-    program.start()
-    wait_until(lambda: not os.path.exists(program.login_entry), "the login entry stays")
-
-
-def test_off_switch_of_the_desktop_outlives_a_start(program):
-    program.pin()
-    os.makedirs(os.path.dirname(program.login_entry))
-    with open(program.login_entry, "w", encoding="utf-8") as file:
-        file.write("[Desktop Entry]\nType=Application\nName=Quillbar\nExec=/old/quillbar\n"
-                   "Hidden=true\n")
-    program.start()
-    wait_until(lambda: "old" not in login_entry(program)["Exec"], "the entry is not corrected")
-    assert login_entry(program)["Hidden"] == "true"
-
-
 def test_flagged_pins_run_in_order_without_a_word(program):
     program.pin("A", "B", "C", launchAtLogin=False,
                 launchAtLoginShortcuts={"C": True, "B": True, "Gone": True, "A": False})

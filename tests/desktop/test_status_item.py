@@ -32,13 +32,6 @@ def test_panel_shows_the_configured_symbol(program):
     assert heart != bolt
 
 
-def test_unknown_symbol_shows_the_heart_and_stays_configured(program):
-    heart = icon_of(program, iconSymbol="heart.fill")
-    unknown = icon_of(program, iconSymbol="no.such.symbol")
-    assert unknown == heart
-    assert program.read_config()["iconSymbol"] == "no.such.symbol"
-
-
 def test_icon_comes_with_a_panel_that_starts_late(program):
     panel = program.desktop.panel
     panel.kill()

@@ -93,18 +93,6 @@ TEST_F(ChildProcess, Completion_tellsTheExitStatusOrNothing)
         EXPECT_EQ(run(arguments), expected) << ::testing::PrintToString(arguments);
 }
 
-TEST_F(ChildProcess, Completion_mayBeMissingAndStartAnother)
-{
-    runChild(shell("exit 1"), {});
-    runChild({ "/missing" }, {});
-    std::optional<int> second;
-    runChild(shell("exit 0"), [&](std::optional<int>) {
-        runChild(shell("exit 7"), [&](std::optional<int> status) { second = status; });
-    });
-    runUntil([&] { return second.has_value() && ::waitpid(-1, nullptr, WNOHANG) == -1; });
-    EXPECT_EQ(second, 7);
-}
-
 TEST_F(ChildProcess, Child_inheritsNoSignalStateAndNoDescriptor)
 {
     sigset_t blocked;
@@ -149,25 +137,6 @@ TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
 
     ::setenv("HOME", "/missing", 1);
     EXPECT_EQ(readChildOutput({ "/bin/pwd" }), "/\n");
-}
-
-TEST_F(ChildProcess, HundredsInFlight_areAllReported)
-{
-    auto const gate = folder.path() / "gate";
-    ASSERT_EQ(::mkfifo(gate.c_str(), S_IRWXU), 0);
-    int const held = ::open(gate.c_str(), O_RDWR | O_CLOEXEC);
-    int reported = 0;
-    for (int index = 0; index < 300; ++index) {
-        runChild(shell("read line <" + gate.string() + "; exit 5"), [&](auto status) {
-            EXPECT_EQ(status, 5);
-            ++reported;
-        });
-    }
-    EXPECT_EQ(reported, 0);
-    std::string const lines(300, '\n');
-    ASSERT_EQ(::write(held, lines.data(), lines.size()), 300);
-    runUntil([&] { return reported == 300; });
-    ::close(held);
 }
 
 TEST_F(ChildProcess, NoDescriptorLeft_stillReports)

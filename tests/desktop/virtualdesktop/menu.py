@@ -58,14 +58,6 @@ class ExportedMenu:
         self._bus.call(self._name, self._path, _INTERFACE, "Event", "(isvu)",
                        self.row(title).id, "clicked", GLib.Variant("i", 0), 0)
 
-    def click_in_group(self, title):
-        """The same through EventGroup, the only way of some hosts."""
-        return self._bus.call(self._name, self._path, _INTERFACE, "EventGroup", "(a(isvu))",
-                              [(self.row(title).id, "clicked", GLib.Variant("i", 0), 0)])[0]
-
-    def call(self, method, signature, *arguments):
-        return self._bus.call(self._name, self._path, _INTERFACE, method, signature, *arguments)
-
     def send(self, row_id, event="clicked"):
         self._bus.call(self._name, self._path, _INTERFACE, "Event", "(isvu)",
                        row_id, event, GLib.Variant("i", 0), 0)
