@@ -221,8 +221,8 @@ TEST_F(PortalHotkeysTest, Press_countsFromThePortalForItsOwnSessionAndIdsOnly)
     signal.setArguments({ session, id, 1ULL, QVariantMap() });
     stranger.send(signal);
     // The stranger's answer comes after its signal.
-    static_cast<void>(
-        quillbar::testing::ask(stranger, portalCall(portalName, portalPath, "test.Test", u"Marker"_s)));
+    static_cast<void>(quillbar::testing::ask(
+        stranger, portalCall(portalName, portalPath, "test.Test", u"Marker"_s)));
     portal->activate(portal->sessionPath, id, { { u"activation_token"_s, 3 } });
     runUntil([&] { return !presses.empty(); });
     EXPECT_EQ(presses, std::vector<std::uint32_t> { 2 });
