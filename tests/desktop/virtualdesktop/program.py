@@ -1,10 +1,13 @@
 """A Quillbar with a home of its own on a virtual desktop."""
 
+import contextlib
 import json
 import os
 import signal
 import stat
 import time
+
+from gi.repository import GLib
 
 from .panel import WATCHER
 from .tray import TrayItem
@@ -116,8 +119,10 @@ class Program:
             raise AssertionError(
                 f"the program ended with {self.process.returncode}: {self.desktop.log('quillbar')}")
         for name, path in self.desktop.panel.items():
-            if self.desktop.bus.is_of(name, self.process.pid):
-                return TrayItem(self.desktop.bus, name, path)
+            # An item may go while it is looked at.
+            with contextlib.suppress(GLib.Error):
+                if self.desktop.bus.is_of(name, self.process.pid):
+                    return TrayItem(self.desktop.bus, name, path)
         return None
 
     def _why_no_tray(self):

@@ -8,6 +8,7 @@
 #include <xcb/xcb.h>
 
 #include <algorithm>
+#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -16,6 +17,10 @@ namespace quillbar::platform {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// A panel that takes both kinds of icons opens for windows first. Asked in between, Qt would make
+// an item on the bus, beside ours, and never again a window.
+constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
 
 xcb_connection_t* xConnection()
 {
@@ -58,6 +63,9 @@ QWidget* iconWindow()
 LegacyTray::LegacyTray(Face face)
     : face_(std::move(face))
 {
+    later_.setSingleShot(true);
+    later_.setInterval(untilTraysAreSettled);
+    QObject::connect(&later_, &QTimer::timeout, &later_, [this] { showIfThereIsATray(); });
 }
 
 LegacyTray::~LegacyTray()
@@ -72,12 +80,13 @@ void LegacyTray::setWanted(bool isWanted)
     isWanted_ = isWanted;
     if (!isWanted) {
         QCoreApplication::instance()->removeNativeEventFilter(this);
+        later_.stop();
         ground_.reset();
         icon_.reset();
         return;
     }
     QCoreApplication::instance()->installNativeEventFilter(this);
-    showIfThereIsATray();
+    later_.start();
 }
 
 void LegacyTray::update()
@@ -98,10 +107,9 @@ bool LegacyTray::nativeEventFilter(QByteArray const& eventType, void* message, q
     if ((event->response_type & ~sentBySomebody) != XCB_CLIENT_MESSAGE)
         return false;
     auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
-    // Afterwards, when Qt knows of it too: an icon that is there by then would ask twice.
+    // An icon that is there by the time when Qt knows of the tray would ask twice.
     if (announcement->type == existingAtom(xConnection(), "MANAGER"))
-        QMetaObject::invokeMethod(
-            &later_, [this] { showIfThereIsATray(); }, Qt::QueuedConnection);
+        later_.start();
     return false;
 }
 

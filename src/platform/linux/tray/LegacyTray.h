@@ -4,8 +4,8 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QIcon>
-#include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -43,7 +43,7 @@ private:
 
     Face face_;
     bool isWanted_ = false;
-    QObject later_;
+    QTimer later_;
     std::unique_ptr<QSystemTrayIcon> icon_;
     std::unique_ptr<TrayGround> ground_;
 };
