@@ -43,7 +43,7 @@ protected:
         painter.setPen(textColor(*portable, portableView()->color(), palette()));
         int const alignment = horizontalFlag(portableView()->alignment());
         if (portableView()->lineBreak() == LineBreak::WordWrap)
-            painter.drawText(rect(), alignment | Qt::AlignTop | Qt::TextWordWrap, text_);
+            drawParagraph(painter, rect(), alignment, text_);
         else
             drawLine(painter, rect(), alignment, text_);
     }

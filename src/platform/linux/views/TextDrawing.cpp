@@ -41,6 +41,29 @@ void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QSt
     painter.setFont(font);
 }
 
+void drawParagraph(
+    QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text)
+{
+    constexpr int widthStep = 6;
+    constexpr int mostPixelsLess = 2;
+    int const flags = horizontalAlignment | Qt::AlignTop | Qt::TextWordWrap;
+    auto const font = painter.font();
+    auto const fits
+        = [&] { return painter.boundingRect(rect, flags, text).height() <= rect.height(); };
+    for (int less = 0; less <= mostPixelsLess && !fits(); ++less) {
+        auto smaller = font;
+        smaller.setPixelSize(font.pixelSize() - less);
+        for (int stretch = 100; stretch >= narrowestStretch; stretch -= widthStep) {
+            smaller.setStretch(stretch);
+            painter.setFont(smaller);
+            if (fits())
+                break;
+        }
+    }
+    painter.drawText(rect, flags, text);
+    painter.setFont(font);
+}
+
 QColor textColor(View const& view, Color const& color, QPalette const& palette)
 {
     auto const normal = toQColor(color, palette);

@@ -13,6 +13,11 @@ namespace quillbar::platform {
 /// not fit is drawn narrower, and ends in an ellipsis if that is not enough.
 void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text);
 
+/// Draws text broken into lines from the top of the rectangle; what does not fit is drawn narrower,
+/// then smaller.
+void drawParagraph(
+    QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text);
+
 /// The colour of text in the view, which may stand on a table's highlight.
 [[nodiscard]] QColor textColor(View const& view, Color const& color, QPalette const& palette);
 
