@@ -42,7 +42,9 @@ def named(program):
     program.write_config({"onboarded": True, "permissionsShown": True,
                           "iconSymbol": "heart.fill", "pinned": NAMES,
                           "groupOf": {NAMES[2]: "<b>Tom & Jerry_</b>"}})
-    program.start()
+    menu = program.start().menu
+    # It comes when the tool has told what there is.
+    wait_until(lambda: menu.rows(images=False), "the menu never comes")
     return program
 
 
