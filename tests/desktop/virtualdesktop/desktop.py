@@ -96,21 +96,27 @@ class VirtualDesktop:
 
     def _start(self):
         self.environment = self._base_environment()
-        self.environment["DISPLAY"] = self._start_display()
-        self.screen = Screen(self.environment["DISPLAY"])
+        self._start_screen()
         self._bus_daemon, address = start_bus(
             self.processes, self.folder, self.environment, self._root)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
-        self.start(["openbox", "--sm-disable"])
         self.notifications = Notifications(self)
         self.notifications.start("body", "body-markup")
         if self._with_accessibility:
             self._start_accessibility()
         if self._with_panel:
-            self.panel = Panel(self, self._dark_panel)
-            self._start_helper("xfconf/xfconfd", _XFCONF)
-            self.panel.start()
+            self._start_panel()
+
+    def _start_screen(self):
+        self.environment["DISPLAY"] = self._start_display()
+        self.screen = Screen(self.environment["DISPLAY"])
+        self.start(["openbox", "--sm-disable"])
+
+    def _start_panel(self):
+        self.panel = Panel(self, self._dark_panel)
+        self._start_helper("xfconf/xfconfd", _XFCONF)
+        self.panel.start()
 
     def _base_environment(self):
         """The environment of a fresh login: nothing of the person's own session leaks in."""

@@ -1,5 +1,6 @@
-"""The desktop's portal, which tells whether it prefers dark colours."""
+"""The desktop's portal: whether it prefers dark colours, and hotkeys."""
 
+import json
 import os
 import subprocess
 import sys
@@ -12,13 +13,14 @@ _NAME = "org.freedesktop.portal.Desktop"
 class Portal:
     """A portal for a `with` block."""
 
-    def __init__(self, desktop, scheme):
+    def __init__(self, desktop, scheme="light"):
         self._desktop, self._scheme = desktop, scheme
 
     def __enter__(self):
         service = os.path.join(os.path.dirname(__file__), "portal_service.py")
         self._process = self._desktop.start(
-            [sys.executable, service, self._scheme], name="portal", stdin=subprocess.PIPE)
+            [sys.executable, service, self._scheme], name="portal", stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE)
         wait_until(lambda: self._desktop.bus.owner(_NAME), "the portal did not start")
         return self
 
@@ -29,5 +31,16 @@ class Portal:
 
     def change(self, scheme):
         """The person chooses "dark" or "light"."""
-        self._process.stdin.write(f"{scheme}\n".encode())
+        self._tell(scheme)
+
+    def next_question(self):
+        """The next set of hotkeys that a program asks for: triggers by what they are for."""
+        return json.loads(self._process.stdout.readline())
+
+    def press(self, description):
+        """The person presses the hotkey that is for that."""
+        self._tell(f"press {description}")
+
+    def _tell(self, line):
+        self._process.stdin.write(f"{line}\n".encode())
         self._process.stdin.flush()

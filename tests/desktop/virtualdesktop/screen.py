@@ -8,7 +8,7 @@ from Xlib import X, XK
 from Xlib.error import BadAccess, CatchError
 from Xlib.ext import xtest
 
-from .waiting import wait_until
+from .waiting import settled
 
 # X key codes are the kernel's plus 8: physical keys, whatever the keyboard layout.
 KEY = {
@@ -50,14 +50,7 @@ class Screen:
 
     def settled_picture(self):
         """The whole screen, once two looks at it agree."""
-        last = [self.picture()]
-
-        def settled():
-            last.append(self.picture())
-            return last[-1].tobytes() == last[-2].tobytes()
-
-        wait_until(settled, "the screen never comes to rest")
-        return last[-1]
+        return settled(self.picture)
 
     def windows(self, instance=None, process=None):
         """Shown top-level windows as (id, x, y, width, height), lowest first."""

@@ -19,6 +19,19 @@ def deliver_signals():
         context.iteration(False)
 
 
+def settled(look):
+    """What two looks in a row agree on."""
+    last = look()
+
+    def agrees():
+        nonlocal last
+        before, last = last, look()
+        return before == last
+
+    wait_until(agrees, "what is looked at never comes to rest")
+    return last
+
+
 def wait_until(predicate, what=None, patience=PATIENCE):
     """Returns the predicate's first true result; asks again until then."""
     end = time.monotonic() + patience

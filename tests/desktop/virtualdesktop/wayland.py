@@ -10,11 +10,9 @@ import tempfile
 
 from PIL import Image
 
-from .bus import Bus, start_bus
 from .desktop import VirtualDesktop
-from .notifications import Notifications
 from .panel import WATCHER, registered_items
-from .waiting import wait_until
+from .waiting import settled, wait_until
 from .wayland_input import WaylandInput
 
 _SIZE = (1280, 800)
@@ -27,56 +25,49 @@ _BAR = {"layer": "top", "height": _BAR_HEIGHT, "modules-right": ["tray"],
 
 
 class WaylandDesktop(VirtualDesktop):
-    """Has `windows`, `input` and `bar` where the other has a screen and a panel."""
+    """Its screen is a compositor's, and its panel a bar."""
 
-    def _start(self):
-        self.environment = self._base_environment()
+    def _start_screen(self):
         self.environment["XDG_SESSION_TYPE"] = "wayland"
-        address = start_bus(self.processes, self.folder, self.environment)
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
-        self.bus = Bus(address)
-        self._start_compositor()
-        self.input = WaylandInput(self.environment["WAYLAND_DISPLAY"], _SIZE)
-        self.notifications = Notifications(self)
-        self.notifications.start("body", "body-markup")
+        self.screen = Compositor(self)
+        self._display = self.screen.process
+
+    def _start_panel(self):
         self.panel = Bar(self)
         self.panel.start()
 
-    def _start_compositor(self):
-        # Its own folder, and clients are told whole paths: as root it runs as somebody else.
-        folder = self._compositor_folder = tempfile.mkdtemp(prefix="quillbar-sway-")
-        configuration = os.path.join(folder, "config")
+    def lose_display(self):
+        self.screen.close()
+        super().lose_display()
+
+
+class Compositor(WaylandInput):
+    """Its windows, pixels, pointer and keys."""
+
+    def __init__(self, desktop):
+        # A folder of its own, and clients are told whole paths: as root it runs as somebody else.
+        self._folder = tempfile.mkdtemp(prefix="quillbar-sway-")
+        configuration = os.path.join(self._folder, "config")
         with open(configuration, "w", encoding="utf-8") as file:
             file.write(_COMPOSITOR)
         os.chmod(configuration, 0o644)
-        self.compositor = self.start(
+        self.process = desktop.start(
             ["sway", "--config", configuration],
             {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1",
-             "HOME": folder, "XDG_RUNTIME_DIR": folder}, **_not_as_root(folder))
+             "HOME": self._folder, "XDG_RUNTIME_DIR": self._folder}, **_not_as_root(self._folder))
+        display, control = wait_until(
+            self._sockets, lambda: f"sway did not start: {desktop.log('sway')}")
+        self._environment = desktop.environment
+        desktop.environment.update(WAYLAND_DISPLAY=display, SWAYSOCK=control)
+        super().__init__(display, _SIZE)
 
-        def sockets():
-            names = os.listdir(folder)
-            displays = [name for name in names if name.startswith("wayland-") and "." not in name]
-            controls = [name for name in names if name.startswith("sway-ipc.")]
-            return displays + controls if displays and controls else None
-
-        display, control = wait_until(sockets, lambda: f"sway did not start: {self.log('sway')}")
-        self.environment["WAYLAND_DISPLAY"] = os.path.join(folder, display)
-        self.environment["SWAYSOCK"] = os.path.join(folder, control)
-
-    def write(self, name, text):
-        path = os.path.join(self.folder, name)
-        with open(path, "w", encoding="utf-8") as file:
-            file.write(text)
-        return path
-
-    def control(self, *arguments):
-        """Asks the compositor or tells it something."""
-        return json.loads(self._output("swaymsg", "-r", *arguments))
+    def close(self):
+        super().close()
+        shutil.rmtree(self._folder, ignore_errors=True)
 
     def windows(self, process=None):
         """The shown windows as the compositor describes them."""
-        found, nodes = [], [self.control("-t", "get_tree")]
+        found, nodes = [], [json.loads(self._output("swaymsg", "-r", "-t", "get_tree"))]
         while nodes:
             node = nodes.pop()
             nodes += node["nodes"] + node["floating_nodes"]
@@ -90,25 +81,19 @@ class WaylandDesktop(VirtualDesktop):
 
     def settled_picture(self):
         """The whole screen, once two looks at it agree."""
-        last = [self.picture()]
+        return settled(self.picture)
 
-        def settled():
-            last.append(self.picture())
-            return last[-1].tobytes() == last[-2].tobytes()
-
-        wait_until(settled, "the screen never comes to rest")
-        return last[-1]
+    def _sockets(self):
+        names = os.listdir(self._folder)
+        displays = [name for name in names if name.startswith("wayland-") and "." not in name]
+        controls = [name for name in names if name.startswith("sway-ipc.")]
+        if not displays or not controls:
+            return None
+        return [os.path.join(self._folder, name) for name in (displays[0], controls[0])]
 
     def _output(self, *command):
-        return subprocess.run(command, env=self.environment, check=True, stdout=subprocess.PIPE,
+        return subprocess.run(command, env=self._environment, check=True, stdout=subprocess.PIPE,
                               timeout=60).stdout
-
-    def _tear_down(self):
-        if hasattr(self, "input"):
-            self.input.close()
-        super()._tear_down()
-        if hasattr(self, "_compositor_folder"):
-            shutil.rmtree(self._compositor_folder, ignore_errors=True)
 
 
 def _not_as_root(folder):
@@ -128,9 +113,28 @@ class Bar:
 
     def start(self):
         self._process = self._desktop.start([
-            "waybar", "--config", self._desktop.write("waybar.json", json.dumps(_BAR)),
-            "--style", self._desktop.write("waybar.css", "window { background: #202020; }")])
+            "waybar", "--config", self._write("waybar.json", json.dumps(_BAR)),
+            "--style", self._write("waybar.css", "window { background: #202020; }")])
         wait_until(lambda: self._desktop.bus.owner(WATCHER), "the bar's tray did not start")
+
+    def _write(self, name, text):
+        path = os.path.join(self._desktop.folder, name)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+        return path
+
+    def _icon_area(self):
+        side = _BAR["tray"]["icon-size"]
+        return _SIZE[0] - side, (_BAR_HEIGHT - side) // 2, side, side
+
+    def click_icon(self, button=1):
+        x, y, width, height = self._icon_area()
+        self._desktop.screen.click(x + width // 2, y + height // 2, button)
+
+    def shows_icon(self):
+        x, y, width, height = self._icon_area()
+        picture = self._desktop.screen.picture().crop((x, y, x + width, y + height))
+        return len(picture.getcolors()) > 1
 
     def items(self):
         return registered_items(self._desktop.bus)

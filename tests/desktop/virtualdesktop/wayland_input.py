@@ -67,9 +67,12 @@ class WaylandInput:
 
     def click(self, x, y, button=1):
         self.move_to(x, y)
-        for state in (1, 0):
-            self._send(self._pointer, 2, struct.pack("=III", _now(), _BUTTONS[button], state))
-            self._send(self._pointer, 4)
+        self.button(button, True)
+        self.button(button, False)
+
+    def button(self, button, is_down):
+        self._send(self._pointer, 2, struct.pack("=III", _now(), _BUTTONS[button], is_down))
+        self._send(self._pointer, 4)
 
     def _key(self, name, is_down):
         self._send(self._keyboard, 1, struct.pack("=III", _now(), _KEYS[name], is_down))

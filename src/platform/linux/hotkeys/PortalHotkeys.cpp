@@ -1,6 +1,7 @@
 #include "platform/linux/hotkeys/PortalHotkeys.h"
 
 #include "platform/linux/UserTime.h"
+#include "platform/linux/hotkeys/KeyNames.h"
 #include "platform/linux/hotkeys/TriggerText.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/SessionBus.h"
@@ -11,6 +12,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quillbar::platform {
@@ -76,6 +78,14 @@ std::vector<std::optional<HotkeyObstacle>> PortalHotkeys::obstacles(
     std::transform(combinations.begin(), combinations.end(), std::back_inserter(found),
         [this](KeyCombination const& combination) { return obstacle(combination); });
     return found;
+}
+
+std::vector<std::string> PortalHotkeys::keyNames(std::vector<std::uint32_t> const& keyCodes)
+{
+    std::vector<std::string> names;
+    std::transform(keyCodes.begin(), keyCodes.end(), std::back_inserter(names),
+        [](std::uint32_t keyCode) { return nameOfKey(usKeysym(keyCode)); });
+    return names;
 }
 
 std::optional<HotkeyObstacle> PortalHotkeys::obstacle(KeyCombination const& combination) const

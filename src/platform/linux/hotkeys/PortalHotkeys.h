@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace quillbar::platform {
@@ -32,6 +33,9 @@ public:
         std::string const& title) override;
     [[nodiscard]] std::vector<std::optional<HotkeyObstacle>> obstacles(
         std::vector<KeyCombination> const& combinations) override;
+    /// The names that the portal is told.
+    [[nodiscard]] std::vector<std::string> keyNames(
+        std::vector<std::uint32_t> const& keyCodes) override;
 
 private:
     enum class Service : std::uint8_t { Unknown, Absent, Present };

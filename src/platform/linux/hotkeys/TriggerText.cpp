@@ -27,21 +27,20 @@ Keymap usKeymap()
     return Keymap { xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS) };
 }
 
-QString keyName(std::uint32_t evdevCode)
+} // namespace
+
+std::uint32_t usKeysym(std::uint32_t keyCode)
 {
     static auto const keymap = usKeymap();
-    if (!keymap)
-        return {};
+    auto const evdevCode = virtualKeyToEvdev(keyCode);
+    if (!keymap || !evdevCode)
+        return XKB_KEY_NoSymbol;
     constexpr xkb_keycode_t xkbOffset = 8;
-    xkb_keysym_t const* symbols = nullptr;
-    if (xkb_keymap_key_get_syms_by_level(keymap.get(), evdevCode + xkbOffset, 0, 0, &symbols) != 1)
-        return {};
-    std::array<char, 64> name {};
-    xkb_keysym_get_name(symbols[0], name.data(), name.size());
-    return QString::fromLatin1(name.data());
+    xkb_keysym_t const* keysyms = nullptr;
+    auto const count
+        = xkb_keymap_key_get_syms_by_level(keymap.get(), *evdevCode + xkbOffset, 0, 0, &keysyms);
+    return count == 1 ? keysyms[0] : XKB_KEY_NoSymbol;
 }
-
-} // namespace
 
 std::optional<QString> triggerText(KeyCombination const& combination)
 {
@@ -53,16 +52,16 @@ std::optional<QString> triggerText(KeyCombination const& combination)
         Modifier { optionKey, "ALT+" }, Modifier { shiftKey, "SHIFT+" },
         Modifier { commandKey, "LOGO+" } };
 
-    auto const evdevCode = virtualKeyToEvdev(combination.keyCode);
-    auto const key = evdevCode ? keyName(*evdevCode) : QString();
-    if (key.isEmpty())
+    auto const keysym = usKeysym(combination.keyCode);
+    std::array<char, 64> key {};
+    if (keysym == XKB_KEY_NoSymbol || xkb_keysym_get_name(keysym, key.data(), key.size()) <= 0)
         return std::nullopt;
     QString text;
     for (auto const& modifier : modifiers) {
         if ((combination.modifiers & modifier.bit) != 0)
             text += QLatin1String(modifier.name);
     }
-    return text + key;
+    return text + QLatin1String(key.data());
 }
 
 } // namespace quillbar::platform

@@ -10,6 +10,8 @@
 #include <QKeyEvent>
 #include <QPointer>
 
+#include <utility>
+
 namespace quillbar::platform {
 
 namespace {
@@ -22,13 +24,17 @@ void focusChanged(QWidget* /*old*/, QWidget* now)
         window->portable()->userFocused(native->portable->shared_from_this());
 }
 
-// Where a press arrives first; it is filtered there and not again on its way up.
-QWidget* keyTarget()
+// Where a press arrives first; it is filtered there and not again on its way up. Under Wayland a
+// new window is typed into a moment before Qt takes it for the active one.
+bool isKeyTarget(QObject const& watched)
 {
-    if (auto* const grabber = QWidget::keyboardGrabber())
-        return grabber;
-    auto* const focused = QApplication::focusWidget();
-    return focused ? focused : QApplication::activeWindow();
+    if (!watched.isWidgetType())
+        return false;
+    if (auto const* const grabber = QWidget::keyboardGrabber())
+        return &watched == grabber;
+    auto const* const window = static_cast<QWidget const&>(watched).window();
+    auto const* const focused = window->focusWidget();
+    return &watched == (focused ? focused : window);
 }
 
 // True when the widget got the event as it is meant instead.
@@ -36,7 +42,7 @@ bool deliverWithoutHotkeyModifiers(QObject& watched, QEvent& event)
 {
     bool const isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
     // Only what a person did tells which keys are down.
-    if (!isKey || heldModifiers() == 0 || !event.spontaneous() || &watched != keyTarget())
+    if (!isKey || heldModifiers() == 0 || !event.spontaneous() || !isKeyTarget(watched))
         return false;
     auto const meant = withoutHotkeyModifiers(static_cast<QKeyEvent&>(event));
     if (!meant)
@@ -73,16 +79,29 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
         event->accept();
         return true;
     }
-    if (deliverWithoutHotkeyModifiers(*watched, *event))
+    if (deliverWithoutHotkeyModifiers(*watched, *event) || hasClosedPopUp(*event))
         return true;
     if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
         if (auto* const window = nativeWindowOf(static_cast<QWidget*>(watched)))
             window->noteMouse();
     }
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType()
-        || QApplication::activePopupWidget() || watched != keyTarget())
+    if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget()
+        || !isKeyTarget(*watched))
         return false;
     return keyPressed(static_cast<QWidget&>(*watched), static_cast<QKeyEvent&>(*event));
+}
+
+// A pop-up that a key closes goes before the press itself arrives, which under Wayland the window
+// then gets: Escape would close that as well.
+bool KeyFilter::hasClosedPopUp(QEvent const& event)
+{
+    bool const isPopUpOpen = QApplication::activePopupWidget() != nullptr;
+    if (event.type() == QEvent::ShortcutOverride && isPopUpOpen)
+        popUpKeyTime_ = static_cast<QKeyEvent const&>(event).timestamp();
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    auto const time = std::exchange(popUpKeyTime_, std::nullopt);
+    return !isPopUpOpen && time == static_cast<QKeyEvent const&>(event).timestamp();
 }
 
 bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)

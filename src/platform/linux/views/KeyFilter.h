@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class QKeyEvent;
 class QWidget;
 
@@ -20,6 +22,10 @@ private:
     explicit KeyFilter(QObject* application);
 
     [[nodiscard]] static bool keyPressed(QWidget& target, QKeyEvent const& event);
+    [[nodiscard]] bool hasClosedPopUp(QEvent const& event);
+
+    /// When the key went down that an open pop-up was offered.
+    std::optional<quint64> popUpKeyTime_;
 };
 
 } // namespace quillbar::platform

@@ -19,6 +19,9 @@ constexpr double highlightRadius = 6;
 class TablePeer final : public Peer<QWidget, TableView> {
 public:
     using Peer::Peer;
+    TablePeer(TablePeer const&) = delete;
+    TablePeer& operator=(TablePeer const&) = delete;
+    ~TablePeer() override { endDrag(); }
 
     void sync() override { update(); }
 
@@ -66,15 +69,24 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override
     {
         pressedRow_.reset();
-        if (!drag_)
-            return;
-        if (portable)
-            drag_->moveTo(event->position());
-        auto const text = drag_->text();
-        auto const gap = portable ? drag_->gap() : std::nullopt;
-        endDrag();
-        if (gap)
-            portableView()->userDropped(text, *gap);
+        if (drag_)
+            drop(event->position());
+    }
+
+    /// The pressed widget may be reused for another row while the table scrolls, so that a drag
+    /// takes the mouse before the window gives it to a widget. A Wayland client cannot grab it.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (!drag_ || !portable || !watched->isWindowType())
+            return false;
+        auto const position = [&] {
+            return mapFromGlobal(static_cast<QMouseEvent const&>(*event).globalPosition());
+        };
+        if (event->type() == QEvent::MouseMove)
+            drag_->moveTo(position());
+        else if (event->type() == QEvent::MouseButtonRelease)
+            drop(position());
+        return event->type() == QEvent::MouseMove;
     }
 
     void hideEvent(QHideEvent*) override { endDrag(); }
@@ -88,15 +100,27 @@ private:
             return;
         double const grip = pressed_.y() - portableView()->rectOfRow(row).y;
         drag_ = new RowDrag(*this, *portableView(), row, *std::move(text), grip);
-        // The widget under the pointer may be reused for another row while the table scrolls.
-        grabMouse(Qt::ClosedHandCursor);
+        qApp->installEventFilter(this);
+        QApplication::setOverrideCursor(Qt::ClosedHandCursor);
+    }
+
+    void drop(QPointF position)
+    {
+        if (portable)
+            drag_->moveTo(position);
+        auto const text = drag_->text();
+        auto const gap = portable ? drag_->gap() : std::nullopt;
+        endDrag();
+        if (gap)
+            portableView()->userDropped(text, *gap);
     }
 
     void endDrag()
     {
         if (!drag_)
             return;
-        releaseMouse();
+        qApp->removeEventFilter(this);
+        QApplication::restoreOverrideCursor();
         delete drag_.data();
     }
 
