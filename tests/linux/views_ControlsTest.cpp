@@ -4,6 +4,7 @@
 #include "platform/view/PopUpButton.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/TextField.h"
+#include "platform/view/TextSize.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -60,6 +61,23 @@ TEST_F(Controls, Widgets_lieExactlyInTheirFrames)
     EXPECT_EQ(inWindow(*box), roundedRect(box->frameInWindow()));
     EXPECT_EQ(inWindow(*field), QRect(5, 140, 290, 12));
     EXPECT_EQ(widgetOf(*box).window()->size(), QSize(300, 200));
+}
+
+TEST_F(Controls, ParagraphThatJustFailsToFit_isDrawnNarrowerAndNotCut)
+{
+    constexpr double width = 200;
+    std::string text = "H";
+    while (textSize(text, {}).width <= width)
+        text += " H";
+    auto const label = add(std::make_shared<Label>(), { 0, 0, width, 22 });
+    label->setLineBreak(LineBreak::WordWrap);
+    label->setText(text);
+    auto const drawn = widgetOf(*label).grab().toImage();
+    auto const ground = drawn.pixel(drawn.width() - 1, drawn.height() - 1);
+    for (int y = drawn.height() - 4; y < drawn.height(); ++y) {
+        for (int x = 0; x < drawn.width(); ++x)
+            ASSERT_EQ(drawn.pixel(x, y), ground) << "a second line begins";
+    }
 }
 
 TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
