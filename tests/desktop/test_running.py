@@ -44,22 +44,6 @@ def test_failure_is_told_with_a_sound(program):
         assert not shown["hints"].get("suppress-sound")
 
 
-def test_markup_in_names_is_escaped_only_where_it_is_rendered(program):
-    name = "<b>Tom & Jerry"
-    program.pin(name)
-    menu = program.start().menu
-    menu.click(name)
-    shown = wait_for_notification(program)
-    assert shown[0]["body"] == "Launched “&lt;b&gt;Tom &amp; Jerry”"
-
-    program.desktop.notifications.stop()
-    program.desktop.notifications.start("body")
-    menu.click(name)
-    assert wait_for_notification(program, 2)[1]["body"] == f"Launched “{name}”"
-    program.desktop.notifications.stop()
-    program.desktop.notifications.start("body", "body-markup")
-
-
 def test_icon_dims_for_a_moment(program):
     program.pin("A")
     tray = program.start()
