@@ -21,10 +21,8 @@ public:
     /// may be told the same twice.
     HostRegistration(QDBusConnection connection, std::function<void(TrayHost)> onHost);
 
-private Q_SLOTS:
-    void hostsChanged();
-
 private:
+    Q_SLOT void hostsChanged();
     void registerItem();
     void askForHost();
     void ownerChanged(QString const& newOwner);
