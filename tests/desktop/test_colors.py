@@ -1,5 +1,7 @@
 """Light and dark windows, as the desktop prefers."""
 
+import os
+
 from virtualdesktop import Window, wait_until
 from virtualdesktop.portal import Portal
 
@@ -34,6 +36,16 @@ def test_windows_follow_the_desktops_colours(program):
         wait_light(about)
         portal.change("dark")
         wait_dark(about)
+
+
+def test_an_alert_at_the_start_has_the_desktops_colours(program):
+    with Portal(program.desktop, "dark"):
+        program.pin("Alpha", "Beta")
+        os.remove(os.path.join(program.shortcuts_folder, "Beta"))
+        program.start()
+        alert = Window(program, "Quillbar")
+        wait_dark(alert)
+        alert.screen.press("Escape")
 
 
 def test_without_a_portal_windows_are_light(program):

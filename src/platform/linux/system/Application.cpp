@@ -115,10 +115,11 @@ private:
     void launch()
     {
         setUserTime(launchTime(tokens_.startupId));
+        // First, for the start may wait for an alert to be answered.
+        colorScheme_.follow();
         delegate_ = makeDelegate_();
         delegate_->applicationDidFinishLaunching();
         onTheDesktop_.serve(delegate_);
-        colorScheme_.follow();
     }
 
     MakeDelegate const& makeDelegate_;
