@@ -73,8 +73,12 @@ private:
     {
         if (!isDark(palette()))
             return;
+        painter.save();
+        // The line's middle, so that all four sides stay inside at every scale.
+        painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(faded(palette().color(QPalette::WindowText), 0.4));
-        painter.drawRect(box.adjusted(0, 0, -1, -1));
+        painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));
+        painter.restore();
     }
 
     void drawFocus(QPainter& painter, QStyleOptionButton const& option, QRect const& title)
