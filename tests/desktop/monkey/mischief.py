@@ -111,7 +111,9 @@ def pause_program(world):
 
 @mischief(1)
 def pause_children(world):
-    children = world.program.children()
+    # Before a child is another program, it has the parent's memory and the parent waits for it.
+    own = _executable(world.program.process.pid)
+    children = [child for child in world.program.children() if _executable(child) not in (own, None)]
     for child in children:
         _signal(child, signal.SIGSTOP)
     world.trouble("paused children",
@@ -144,6 +146,13 @@ def change_layout(world):
 @mischief(0.5)
 def restart_window_manager(world):
     world.restart_window_manager()
+
+
+def _executable(process_id):
+    try:
+        return os.readlink(f"/proc/{process_id}/exe")
+    except OSError:
+        return None
 
 
 def _signal(process_id, number):
