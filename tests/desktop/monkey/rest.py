@@ -10,7 +10,9 @@ from virtualdesktop.screen import VANISHED
 from .resources import measure
 from .world import GOOD, combination
 
+# A combination is grabbed with and without each of two locks.
 _VARIANTS = 4
+_RECORDER = "Hotkey for "
 
 
 class Rest:
@@ -78,6 +80,8 @@ class Rest:
     def _settle(self):
         """Until no child runs and the icon shows."""
         world = self._world
+        # Its answer comes after whatever was sent before.
+        world.tray.menu.revision()
         wait_until(lambda: not world.program.children(), "children stay")
         self._program.tray()
         wait_until(world.desktop.panel.shows_icon, "the panel does not show the icon")
@@ -90,7 +94,8 @@ class Rest:
         before = self._time_of_save()
         settings.click("push button", "Save")
         wait_until(lambda: self._time_of_save() != before, "a click on Save stores nothing")
-        shown = [row.name for row in settings.elements("list item")]
+        buttons = [button.name.partition(_RECORDER) for button in settings.elements("push button")]
+        shown = [name for _, recorder, name in buttons if recorder]
         # Rows out of sight do not exist.
         wait_until(lambda: self._world.config()["pinned"][:len(shown)] == shown,
                    lambda: f"{shown} is shown, {self._world.config()} stored")
@@ -104,7 +109,7 @@ class Rest:
         for name, hotkey in self._world.hotkeys().items():
             if hotkey["modifiers"] & 0x1900:
                 continue
-            button = f"Hotkey for {name}" if name else "Quick open hotkey"
+            button = f"{_RECORDER}{name}" if name else "Quick open hotkey"
             settings.click("push button", button)
             settings.wait_for("push button", button, "records",
                               lambda found: found.description == "Press keys…")
@@ -130,7 +135,9 @@ class Rest:
             return
         self._program.forget_runs()
         menu.send(rows[chosen])
-        self._program.wait_for_runs(chosen)
+        # What was typed last may still run, too.
+        wait_until(lambda: chosen in self._program.ran(),
+                   lambda: f"{chosen!r} was clicked, {self._program.ran()} ran")
         wait_until(self._world.desktop.notifications.shown, "a run is not reported")
 
     def _combinations(self):

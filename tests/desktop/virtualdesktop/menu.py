@@ -37,6 +37,10 @@ class ExportedMenu:
     def revision(self):
         return self._layout(["type"])[0]
 
+    def is_filled(self):
+        """Whether there are rows: they come after the icon, when the tool has listed."""
+        return bool(self._layout(["type"])[1][2])
+
     def rows(self, images=True):
         """The rows; unpacking the images of thousands takes Python long."""
         wanted = [] if images else ["type", "label", "enabled", "visible", "shortcut"]

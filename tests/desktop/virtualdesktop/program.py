@@ -106,9 +106,11 @@ class Program:
         return self.process
 
     def start(self, **environment):
-        """Starts the program and waits for its icon in the panel."""
+        """Starts the program and waits for its icon in the panel and its menu."""
         self.launch(**environment)
-        return self.tray()
+        tray = self.tray()
+        wait_until(tray.menu.is_filled, "the menu never comes")
+        return tray
 
     def tray(self):
         """The program's registered status item."""

@@ -182,10 +182,12 @@ class Screen:
         return refused.get_error() is not None
 
     def is_pointer_free(self):
-        """Whether no program holds the pointer."""
+        """Whether no program holds the pointer; keeps none out meanwhile."""
+        self.display.grab_server()
         status = self.root.grab_pointer(
             False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
         self.display.ungrab_pointer(X.CurrentTime)
+        self.display.ungrab_server()
         self.display.sync()
         return status == X.GrabSuccess
 
