@@ -141,23 +141,27 @@ def click_exported_row(world):
 @hand(5)
 def confuse_exported_menu(world):
     menu = world.tray.menu
+
+    def call(method, signature, *arguments):
+        world.desktop.bus.call(*menu.address, "com.canonical.dbusmenu", method, signature, *arguments)
+
     ids = [-2**31, -1, 0, 1, 2, 5, 999, 2**31 - 1]
     row_id = world.random.choice(ids)
     what = world.pick(["event", "group", "show", "layout", "properties", "junk"])
     if what == "event":
         menu.send(row_id, world.random.choice(["hovered", "opened", "closed", "", "\U0001F4A5"]))
     elif what == "group":
-        menu.call("EventGroup", "(a(isvu))",
-                  [(value, "opened", GLib.Variant("(ias)", (1, ["x"])), 7) for value in ids])
+        call("EventGroup", "(a(isvu))",
+             [(value, "opened", GLib.Variant("(ias)", (1, ["x"])), 7) for value in ids])
     elif what == "show":
-        menu.call("AboutToShow", "(i)", row_id)
-        menu.call("AboutToShowGroup", "(ai)", ids)
+        call("AboutToShow", "(i)", row_id)
+        call("AboutToShowGroup", "(ai)", ids)
     elif what == "layout":
-        menu.call("GetLayout", "(iias)", row_id, world.random.randint(-5, 5), ["label", "\u00fc"])
+        call("GetLayout", "(iias)", row_id, world.random.randint(-5, 5), ["label", "\u00fc"])
     elif what == "properties":
-        menu.call("GetGroupProperties", "(aias)", ids, [])
+        call("GetGroupProperties", "(aias)", ids, [])
     else:
-        menu.call("Event", "(as)", ["nonsense"])
+        call("Event", "(as)", ["nonsense"])
 
 
 @hand(5)

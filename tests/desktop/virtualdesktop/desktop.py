@@ -24,7 +24,7 @@ _REPORTS = "sanitizer"
 _SANITIZERS = {
     # Deep enough to name what allocates; whole stacks make the program three times as slow.
     "ASAN_OPTIONS": "malloc_context_size=8",
-    "UBSAN_OPTIONS": "print_stacktrace=1",
+    "UBSAN_OPTIONS": "",
     "LSAN_OPTIONS": "suppressions=" + os.path.join(os.path.dirname(__file__), "leaks.supp"),
 }
 
