@@ -10,7 +10,7 @@ from Xlib import X
 from Xlib.protocol import event
 
 NAMES = ["Alpha", "Beta", "Gamma", "Delta <b>&amp;", "_under_ score", "Émile ☕", "שלום",
-         "x" * 200, "Slow", "Loud", "Broken", "Killed"]
+         "x" * 60, "Slow", "Loud", "Broken", "Killed"]
 _SCRIPTS = {"Slow": "sleep 1", "Loud": "head -c 3000000 /dev/zero", "Broken": "exit 3",
             "Killed": "kill -9 $$"}
 # Shortcuts that end well, and at once.
