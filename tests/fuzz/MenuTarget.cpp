@@ -72,10 +72,11 @@ private:
             requireMeaning(id, *row->item);
         if (properties.contains(QStringLiteral("label"))) {
             auto const title = QString::fromStdString(row->item->title)
-                                   .replace(QChar::Null, QChar::ReplacementCharacter);
+                                   .replace(QChar::Null, QChar::ReplacementCharacter)
+                                   .replace(u'\n', QChar::Space);
             auto label = properties.value(QStringLiteral("label")).toString();
             label.replace(QLatin1String("__"), QLatin1String("_"));
-            require(label == title, "a label shows the name exactly");
+            require(label == title, "a label shows the name on one line");
         }
         for (auto const child : row->children)
             read(child, shown);
