@@ -6,11 +6,9 @@
 #include <QCoreApplication>
 #include <QDBusError>
 #include <QDBusMetaType>
-#include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServer>
-#include <QDBusSignature>
 #include <QDBusVariant>
 #include <QEventLoop>
 
@@ -18,7 +16,7 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -65,6 +63,7 @@ namespace {
 
 constexpr auto menuInterface = "com.canonical.dbusmenu";
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
+constexpr auto introspectionInterface = "org.freedesktop.DBus.Introspectable";
 
 QString string(Source& source)
 {
@@ -90,130 +89,92 @@ template <class Make> auto list(Source& source, Make const& make)
     return result;
 }
 
-QVariant value(Source& source, int depth = 0);
+QVariant value(Source& source, char type, int depth = 0);
 
-QDBusVariant boxed(Source& source, int depth = 0)
+/// One value of any type; those that hold others come last.
+QVariant value(Source& source, int depth = 0)
 {
-    return QDBusVariant(value(source, depth));
+    static constexpr std::string_view types = "isubdyISvmea";
+    constexpr int deepest = 6;
+    return value(source, types[source.byte() % (types.size() - (depth < deepest ? 0 : 4))], depth);
 }
 
 MenuEvent event(Source& source, int depth = 0)
 {
-    return { rowId(source), string(source), boxed(source, depth + 1),
+    return { rowId(source), string(source), QDBusVariant(value(source, depth + 1)),
         static_cast<uint>(source.number()) };
 }
 
-/// One value of any type that a message can hold.
-QVariant value(Source& source, int depth)
+QVariant value(Source& source, char type, int depth)
 {
-    constexpr int deepest = 6;
-    switch (source.byte() % (depth < deepest ? 16 : 12)) {
-    case 0:
+    auto const inner = [depth](Source& from) { return value(from, depth + 1); };
+    switch (type) {
+    case 'i':
         return rowId(source);
-    case 1:
+    case 's':
         return string(source);
-    case 2:
+    case 'u':
         return static_cast<uint>(source.number());
-    case 3:
-        return QVariant::fromValue(source.byte());
-    case 4:
+    case 'b':
         return (source.byte() & 1) != 0;
-    case 5:
-        return static_cast<qint64>(source.number()) << 32;
-    case 6:
+    case 'd':
         return source.number() / 3.0;
-    case 7:
-        return QVariant::fromValue(list(source, rowId));
-    case 8:
-        return QStringList(list(source, string));
-    case 9:
+    case 'y':
         return QByteArray::fromStdString(source.text());
-    case 10:
-        return QVariant::fromValue(QDBusObjectPath("/a"));
-    case 11:
-        return QVariant::fromValue(QDBusSignature("a{sv}"));
-    case 12:
-        return QVariant::fromValue(boxed(source, depth + 1));
-    case 13:
-        return QVariantMap { { string(source), value(source, depth + 1) } };
-    case 14:
+    case 'I':
+        return QVariant::fromValue(list(source, rowId));
+    case 'S':
+        return QStringList(list(source, string));
+    case 'v':
+        return QVariant::fromValue(QDBusVariant(inner(source)));
+    case 'm':
+        return QVariantMap { { string(source), inner(source) } };
+    case 'e':
         return QVariant::fromValue(
             list(source, [depth](Source& from) { return event(from, depth + 1); }));
-    default: {
-        QVariantList values;
-        for (auto count = source.byte() % 4; count > 0; --count)
-            values << value(source, depth + 1);
-        return values;
-    }
+    case 'n':
+        return source.number();
+    case 'M':
+        return QString::fromLatin1(menuInterface);
+    default:
+        return list(source, inner);
     }
 }
 
 struct Call {
-    QString interface = QString::fromLatin1(menuInterface);
+    QString interface;
     QString method;
     QVariantList arguments;
 };
 
-Call anyCall(Source& source)
+/// Of any interface and method; when fitting, with the arguments that the method takes.
+Call call(Source& source, bool isFitting)
 {
-    static constexpr char const* interfaces[]
-        = { menuInterface, propertiesInterface, "", "org.freedesktop.DBus.Introspectable" };
-    static constexpr char const* methods[]
-        = { "GetLayout", "GetGroupProperties", "GetProperty", "Event", "EventGroup", "AboutToShow",
-              "AboutToShowGroup", "Get", "GetAll", "Set", "Introspect", "Nothing" };
-    Call call;
-    call.interface = QString::fromLatin1(interfaces[source.byte() % std::size(interfaces)]);
-    call.method = QString::fromLatin1(methods[source.byte() % std::size(methods)]);
+    struct Method {
+        char const* interface;
+        char const* name;
+        std::string_view arguments;
+    };
+    static constexpr Method methods[]
+        = { { menuInterface, "GetLayout", "inS" }, { menuInterface, "GetGroupProperties", "IS" },
+              { menuInterface, "GetProperty", "is" }, { menuInterface, "AboutToShow", "i" },
+              { menuInterface, "AboutToShowGroup", "I" }, { propertiesInterface, "Get", "Ms" },
+              { propertiesInterface, "Set", "Msv" }, { propertiesInterface, "GetAll", "M" },
+              { introspectionInterface, "Introspect", "" }, { menuInterface, "Event", "isvu" },
+              { menuInterface, "EventGroup", "e" }, { "", "Nothing", "" } };
+    // Events that fit have what they bring about checked.
+    constexpr auto checkedApart = 3;
+    auto const& [interface, name, types]
+        = methods[source.byte() % (std::size(methods) - (isFitting ? checkedApart : 0))];
+    Call call { QString::fromLatin1(interface), QString::fromLatin1(name), {} };
+    if (isFitting) {
+        for (auto const type : types)
+            call.arguments << value(source, type);
+        return call;
+    }
+    call.interface = QString::fromLatin1(methods[source.byte() % std::size(methods)].interface);
     for (auto count = source.byte() % 5; count > 0; --count)
         call.arguments << value(source);
-    return call;
-}
-
-/// With the arguments that the method takes.
-Call fittingCall(Source& source)
-{
-    auto const names = [&source] { return QStringList(list(source, string)); };
-    Call call;
-    switch (source.byte() % 9) {
-    case 0:
-        call.method = QStringLiteral("GetLayout");
-        call.arguments = { rowId(source), source.number(), names() };
-        break;
-    case 1:
-        call.method = QStringLiteral("GetGroupProperties");
-        call.arguments = { QVariant::fromValue(list(source, rowId)), names() };
-        break;
-    case 2:
-        call.method = QStringLiteral("GetProperty");
-        call.arguments = { rowId(source), string(source) };
-        break;
-    case 3:
-        call.method = QStringLiteral("AboutToShow");
-        call.arguments = { rowId(source) };
-        break;
-    case 4:
-        call.method = QStringLiteral("AboutToShowGroup");
-        call.arguments = { QVariant::fromValue(list(source, rowId)) };
-        break;
-    case 5:
-        call.interface = QString::fromLatin1(propertiesInterface);
-        call.method = QStringLiteral("Get");
-        call.arguments = { QString::fromLatin1(menuInterface), string(source) };
-        break;
-    case 6:
-        call.interface = QString::fromLatin1(propertiesInterface);
-        call.method = QStringLiteral("Set");
-        call.arguments = { QString(), string(source), QVariant::fromValue(boxed(source)) };
-        break;
-    case 7:
-        call.interface = QString::fromLatin1(propertiesInterface);
-        call.method = QStringLiteral("GetAll");
-        call.arguments = { QString::fromLatin1(menuInterface) };
-        break;
-    default:
-        call.method = QStringLiteral("Introspect");
-        call.interface = QStringLiteral("org.freedesktop.DBus.Introspectable");
-    }
     return call;
 }
 
@@ -296,27 +257,21 @@ public:
 
     void sendEvent(MenuEvent const& event)
     {
-        Call call;
-        call.method = QStringLiteral("Event");
-        call.arguments = { event.id, event.name, QVariant::fromValue(event.data), event.timestamp };
-        auto const reply = line().ask(call);
-        require(rows_.contains(event.id) ? reply.type() == QDBusMessage::ReplyMessage
-                                         : isRefusal(reply),
-            "an event is for a row that is there");
+        auto const reply = askMenu(
+            "Event", { event.id, event.name, QVariant::fromValue(event.data), event.timestamp });
+        require(
+            isRefusal(reply) != rows_.contains(event.id), "an event is for a row that is there");
         requireChosen({ event });
     }
 
     void sendGroup(QList<MenuEvent> const& events)
     {
-        Call call;
-        call.method = QStringLiteral("EventGroup");
-        call.arguments = { QVariant::fromValue(events) };
         QList<int> unknown;
         for (auto const& event : events) {
             if (!rows_.contains(event.id))
                 unknown << event.id;
         }
-        auto const reply = line().ask(call);
+        auto const reply = askMenu("EventGroup", { QVariant::fromValue(events) });
         auto const isRefused = isRefusal(reply);
         require(isRefused == (!unknown.isEmpty() && unknown.size() == events.size()),
             "a group is refused when it knows no row at all");
@@ -333,6 +288,12 @@ public:
     }
 
 private:
+    static QDBusMessage askMenu(char const* method, QVariantList const& arguments)
+    {
+        return line().ask(
+            { QString::fromLatin1(menuInterface), QString::fromLatin1(method), arguments });
+    }
+
     /// Has each row that does something note its place in the menu.
     void number(std::vector<MenuItem>& items)
     {
@@ -347,10 +308,7 @@ private:
 
     void readLayout()
     {
-        Call call;
-        call.method = QStringLiteral("GetLayout");
-        call.arguments = { 0, -1, QStringList() };
-        auto const reply = line().ask(call);
+        auto const reply = askMenu("GetLayout", { 0, -1, QStringList() });
         require(reply.signature() == QLatin1String("u(ia{sv}av)"), "the layout can be read");
         rows_.clear();
         auto const layout = qdbus_cast<platform::MenuLayout>(reply.arguments().at(1));
@@ -410,10 +368,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
             session.sendGroup(list(source, [](Source& from) { return event(from); }));
             break;
         case 3:
-            session.send(fittingCall(source));
+            session.send(call(source, true));
             break;
         default:
-            session.send(anyCall(source));
+            session.send(call(source, false));
             session.forgetChosen();
         }
     }
