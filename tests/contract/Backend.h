@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -24,7 +23,5 @@ using Arguments = std::vector<std::string>;
 [[nodiscard]] Arguments childExiting(int status);
 [[nodiscard]] Arguments childEndedBySignal();
 [[nodiscard]] Arguments childThatCannotStart();
-/// Prints so many times the letter x to its standard output and to its standard error, then exits.
-[[nodiscard]] Arguments childPrinting(std::size_t size, int status);
 
 } // namespace quillbar::test

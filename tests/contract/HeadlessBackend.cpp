@@ -53,12 +53,4 @@ Arguments childThatCannotStart()
     return scripted({ "/no/such/child" }, script);
 }
 
-Arguments childPrinting(std::size_t size, int status)
-{
-    headless::ChildScript script;
-    script.exitStatus = status;
-    script.output = std::string(size, 'x');
-    return scripted({ "/child", "prints", std::to_string(size) }, script);
-}
-
 } // namespace quillbar::test

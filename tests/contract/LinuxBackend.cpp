@@ -48,12 +48,6 @@ Arguments childThatCannotStart()
     return { "/no/such/program" };
 }
 
-Arguments childPrinting(std::size_t size, int status)
-{
-    auto const print = "head -c " + std::to_string(size) + " /dev/zero | tr '\\0' x";
-    return shell(print + "; " + print + " >&2; exit " + std::to_string(status));
-}
-
 } // namespace quillbar::test
 
 int main(int argumentCount, char** arguments)

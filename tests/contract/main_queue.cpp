@@ -5,9 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <memory>
-#include <thread>
 #include <utility>
 
 namespace quillbar::platform {
@@ -43,32 +41,6 @@ TEST_F(MainQueueContract, Work_runsInTheOrderOfPostingAndNeverWithinTheCall)
     EXPECT_THAT(noted, IsEmpty());
     waitForNotes(4);
     EXPECT_THAT(noted, ElementsAre(1, 2, 3, 4));
-}
-
-TEST_F(MainQueueContract, WorkOfOtherThreads_runsOnTheMainThreadInTheirOrder)
-{
-    constexpr int threadCount = 4;
-    constexpr int perThread = 100;
-    auto const mainThread = std::this_thread::get_id();
-    std::vector<std::vector<int>> seen(threadCount);
-    int count = 0;
-    std::vector<std::thread> threads;
-    for (std::size_t t = 0; t < threadCount; ++t) {
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < perThread; ++i) {
-                post([&, t, i] {
-                    EXPECT_EQ(std::this_thread::get_id(), mainThread);
-                    seen[t].push_back(i);
-                    ++count;
-                });
-            }
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
-    test::waitUntil([&] { return count == threadCount * perThread; });
-    for (auto const& numbers : seen)
-        EXPECT_TRUE(std::ranges::is_sorted(numbers));
 }
 
 TEST_F(MainQueueContract, DelayedWork_comesByItsTimeAndNeverSooner)

@@ -48,24 +48,5 @@ TEST(KeyMonitor, Handler_mayRemoveItselfAndOthers)
     EXPECT_EQ(log, "42");
 }
 
-TEST(KeyMonitor, GrabIsWanted_whileAMonitorAsksForIt)
-{
-    auto const pass = [](KeyEvent const&) { return KeyEventResult::Pass; };
-    EXPECT_FALSE(isKeyboardGrabWanted());
-    auto const local = addKeyDownMonitor(pass);
-    auto recorder = addKeyDownMonitor(pass, KeyMonitorReach::GrabKeyboard);
-    EXPECT_TRUE(isKeyboardGrabWanted());
-    recorder.reset();
-    EXPECT_FALSE(isKeyboardGrabWanted());
-
-    recorder = addKeyDownMonitor(
-        [&](KeyEvent const&) {
-            recorder.reset();
-            return isKeyboardGrabWanted() ? KeyEventResult::Pass : KeyEventResult::Consume;
-        },
-        KeyMonitorReach::GrabKeyboard);
-    EXPECT_EQ(runKeyDownMonitors({ 0, 0 }), KeyEventResult::Consume);
-}
-
 } // namespace
 } // namespace quillbar::platform

@@ -109,22 +109,6 @@ TEST_F(ViewTable, Reload_givesEveryRowItsViewAgain)
     EXPECT_FALSE(table->viewAtRow(1)->isHidden());
 }
 
-TEST_F(ViewTable, Reload_withFewerRowsScrollsBack)
-{
-    load(100);
-    table->scrollRowToVisible(99);
-    load(10);
-    EXPECT_EQ(scroll->offset(), 100);
-    EXPECT_EQ(textAt(9), "9");
-}
-
-TEST_F(ViewTable, Rows_fillTheWidthOfTheScrollView)
-{
-    load(100);
-    EXPECT_EQ(table->viewAtRow(2)->frame(), (Rect { 0, 40, 300, 20 }));
-    EXPECT_EQ(table->frame().height, 2000);
-}
-
 TEST_F(ViewTable, Points_nameRowsAndGaps)
 {
     load(3);
