@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 namespace quillbar {
 namespace {
 
@@ -82,19 +80,6 @@ TEST_F(FirstRunWindowsTest, AboutShowsTheVersionAndItsLinksStayOpen)
         EXPECT_TRUE(headless::click(link));
     EXPECT_EQ(headless::openedAddresses().size(), 2U);
     EXPECT_TRUE(about->window().isVisible());
-}
-
-TEST_F(FirstRunWindowsTest, DrawnIconKeepsItsProportions)
-{
-    auto const image = AboutWindowController::appIcon(88);
-    auto const& drawing = *std::get<std::shared_ptr<Drawing const>>(image);
-    ASSERT_EQ(drawing.operations.size(), 3U);
-    EXPECT_DOUBLE_EQ(std::get<ClipToRoundedRect>(drawing.operations[0]).radius, 19.36);
-    EXPECT_EQ(std::get<FillLinearGradient>(drawing.operations[1]).angle, -60);
-    auto const& heart = std::get<DrawSymbol>(drawing.operations[2]);
-    EXPECT_NEAR(heart.rect.x, 16.72, 1e-9);
-    EXPECT_NEAR(heart.rect.width, 54.56, 1e-9);
-    EXPECT_EQ(heart.color, white);
 }
 
 TEST_F(FirstRunWindowsTest, BundledIconReplacesTheDrawnOne)

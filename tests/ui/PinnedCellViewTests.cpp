@@ -19,7 +19,6 @@ protected:
         window->setContentView(cell);
         window->makeKeyAndOrderFront();
         cell->onGroupChange = [this](auto const& title) { chosen.push_back(title); };
-        cell->onRequestCustom = [this] { ++requests; };
     }
 
     std::shared_ptr<PinnedCellView> cell = std::make_shared<PinnedCellView>();
@@ -27,7 +26,6 @@ protected:
     std::shared_ptr<platform::Window> window = std::make_shared<platform::Window>(
         platform::Size { 510, 30 }, platform::WindowStyle::TitledClosable);
     std::vector<std::string> chosen;
-    int requests = 0;
 };
 
 TEST_F(PinnedCell, SectionPopup_offersThePresetsAndTheSectionInUse)
@@ -64,33 +62,6 @@ TEST_F(PinnedCell, ChosenSection_isReportedByItsValue)
     for (auto const* const title : { "Work", "None", "Games" })
         EXPECT_TRUE(choose(popUp, title));
     EXPECT_EQ(chosen, (std::vector<std::string> { "Work", "", "Games" }));
-    EXPECT_EQ(requests, 0);
-}
-
-TEST_F(PinnedCell, Custom_asksInsteadOfReporting)
-{
-    choose(popUp, "Custom…");
-    EXPECT_EQ(requests, 1);
-    EXPECT_TRUE(chosen.empty());
-}
-
-TEST_F(PinnedCell, WithoutCallbacks_ignoresThePerson)
-{
-    cell->onGroupChange = nullptr;
-    cell->onRequestCustom = nullptr;
-    EXPECT_TRUE(choose(popUp, "Custom…"));
-    EXPECT_TRUE(choose(popUp, "Work"));
-    EXPECT_TRUE(platform::headless::click(find<platform::Button>(*cell, "Login")));
-}
-
-TEST_F(PinnedCell, Controls_areNamedAfterTheShortcut)
-{
-    EXPECT_TRUE(find<HotkeyRecorder>(*cell, "Hotkey for Lights"));
-    EXPECT_TRUE(find<platform::Button>(*cell, "Login for Lights"));
-    EXPECT_TRUE(find<platform::PopUpButton>(*cell, "Section for Lights"));
-    auto const remove = find<platform::Button>(*cell, "Remove");
-    ASSERT_TRUE(remove);
-    EXPECT_EQ(remove->accessibilityDescription(), "Lights");
 }
 
 TEST_F(PinnedCell, ReuseForAnotherShortcut_endsTheRecording)

@@ -112,17 +112,12 @@ TEST(SettingsModel, Records_leaveOutWhatIsNotPinnedOrMeansNothing)
     EXPECT_EQ(saved, expected);
 }
 
-TEST(SettingsModel, Record_withoutAChosenIconKeepsTheOldOne)
+TEST(SettingsModel, IconAndQuickOpenHotkey_stayWhereNoneIsChosen)
 {
     auto config = pinning({});
     config.iconSymbol = "flame.fill";
     SettingsModel model(config, {});
     EXPECT_EQ(model.save({}).iconSymbol, "flame.fill");
-}
-
-TEST(SettingsModel, QuickOpenHotkey_isSavedOnlyWhenThereIsOne)
-{
-    SettingsModel model(pinning({}), {});
     EXPECT_EQ(model.menuHotkeyEff(), (Hotkey { 17, 0x900 }));
     EXPECT_EQ(model.save({}).menuHotkey, std::nullopt);
     model.setMenuHotkey({ 3, 0x200 });
