@@ -132,16 +132,6 @@ TEST_F(Running, TheRightGivenOnTheFirstFailure_showsThatFailure)
             Field(&platform::Notification::body, "Launched “A”")));
 }
 
-TEST_F(Running, AStartThatFails_isAFailedRun)
-{
-    headless::setNotificationAnswer(NotificationAuthorization::Authorized);
-    headless::ChildScript script;
-    script.start = headless::ChildStart::Fails;
-    start(config);
-    runToEnd("A", script);
-    EXPECT_THAT(headless::postedNotifications(), SizeIs(1));
-}
-
 TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)
 {
     for (auto const& name : config.pinned)
