@@ -8,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QWheelEvent>
@@ -41,28 +40,6 @@ protected:
     }
 };
 
-TEST_F(Controls, Widgets_lieExactlyInTheirFrames)
-{
-    auto const scroll = add(std::make_shared<ScrollView>(), { 20, 30, 200, 100 });
-    scroll->setBorder(ScrollBorder::Bezel);
-    auto const list = std::make_shared<View>();
-    list->setFrame({ 0, 0, 180, 1000 });
-    auto const box = list->addSubview(std::make_shared<Button>(ButtonStyle::CheckBox, "Pin"));
-    box->setFrame({ 10, 58, 160, 16 });
-    scroll->setDocumentView(list);
-    scroll->userScrolled(50);
-    auto const field = add(std::make_shared<TextField>(), { 5, 140, 290, 12 });
-
-    auto const inWindow = [&](View const& view) {
-        auto& widget = widgetOf(view);
-        return QRect(widget.mapTo(widget.window(), QPoint()), widget.size());
-    };
-    EXPECT_EQ(inWindow(*box), QRect(31, 39, 160, 16));
-    EXPECT_EQ(inWindow(*box), roundedRect(box->frameInWindow()));
-    EXPECT_EQ(inWindow(*field), QRect(5, 140, 290, 12));
-    EXPECT_EQ(widgetOf(*box).window()->size(), QSize(300, 200));
-}
-
 TEST_F(Controls, ParagraphThatJustFailsToFit_isDrawnNarrowerAndNotCut)
 {
     constexpr double width = 200;
@@ -91,18 +68,6 @@ TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
         settle();
         EXPECT_TRUE(gone.expired());
     }
-}
-
-TEST_F(Controls, RealClick_togglesACheckboxOnce)
-{
-    auto const box
-        = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Pin"), { 10, 10, 160, 16 });
-    auto& widget = static_cast<QAbstractButton&>(widgetOf(*box));
-    QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, { 150, 8 });
-    EXPECT_EQ(box->state(), ButtonState::On);
-    EXPECT_TRUE(widget.isChecked());
-    box->setState(ButtonState::Off);
-    EXPECT_FALSE(widget.isChecked());
 }
 
 TEST_F(Controls, WheelOverAClosedPopUp_isLeftToWhatScrolls)
@@ -155,27 +120,6 @@ TEST_F(Controls, TypedText_arrivesAndACompositionOnlyWhenItIsDone)
     field->setText("x");
     EXPECT_EQ(static_cast<QLineEdit&>(widgetOf(*field)).text(), QStringLiteral("x"));
     EXPECT_EQ(edits, 3);
-}
-
-TEST_F(Controls, AccessibilityTree_namesEveryKind)
-{
-    auto const label = add(std::make_shared<Label>("Menu bar icon:"), { 0, 0, 120, 20 });
-    auto const remove = add(std::make_shared<Button>(ButtonStyle::Borderless), { 0, 20, 20, 18 });
-    remove->setImage(SymbolImage { "xmark.circle.fill", "Remove", {}, {} });
-    remove->setToolTip("Remove from pinned");
-    auto const popUp = addPopUp(window->contentView());
-    auto const field = add(std::make_shared<TextField>(), { 0, 60, 100, 30 });
-    field->setAccessibilityLabel("Search");
-
-    auto const described = [&](View const& view) {
-        auto* const interface = QAccessible::queryAccessibleInterface(&widgetOf(view));
-        return std::pair(interface->role(), interface->text(QAccessible::Name).toStdString());
-    };
-    EXPECT_EQ(described(*label), std::pair(QAccessible::StaticText, std::string("Menu bar icon:")));
-    EXPECT_EQ(described(*remove), std::pair(QAccessible::PushButton, std::string("Remove")));
-    EXPECT_EQ(described(*popUp), std::pair(QAccessible::ComboBox, std::string("None")));
-    EXPECT_EQ(described(*field), std::pair(QAccessible::EditableText, std::string("Search")));
-    EXPECT_EQ(widgetOf(*remove).accessibleDescription(), QStringLiteral("Remove from pinned"));
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include "platform/view/ScrollView.h"
 #include "platform/view/TableView.h"
 
-#include <QAccessible>
-
 #include <optional>
 #include <string>
 
@@ -34,7 +32,6 @@ protected:
             dropped = text + " at " + std::to_string(gap);
             return true;
         };
-        table->onDoubleClick = [this] { opened = table->clickedRow(); };
         table->reloadData();
         settle();
     }
@@ -54,7 +51,6 @@ protected:
     std::shared_ptr<ScrollView> scroll = add(std::make_shared<ScrollView>(), { 0, 0, 300, 100 });
     std::shared_ptr<TableView> table = std::make_shared<TableView>();
     std::string dropped;
-    std::optional<std::size_t> opened;
 };
 
 TEST_F(RowDrags, Drag_dropsInTheNearestGap)
@@ -100,25 +96,6 @@ TEST_F(RowDrags, PointerAtTheEdge_scrollsOn)
     release(static_cast<int>(scroll->offset()) + 97);
     EXPECT_EQ(dropped.substr(0, 5), "0 at ");
     EXPECT_GT(std::stoi(dropped.substr(5)), 20);
-}
-
-TEST_F(RowDrags, DoubleClick_opensTheRow)
-{
-    QTest::mouseDClick(&label(2), Qt::LeftButton, Qt::NoModifier, { 30, 10 });
-    EXPECT_EQ(opened, 2u);
-}
-
-TEST_F(RowDrags, AssistiveTechnology_movesRowsToo)
-{
-    auto* const row = QAccessible::queryAccessibleInterface(&widgetOf(*table->viewAtRow(2)));
-    EXPECT_EQ(row->role(), QAccessible::ListItem);
-    EXPECT_EQ(row->text(QAccessible::Name), QStringLiteral("2"));
-    table->selectRow(2);
-    EXPECT_TRUE(row->state().selected);
-    auto* const actions = row->actionInterface();
-    ASSERT_EQ(actions->actionNames().size(), 2);
-    actions->doAction(actions->actionNames().at(0));
-    EXPECT_EQ(dropped, "2 at 1");
 }
 
 } // namespace

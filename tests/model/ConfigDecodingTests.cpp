@@ -184,13 +184,6 @@ TEST(ConfigDecoding, DeepNesting_isRefusedWithoutRecursion)
     }
 }
 
-TEST(ConfigDecoding, ALargeFile_isRead)
-{
-    auto const megabyte = "\"" + std::string(1 << 20, 'x') + "\"";
-    auto const config = decodeWith(",\"x\":[" + repeated(megabyte + ",", 49) + "0]");
-    EXPECT_EQ(config, decodeWith(""));
-}
-
 TEST(ConfigMigration, TheLegacySwitch_becomesOneFlagPerPin)
 {
     auto migrated = [](std::string const& members) {

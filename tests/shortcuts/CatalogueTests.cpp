@@ -27,14 +27,6 @@ std::vector<std::string> names(Scratch const& scratch)
 
 } // namespace
 
-TEST(Catalogue, WithoutFolders_isEmpty)
-{
-    Scratch scratch;
-    Catalogue const catalogue(scratch.environment());
-    EXPECT_THAT(names(catalogue), IsEmpty());
-    EXPECT_THAT(catalogue.notices(), IsEmpty());
-}
-
 TEST(Catalogue, ExecutableFilesAndEntriesInTheFolderItself_areShortcuts)
 {
     Scratch scratch;

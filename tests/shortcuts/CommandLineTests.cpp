@@ -19,16 +19,12 @@ TEST(CommandLine, Arguments_areSplitAndUnquoted)
         { R"(sh -c 'echo "$1" \n' two)", { "sh", "-c", R"(echo "$1" \n)", "two" } },
         { R"(a\ b "" c'd'"e")", { "a b", "", "cde" } },
         { R"(p "keeps \other escapes")", { "p", R"(keeps \other escapes)" } },
+        // Field codes are dropped.
+        { "prog %U --name=%c 100%% \"%f\" %i%k end", { "prog", "--name=", "100%", "", "end" } },
+        { "prog %", { "prog", "%" } },
     };
     for (auto const& [exec, arguments] : cases)
         EXPECT_EQ(splitCommandLine(exec), arguments) << exec;
-}
-
-TEST(CommandLine, FieldCodes_areDropped)
-{
-    EXPECT_EQ(splitCommandLine("prog %U --name=%c 100%% \"%f\" %i%k end"),
-        (Arguments { "prog", "--name=", "100%", "", "end" }));
-    EXPECT_EQ(splitCommandLine("prog %"), (Arguments { "prog", "%" }));
 }
 
 TEST(CommandLine, WhatNamesNoProgram_isNothing)

@@ -1,4 +1,3 @@
-#include "shortcuts/CommandLine.h"
 #include "shortcuts/DesktopEntry.h"
 
 #include <gtest/gtest.h>
@@ -95,23 +94,6 @@ TEST(DesktopEntry, OtherTexts_areNone)
              "Type=Application", "[Desktop Entry]\nType=Link\nURL=x", "[Desktop Entry\n",
              "[Other]\nType=Application", "[Desktop Entry]\n#Type=Application" })
         EXPECT_FALSE(parseDesktopEntry(text, {})) << text;
-}
-
-TEST(DesktopEntry, DamagedTexts_neverCrash)
-{
-    std::string const text = full;
-    for (std::size_t length = 0; length <= text.size(); ++length) {
-        auto const entry = parseDesktopEntry(std::string_view(text).substr(0, length), { "de" });
-        EXPECT_EQ(entry.has_value(), length >= text.find("\nName=Editor"));
-    }
-    for (char const byte : { '\0', '\n', '[', ']', '=', ';', '\\', '"', '%', '\xFF' }) {
-        for (std::size_t index = 0; index < text.size(); ++index) {
-            auto damaged = text;
-            damaged[index] = byte;
-            if (auto const entry = parseDesktopEntry(damaged, { "de" }))
-                (void)splitCommandLine(entry->exec);
-        }
-    }
 }
 
 } // namespace quillbar::shortcuts

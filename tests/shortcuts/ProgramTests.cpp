@@ -42,9 +42,11 @@ TEST(Program, Run_becomesTheShortcut)
 {
     Scratch scratch;
     scratch.script("status.sh", "exit 42");
+    Scratch::write(scratch.own / "no interpreter line", "exit 5");
     scratch.script("signal.sh", "kill -TERM $$");
     scratch.script("talk.sh", "printf 'out\\000put'; echo errors >&2; exit 0");
     EXPECT_EQ(scratch.run({ "run", "status" }).status, 42);
+    EXPECT_EQ(scratch.run({ "run", "no interpreter line" }).status, 5);
     EXPECT_EQ(scratch.run({ "run", "signal" }).status, -SIGTERM);
     auto const talk = scratch.run({ "run", "talk" });
     EXPECT_EQ(talk.status, 0);
@@ -97,15 +99,6 @@ TEST(Program, Run_startsDesktopEntries)
     EXPECT_EQ(scratch.run({ "run", "Tool: Other" }).output, work + "\n<other>\n");
     EXPECT_EQ(scratch.run({ "run", "Terminal tool" }).output,
         "terminal\n" + scratch.home.string() + "\n<x>\n");
-}
-
-TEST(Program, Run_acceptsScriptsWithoutAnInterpreterLine)
-{
-    Scratch scratch;
-    Scratch::write(scratch.own / "bare", "echo bare; exit 5");
-    auto const outcome = scratch.run({ "run", "bare" });
-    EXPECT_EQ(outcome.status, 5);
-    EXPECT_EQ(outcome.output, "bare\n");
 }
 
 TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
