@@ -13,12 +13,9 @@
 #include <QEventLoop>
 
 #include <iterator>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace quillbar::platform {
 
@@ -32,8 +29,8 @@ void terminate()
 
 namespace quillbar::testing {
 
+using platform::DBusMenu;
 using platform::Menu;
-using platform::MenuItem;
 
 /// One event of the menu's EventGroup call.
 struct MenuEvent {
@@ -147,8 +144,11 @@ struct Call {
     QVariantList arguments;
 };
 
-/// Of any interface and method; when fitting, with the arguments that the method takes.
-Call call(Source& source, bool isFitting)
+enum class Kind { SetMenu, Event, EventGroup, FittingCall, AnyCall };
+constexpr int kinds = 5;
+
+/// Any call has any interface and arguments; the others those that the method takes.
+Call call(Source& source, Kind kind)
 {
     struct Method {
         char const* interface;
@@ -162,12 +162,13 @@ Call call(Source& source, bool isFitting)
               { propertiesInterface, "Set", "Msv" }, { propertiesInterface, "GetAll", "M" },
               { introspectionInterface, "Introspect", "" }, { menuInterface, "Event", "isvu" },
               { menuInterface, "EventGroup", "e" }, { "", "Nothing", "" } };
-    // Events that fit have what they bring about checked.
-    constexpr auto checkedApart = 3;
-    auto const& [interface, name, types]
-        = methods[source.byte() % (std::size(methods) - (isFitting ? checkedApart : 0))];
+    constexpr std::size_t event = 9;
+    auto const index = kind == Kind::Event ? event
+        : kind == Kind::EventGroup         ? event + 1
+                                           : source.byte() % std::size(methods);
+    auto const& [interface, name, types] = methods[index];
     Call call { QString::fromLatin1(interface), QString::fromLatin1(name), {} };
-    if (isFitting) {
+    if (kind != Kind::AnyCall) {
         for (auto const type : types)
             call.arguments << value(source, type);
         return call;
@@ -198,7 +199,7 @@ public:
     QDBusMessage ask(Call const& call)
     {
         auto message = QDBusMessage::createMethodCall(
-            {}, QString::fromLatin1(platform::DBusMenu::objectPath), call.interface, call.method);
+            {}, QString::fromLatin1(DBusMenu::objectPath), call.interface, call.method);
         message.setArguments(call.arguments);
         QDBusPendingCallWatcher watcher(host_.asyncCall(message));
         QEventLoop loop;
@@ -237,143 +238,25 @@ bool isRefusal(QDBusMessage const& reply)
         || error == Error::PropertyReadOnly;
 }
 
-/// A menu on the line whose rows note that they were chosen, and what a host knows of it.
-class Session {
-public:
-    void setMenu(std::vector<MenuItem> items)
-    {
-        items_.clear();
-        number(items);
-        menu_.setMenu(std::make_shared<Menu const>(Menu { {}, std::move(items) }));
-        readLayout();
-    }
-
-    void send(Call const& call)
-    {
-        auto const reply = line().ask(call);
-        auto const isAnswer = reply.type() == QDBusMessage::ReplyMessage || isRefusal(reply);
-        require(isAnswer, "every call is answered");
-    }
-
-    void sendEvent(MenuEvent const& event)
-    {
-        auto const reply = askMenu(
-            "Event", { event.id, event.name, QVariant::fromValue(event.data), event.timestamp });
-        require(
-            isRefusal(reply) != rows_.contains(event.id), "an event is for a row that is there");
-        requireChosen({ event });
-    }
-
-    void sendGroup(QList<MenuEvent> const& events)
-    {
-        QList<int> unknown;
-        for (auto const& event : events) {
-            if (!rows_.contains(event.id))
-                unknown << event.id;
-        }
-        auto const reply = askMenu("EventGroup", { QVariant::fromValue(events) });
-        auto const isRefused = isRefusal(reply);
-        require(isRefused == (!unknown.isEmpty() && unknown.size() == events.size()),
-            "a group is refused when it knows no row at all");
-        require(isRefused || qdbus_cast<QList<int>>(reply.arguments().value(0)) == unknown,
-            "a group's answer names the rows that are gone");
-        requireChosen(events);
-    }
-
-    /// Events that came some other way may have chosen rows too.
-    void forgetChosen()
-    {
-        QCoreApplication::sendPostedEvents();
-        chosen_.clear();
-    }
-
-private:
-    static QDBusMessage askMenu(char const* method, QVariantList const& arguments)
-    {
-        return line().ask(
-            { QString::fromLatin1(menuInterface), QString::fromLatin1(method), arguments });
-    }
-
-    /// Has each row that does something note its place in the menu.
-    void number(std::vector<MenuItem>& items)
-    {
-        for (auto& item : items) {
-            auto const place = items_.size();
-            items_.push_back(item.isEnabled && item.action != nullptr);
-            if (item.action)
-                item.action = [this, place](MenuItem const&) { chosen_.push_back(place); };
-            number(item.submenu);
-        }
-    }
-
-    void readLayout()
-    {
-        auto const reply = askMenu("GetLayout", { 0, -1, QStringList() });
-        require(reply.signature() == QLatin1String("u(ia{sv}av)"), "the layout can be read");
-        rows_.clear();
-        auto const layout = qdbus_cast<platform::MenuLayout>(reply.arguments().at(1));
-        rows_.emplace(layout.id, std::nullopt);
-        place(layout);
-        require(rows_.size() == items_.size() + 1, "the layout shows every row once");
-    }
-
-    void place(platform::MenuLayout const& layout)
-    {
-        for (auto const& row : layout.children) {
-            rows_.emplace(row.id, rows_.size() - 1);
-            place(row);
-        }
-    }
-
-    void requireChosen(QList<MenuEvent> const& events)
-    {
-        std::vector<std::size_t> expected;
-        for (auto const& event : events) {
-            auto const found = rows_.find(event.id);
-            if (event.name == QLatin1String("clicked") && found != rows_.end() && found->second
-                && items_[*found->second])
-                expected.push_back(*found->second);
-        }
-        QCoreApplication::sendPostedEvents();
-        require(std::exchange(chosen_, {}) == expected,
-            "a click does what the clicked row does, once, and nothing else does anything");
-    }
-
-    platform::DBusMenu menu_ { line().menuSide() };
-    /// Whether the row at that place does something.
-    std::vector<bool> items_;
-    /// The places of the ids; the root has none.
-    std::map<int, std::optional<std::size_t>> rows_ { { 0, std::nullopt } };
-    std::vector<std::size_t> chosen_;
-};
-
 } // namespace
 } // namespace quillbar::testing
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
     using namespace quillbar::testing;
-    line();
     Source source(data, size);
-    Session session;
+    DBusMenu menu(line().menuSide());
     for (auto left = 12; left > 0 && !source.isAtEnd(); --left) {
-        switch (source.byte() % 5) {
-        case 0:
-            session.setMenu(menuItems(source));
-            break;
-        case 1:
-            session.sendEvent(event(source));
-            break;
-        case 2:
-            session.sendGroup(list(source, [](Source& from) { return event(from); }));
-            break;
-        case 3:
-            session.send(call(source, true));
-            break;
-        default:
-            session.send(call(source, false));
-            session.forgetChosen();
+        auto const kind = static_cast<Kind>(source.byte() % kinds);
+        if (kind == Kind::SetMenu) {
+            menu.setMenu(std::make_shared<Menu const>(Menu { {}, menuItems(source) }));
+            continue;
         }
+        auto const reply = line().ask(call(source, kind));
+        require(reply.type() == QDBusMessage::ReplyMessage || isRefusal(reply),
+            "every call is answered");
+        // What was clicked does what it does.
+        QCoreApplication::sendPostedEvents();
     }
     return 0;
 }

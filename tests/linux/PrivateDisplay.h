@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sys/types.h>
+#include <QProcess>
 
 namespace quillbar::testing {
 
@@ -13,7 +13,7 @@ public:
     ~PrivateDisplay();
 
 private:
-    pid_t server_ = -1;
+    QProcess server_;
 };
 
 } // namespace quillbar::testing

@@ -4,16 +4,13 @@
 #include <QEventLoop>
 #include <QThread>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
-#include <spawn.h>
 #include <stdexcept>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quillbar::testing {
@@ -35,28 +32,6 @@ void runUntil(std::function<bool()> const& isDone)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         QThread::msleep(1);
     }
-}
-
-TemporaryFolder::TemporaryFolder()
-{
-    auto pattern = (fs::temp_directory_path() / "quillbar-test-XXXXXX").string();
-    if (!::mkdtemp(pattern.data()))
-        throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code error;
-    fs::remove_all(path_, error);
-}
-
-fs::path TemporaryFolder::write(fs::path const& name, std::string const& text) const
-{
-    auto const file = path_ / name;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << text;
-    return file;
 }
 
 std::string readFile(fs::path const& file)
@@ -105,49 +80,36 @@ std::string Mailbox::nextLine()
 
 Process::Process(std::vector<std::string> const& arguments, Changes const& changes)
 {
-    std::vector<std::string> variables;
+    auto environment = QProcessEnvironment::systemEnvironment();
     for (auto const& [name, value] : changes)
-        variables.push_back(name + '=' + value);
-    for (auto** entry = environ; *entry; ++entry) {
-        std::string text = *entry;
-        bool isChanged = false;
-        for (auto const& [name, value] : changes)
-            isChanged = isChanged || text.starts_with(name + '=');
-        if (!isChanged)
-            variables.push_back(std::move(text));
-    }
-    auto const pointers = [](std::vector<std::string> const& texts) {
-        std::vector<char*> result;
-        for (auto const& text : texts)
-            result.push_back(const_cast<char*>(text.c_str()));
-        result.push_back(nullptr);
-        return result;
-    };
-    if (::posix_spawnp(&pid_, arguments.front().c_str(), nullptr, nullptr,
-            pointers(arguments).data(), pointers(variables).data())
-        != 0)
+        environment.insert(QString::fromStdString(name), QString::fromStdString(value));
+    process_.setProcessEnvironment(environment);
+    process_.setProcessChannelMode(QProcess::ForwardedChannels);
+    QStringList rest;
+    for (std::size_t i = 1; i < arguments.size(); ++i)
+        rest << QString::fromStdString(arguments[i]);
+    process_.start(QString::fromStdString(arguments.front()), rest);
+    if (!process_.waitForStarted())
         throw std::runtime_error("cannot start " + arguments.front());
 }
 
 Process::~Process()
 {
-    if (pid_ < 0)
-        return;
-    send(SIGKILL);
-    ::waitpid(pid_, nullptr, 0);
+    process_.kill();
+    process_.waitForFinished();
 }
 
 void Process::send(int signal) const
 {
-    ::kill(pid_, signal);
+    ::kill(static_cast<pid_t>(process_.processId()), signal);
 }
 
-int Process::waitStatus()
+std::optional<int> Process::waitStatus()
 {
-    int status = 0;
-    runUntil([&] { return ::waitpid(pid_, &status, WNOHANG) != 0; });
-    pid_ = -1;
-    return status;
+    runUntil([this] { return process_.state() == QProcess::NotRunning; });
+    if (process_.exitStatus() == QProcess::CrashExit)
+        return std::nullopt;
+    return process_.exitCode();
 }
 
 QString busConfiguration(fs::path const& folder)

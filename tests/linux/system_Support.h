@@ -1,11 +1,14 @@
 #pragma once
 
+#include "TemporaryFolder.h"
+
+#include <QProcess>
 #include <QString>
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
-#include <sys/types.h>
 #include <utility>
 #include <vector>
 
@@ -17,20 +20,7 @@ void startApplication();
 /// Runs the event loop until `isDone`; the runner's time limit ends a test that never gets there.
 void runUntil(std::function<bool()> const& isDone);
 
-/// A folder of the test's own, removed with everything in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder();
-
-    [[nodiscard]] std::filesystem::path const& path() const { return path_; }
-    std::filesystem::path write(std::filesystem::path const& name, std::string const& text) const;
-
-private:
-    std::filesystem::path path_;
-};
+using test::TemporaryFolder;
 
 [[nodiscard]] std::string readFile(std::filesystem::path const& file);
 
@@ -66,11 +56,11 @@ public:
     ~Process();
 
     void send(int signal) const;
-    /// As waitpid() tells it; the event loop goes on while it waits.
-    int waitStatus();
+    /// The exit status, or nothing when a signal ended it; the event loop goes on while it waits.
+    std::optional<int> waitStatus();
 
 private:
-    pid_t pid_ = -1;
+    QProcess process_;
 };
 
 /// The option for a PrivateBus that can start the services described in `folder`/services, and no

@@ -1,9 +1,9 @@
+#include "TemporaryFolder.h"
 #include "model/PrivateFile.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -49,10 +49,8 @@ std::string withoutBlanks(std::string text)
 
 TEST(KilledWhileSaving, AtAnySystemCall_leavesTheOldOrTheNewText)
 {
-    auto name = (fs::temp_directory_path() / "quillbar-XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    auto const folder = fs::path(name);
-    auto const file = folder / "file";
+    test::TemporaryFolder const folder;
+    auto const file = folder.path() / "file";
     // Within one page and beyond it.
     constexpr std::pair<std::size_t, std::size_t> changes[]
         = { { 0, 100 }, { 100, 4096 }, { 2000, 100 }, { 100, 300'000 }, { 300'000, 100 } };
@@ -70,8 +68,7 @@ TEST(KilledWhileSaving, AtAnySystemCall_leavesTheOldOrTheNewText)
         EXPECT_TRUE(readFile(file) == text);
     }
     EXPECT_TRUE(writePrivateFile(file, std::string(5000, 'n')));
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
-    fs::remove_all(folder);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
 } // namespace quillbar

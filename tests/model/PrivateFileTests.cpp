@@ -1,9 +1,9 @@
+#include "TemporaryFolder.h"
 #include "model/PrivateFile.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -62,25 +62,14 @@ public:
 
 class PrivateFile : public testing::Test {
 public:
-    PrivateFile()
-    {
-        auto name = (fs::temp_directory_path() / "quillbar-XXXXXX").string();
-        if (mkdtemp(name.data()))
-            folder = name;
-    }
-    ~PrivateFile() override
-    {
-        std::error_code ignored;
-        fs::remove_all(folder, ignored);
-    }
-
     static mode_t mode(fs::path const& path)
     {
         struct stat status { };
         return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
     }
 
-    fs::path folder;
+    test::TemporaryFolder const temporary;
+    fs::path const folder = temporary.path();
 };
 
 TEST_F(PrivateFile, WhatIsMade_isForItsOwnerOnly)

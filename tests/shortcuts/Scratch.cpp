@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <spawn.h>
@@ -12,15 +11,6 @@
 namespace quillbar::shortcuts {
 
 namespace {
-
-std::filesystem::path temporaryFolder()
-{
-    auto path = std::filesystem::temp_directory_path() / "shortcuts-XXXXXX";
-    auto text = path.string();
-    if (!mkdtemp(text.data()))
-        std::abort();
-    return std::filesystem::canonical(text);
-}
 
 std::vector<char*> pointers(std::vector<std::string>& texts)
 {
@@ -35,16 +25,9 @@ std::vector<char*> pointers(std::vector<std::string>& texts)
 } // namespace
 
 Scratch::Scratch()
-    : home(temporaryFolder())
-    , variables { { "HOME", home }, { "XDG_DATA_HOME", home / "data" },
+    : variables { { "HOME", home }, { "XDG_DATA_HOME", home / "data" },
         { "XDG_DATA_DIRS", home / "system" }, { "PATH", programs.string() + ":/usr/bin:/bin" } }
 {
-}
-
-Scratch::~Scratch()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(home, ignored);
 }
 
 std::filesystem::path Scratch::write(

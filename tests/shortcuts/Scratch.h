@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TemporaryFolder.h"
 #include "shortcuts/Environment.h"
 
 #include <filesystem>
@@ -22,11 +23,9 @@ struct Outcome {
 class Scratch {
 public:
     Scratch();
-    Scratch(Scratch const&) = delete;
-    Scratch& operator=(Scratch const&) = delete;
-    ~Scratch();
 
-    std::filesystem::path const home;
+    test::TemporaryFolder const folder;
+    std::filesystem::path const home = folder.path();
     std::filesystem::path const own = home / "data/shortcuts";
     std::filesystem::path const shared = home / "system/shortcuts";
     std::filesystem::path const programs = home / "programs";
