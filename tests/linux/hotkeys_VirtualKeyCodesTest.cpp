@@ -31,12 +31,8 @@ TEST(VirtualKeyCodes, KeyNames_areThoseOfMacKeyboards)
         std::uint32_t key;
     };
     for (auto const& [code, key] : { Case { 0, KEY_A }, Case { 6, KEY_Z }, Case { 10, KEY_102ND },
-             Case { 17, KEY_T }, Case { 18, KEY_1 }, Case { 22, KEY_6 }, Case { 23, KEY_5 },
-             Case { 29, KEY_0 }, Case { 36, KEY_ENTER }, Case { 48, KEY_TAB },
-             Case { 49, KEY_SPACE }, Case { 51, KEY_BACKSPACE }, Case { 53, KEY_ESC },
-             Case { 54, KEY_RIGHTMETA }, Case { 55, KEY_LEFTMETA }, Case { 63, KEY_FN },
-             Case { 92, KEY_KP9 }, Case { 96, KEY_F5 }, Case { 114, KEY_INSERT },
-             Case { 122, KEY_F1 }, Case { 126, KEY_UP } })
+             Case { 22, KEY_6 }, Case { 36, KEY_ENTER }, Case { 54, KEY_RIGHTMETA },
+             Case { 92, KEY_KP9 }, Case { 122, KEY_F1 }, Case { 126, KEY_UP } })
         EXPECT_EQ(virtualKeyToEvdev(code), key) << code;
 }
 

@@ -235,7 +235,7 @@ TEST_F(X11HotkeysTest, TakenCombination_isRefusedAndDisturbsNothing)
     other.tap({ keyCapsLock });
     other.tap({ keySuper, keyT });
     other.tap({ keyCapsLock });
-    EXPECT_TRUE(other.gotPress(keyT));
+    EXPECT_NE(std::ranges::count(other.takePresses(), keyT), 0);
     EXPECT_EQ(firedUntilNow(), Ids {});
 }
 

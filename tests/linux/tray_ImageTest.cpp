@@ -1,7 +1,6 @@
 #include "linux/tray_Application.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "ui/AboutWindowController.h"
 
 #include <gtest/gtest.h>
 
@@ -52,29 +51,6 @@ TEST(Image, BadgeHasItsCornersGradientAndGlyphAtEveryScale)
         EXPECT_COLOR(image, side / 2, side / 2, QColor(Qt::white));
         // Beside the star's waist the ground shows.
         EXPECT_COLOR(image, side * 11 / 16, side * 5 / 16, QColor(88, 0, 167));
-    }
-}
-
-TEST(Image, ApplicationIconRunsFromPinkToVioletBehindAWhiteHeart)
-{
-    application();
-    constexpr auto side = 88;
-    for (auto const ratio : { 1, 2 }) {
-        auto const image = renderImage(AboutWindowController::makeIcon(side),
-            { .devicePixelRatio = static_cast<double>(ratio), .palette = {} });
-        ASSERT_EQ(image.size(), QSize(side * ratio, side * ratio));
-        auto const last = side * ratio - 1;
-        for (auto const& corner :
-            { QPoint(0, 0), QPoint(last, 0), QPoint(0, last), QPoint(last, last) })
-            EXPECT_LT(image.pixelColor(corner).alpha(), 30);
-        // The gradient runs to the lower right; its ends lie outside the rounded corners.
-        EXPECT_COLOR(image, 8 * ratio, 8 * ratio, QColor::fromRgbF(0.91F, 0.385F, 0.66F));
-        EXPECT_COLOR(image, 80 * ratio, 80 * ratio, QColor::fromRgbF(0.59F, 0.265F, 0.74F));
-        EXPECT_COLOR(image, 44 * ratio, 44 * ratio, QColor(Qt::white));
-        // The heart fills 0.62 of the side and nothing beyond.
-        EXPECT_COLOR(image, 44 * ratio, 62 * ratio, QColor(Qt::white));
-        EXPECT_FALSE(isNear(image.pixelColor(44 * ratio, 74 * ratio), Qt::white, 60));
-        EXPECT_FALSE(isNear(image.pixelColor(14 * ratio, 44 * ratio), Qt::white, 60));
     }
 }
 
@@ -142,16 +118,6 @@ TEST(Conversions, LabelsReadOnLightAndDark)
         EXPECT_GT(label.alpha(), secondary.alpha());
         EXPECT_GT(secondary.alpha(), tertiary.alpha());
     }
-}
-
-TEST(Conversions, FontsMeasureInPixels)
-{
-    application();
-    auto const font
-        = toQFont({ .size = 11, .weight = FontWeight::Semibold, .slant = FontSlant::Italic });
-    EXPECT_EQ(font.pixelSize(), 11);
-    EXPECT_EQ(font.weight(), QFont::DemiBold);
-    EXPECT_TRUE(font.italic());
 }
 
 } // namespace

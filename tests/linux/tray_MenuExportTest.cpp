@@ -162,15 +162,5 @@ TEST_F(MenuExportTest, PropertiesAreWhatWasAskedForAndNoDefaults)
     EXPECT_EQ(icon.pixelColor(16, 12), QColor(0x80, 0x80, 0x80));
 }
 
-TEST_F(MenuExportTest, SubmenusAreRowsOfTheirOwn)
-{
-    auto parent = command("Edit");
-    parent.submenu = { command("Cut"), command("Copy") };
-    EXPECT_EQ(propertiesOf(parent).value("children-display"), "submenu");
-    auto const* row = exported.row(idsOf(exported).front());
-    ASSERT_EQ(row->children.size(), 2U);
-    EXPECT_EQ(exported.row(row->children[1])->item->title, "Copy");
-}
-
 } // namespace
 } // namespace quillbar::platform

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <sys/stat.h>
 
 namespace quillbar {
 
@@ -65,12 +64,6 @@ TEST_F(ConfigStore, ASavedRecord_isLoaded)
     config.save();
     EXPECT_EQ(Config::load(), config);
     EXPECT_EQ(readFile(Config::fileURL()), R"({"iconSymbol":"heart.fill","pinned":[]})");
-
-    struct stat status { };
-    ASSERT_EQ(stat(Config::baseURL().c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0700U);
-    ASSERT_EQ(stat(Config::fileURL().c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
 TEST_F(ConfigStore, TheMigratedRecord_reachesTheFileWithTheNextSaveOnly)
