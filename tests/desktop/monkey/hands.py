@@ -114,8 +114,8 @@ def drag(world):
     element = world.pick_element(rows)
     if element and not world.has_popup():
         x, y, _, height = element.extents()
-        world.screen.drag((x + 8, y + height // 2),
-                          (x + world.random.randint(-100, 300), y + world.random.randint(-200, 200)))
+        end = x + world.random.randint(-100, 300), y + world.random.randint(-200, 200)
+        world.screen.drag((x + 8, y + height // 2), end)
 
 
 @hand(10)

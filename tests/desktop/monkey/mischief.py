@@ -113,7 +113,8 @@ def pause_program(world):
 def pause_children(world):
     # Before a child is another program, it has the parent's memory and the parent waits for it.
     own = _executable(world.program.process.pid)
-    children = [child for child in world.program.children() if _executable(child) not in (own, None)]
+    children = [child for child in world.program.children()
+                if _executable(child) not in (own, None)]
     for child in children:
         _signal(child, signal.SIGSTOP)
     world.trouble("paused children",

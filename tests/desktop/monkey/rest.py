@@ -65,7 +65,7 @@ class Rest:
                 self._screen.click_ground()
             return False
 
-        wait_until(closed, lambda: f"windows stay: {self._titles()} {[(e.role, e.name[:40], e.focused) for e in self._world.desktop.accessibility.elements(self._program.process.pid)]}")
+        wait_until(closed, lambda: f"windows stay: {self._titles()}")
 
     def _titles(self):
         return [self._screen.title(window[0]) for window in self._world.windows()]

@@ -110,7 +110,7 @@ class World:
                 end()
 
     def check_life(self):
-        """A click may have met the menu's last row: then the program ends well, and starts again."""
+        """A click may have met the menu's last row: then the program ends well, and starts anew."""
         status = self.program.process.poll()
         if status is None:
             return
