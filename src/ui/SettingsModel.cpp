@@ -24,6 +24,13 @@ std::vector<std::string> filtered(
     return kept;
 }
 
+/// The pins that are among all names, which may be very many.
+std::vector<std::string> existing(
+    std::vector<std::string> const& pinned, std::vector<std::string> const& all)
+{
+    return filtered(pinned, filtered(all, pinned, true), true);
+}
+
 template <typename Value, typename Predicate>
 std::map<std::string, Value> entriesOf(
     std::map<std::string, Value> const& map, Names const& names, Predicate isKept)
@@ -40,7 +47,7 @@ std::map<std::string, Value> entriesOf(
 
 SettingsModel::SettingsModel(Config config, std::vector<std::string> const& all)
     : config_(std::move(config))
-    , order_(filtered(config_.pinned, all, true))
+    , order_(existing(config_.pinned, all))
     , others_(filtered(all, order_, false))
     , recordedHotkeys_(config_.shortcutHotkeysEff())
     , loginFlags_(config_.launchAtLoginShortcuts.value_or(std::map<std::string, bool> {}))

@@ -27,6 +27,9 @@ std::shared_ptr<platform::Window> makeWindow()
     return window;
 }
 
+// More would keep the interface waiting, and far fewer are in sight.
+constexpr std::size_t rowsAtOnce = 2000;
+
 // A tool that does not answer must not cost the pins: then they are the shortcuts that are known.
 SettingsModel makeModel(Config config)
 {
@@ -72,22 +75,35 @@ void SettingsWindowController::focusAvailableList()
         window().makeFirstResponder(topmost->second);
 }
 
-void SettingsWindowController::rebuildAvailable()
+void SettingsWindowController::rebuildAvailable(std::size_t rowsNeeded)
 {
     availableRows_->removeAllSubviews();
     checkboxes_.clear();
-    double y = 6;
-    for (auto const& name : model_.others()) {
+    auto const count = static_cast<double>(model_.others().size());
+    availableRows_->setFrame({ 0, 0, 490, std::max(156.0, 26 * count + 12) });
+    addAvailableRows(++availableVersion_, std::max(rowsNeeded, rowsAtOnce));
+}
+
+void SettingsWindowController::addAvailableRows(std::uint64_t version, std::size_t count)
+{
+    if (version != availableVersion_)
+        return;
+    auto const& others = model_.others();
+    auto const begin = availableRows_->subviews().size();
+    auto const end = std::min(begin + count, others.size());
+    for (auto row = begin; row < end; ++row) {
+        auto const& name = others[row];
         auto const checkbox = std::make_shared<Button>(ButtonStyle::CheckBox, name);
-        checkbox->setFrame({ 10, y, 460, 20 });
+        checkbox->setFrame({ 10, 6 + 26 * static_cast<double>(row), 460, 20 });
         checkbox->onClick
             = weakly(*this, [name](SettingsWindowController& self) { self.toggleAvailable(name); });
         // In the usual order of the names each is the last.
         checkboxes_.insert_or_assign(checkboxes_.end(), name, availableRows_->addSubview(checkbox));
-        y += 26;
     }
-    auto const count = static_cast<double>(model_.others().size());
-    availableRows_->setFrame({ 0, 0, 490, std::max(156.0, 26 * count + 12) });
+    if (end < others.size())
+        platform::post(weakly(*this, [version](SettingsWindowController& self) {
+            self.addAvailableRows(version, rowsAtOnce);
+        }));
 }
 
 void SettingsWindowController::toggleAvailable(std::string const& name)
@@ -100,7 +116,7 @@ void SettingsWindowController::toggleAvailable(std::string const& name)
 
     if (!model_.pin(name))
         return;
-    rebuildAvailable();
+    rebuildAvailable(hadFocus ? static_cast<std::size_t>(row) + 1 : 0);
     reloadPinnedTable();
     if (hadFocus)
         focusAfterPinning(static_cast<std::size_t>(row));

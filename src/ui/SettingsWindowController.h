@@ -11,6 +11,8 @@
 #include "ui/SettingsModel.h"
 #include "ui/WindowController.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -51,7 +53,9 @@ private:
     void refreshHotkeyNotes();
     [[nodiscard]] HotkeyNote noteOn(std::string const& name) const;
 
-    void rebuildAvailable();
+    /// Makes at least so many rows at once, as far as there are names; the rest in later turns.
+    void rebuildAvailable(std::size_t rowsNeeded = 0);
+    void addAvailableRows(std::uint64_t version, std::size_t count);
     void toggleAvailable(std::string const& name);
     void focusAfterPinning(std::size_t row);
 
@@ -67,6 +71,8 @@ private:
     platform::Token hotkeyObservation_;
     std::function<void(Config const&)> const onSave_;
     std::map<std::string, std::shared_ptr<platform::Button>> checkboxes_;
+    // Which filling of the list the rows belong to.
+    std::uint64_t availableVersion_ = 0;
     std::shared_ptr<FlippedView> const availableRows_;
     std::shared_ptr<platform::TableView> const pinnedTable_;
     std::shared_ptr<platform::PopUpButton> const iconPopup_;

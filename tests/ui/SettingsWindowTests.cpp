@@ -285,6 +285,22 @@ TEST_F(SettingsWindow, FocusAvailableList_takesItsFirstShortcut)
     EXPECT_EQ(window().firstResponder(), nullptr);
 }
 
+TEST_F(SettingsWindow, VeryManyShortcuts_appearOverSeveralTurnsOnceEach)
+{
+    Names names;
+    for (int number = 10000; number < 17000; ++number)
+        names.push_back(std::to_string(number));
+    open(pinning({}), names);
+    EXPECT_LT(available().size(), names.size());
+    // The list is filled anew while it is still being filled.
+    window().makeFirstResponder(find(names.front()));
+    EXPECT_TRUE(press(key::space));
+    EXPECT_EQ(window().firstResponder(), find(names[1]));
+    headless::advance(0ms);
+    names.erase(names.begin());
+    EXPECT_EQ(available(), names);
+}
+
 TEST_F(SettingsWindow, PinningByKeyboard_goesOnWithTheNextShortcut)
 {
     open(pinning({}));
