@@ -21,7 +21,6 @@ void waitUntil(std::function<bool()> const& isDone);
 /// The arguments of a child that does as it is called.
 using Arguments = std::vector<std::string>;
 [[nodiscard]] Arguments childExiting(int status);
-[[nodiscard]] Arguments childEndedBySignal();
 [[nodiscard]] Arguments childThatCannotStart();
 
 } // namespace quillbar::test

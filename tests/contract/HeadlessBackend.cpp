@@ -39,13 +39,6 @@ Arguments childExiting(int status)
     return scripted({ "/child", "exits", std::to_string(status) }, script);
 }
 
-Arguments childEndedBySignal()
-{
-    headless::ChildScript script;
-    script.exitStatus = std::nullopt;
-    return scripted({ "/child", "is ended" }, script);
-}
-
 Arguments childThatCannotStart()
 {
     headless::ChildScript script;

@@ -38,11 +38,6 @@ Arguments childExiting(int status)
     return shell("exit " + std::to_string(status));
 }
 
-Arguments childEndedBySignal()
-{
-    return shell("kill -KILL $$");
-}
-
 Arguments childThatCannotStart()
 {
     return { "/no/such/program" };

@@ -28,14 +28,6 @@ protected:
     }
 };
 
-TEST_F(ChildProcessContract, Run_tellsTheExitStatus)
-{
-    for (int const status : { 0, 1, 3, 255 })
-        EXPECT_EQ(run(test::childExiting(status)), status);
-    EXPECT_EQ(run(test::childEndedBySignal()), std::nullopt);
-    EXPECT_EQ(run(test::childThatCannotStart()), std::nullopt);
-}
-
 TEST_F(ChildProcessContract, ManyAtOnce_eachReportOnce)
 {
     constexpr std::size_t count = 60;

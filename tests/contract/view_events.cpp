@@ -75,33 +75,43 @@ TEST_F(ViewEvents, DisabledControls_ignoreAPerson)
 
 TEST_F(ViewEvents, Callback_mayDestroyItsSender)
 {
+    auto const destroy = [this] { window->contentView().removeAllSubviews(); };
+    auto const expectGone = [](auto view, auto const& act) {
+        std::weak_ptr<View> const gone = view;
+        auto* const sender = view.get();
+        view.reset();
+        act(*sender);
+        test::settle();
+        EXPECT_TRUE(gone.expired());
+    };
     auto button = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Pin"));
+    button->onClick = destroy;
+    expectGone(std::move(button), [](auto& sender) { sender.userClicked(); });
     auto popUp = add(std::make_shared<PopUpButton>());
     popUp->addItem(item("Custom…"));
+    popUp->onSelect = destroy;
+    expectGone(std::move(popUp), [](auto& sender) { sender.userSelected(0); });
     auto field = add(std::make_shared<TextField>());
-    auto const destroy = [this] {
-        window->contentView().removeAllSubviews();
-        ++calls;
-    };
-    button->onClick = popUp->onSelect = field->onTextChange = destroy;
-    auto* const clicked = button.get();
-    auto* const selected = popUp.get();
-    auto* const edited = field.get();
+    field->onTextChange = destroy;
+    expectGone(std::move(field), [](auto& sender) { sender.userTyped("x"); });
 
-    std::weak_ptr<View> const gone[] { button, popUp, field };
-    button.reset();
-    clicked->userClicked();
-    popUp = window->contentView().addSubview(std::move(popUp));
-    popUp.reset();
-    selected->userSelected(0);
-    field = window->contentView().addSubview(std::move(field));
-    field.reset();
-    edited->userTyped("x");
-    test::settle();
-
-    EXPECT_EQ(calls, 3);
-    for (auto const& view : gone)
-        EXPECT_TRUE(view.expired());
+    for (bool const isDrop : { true, false }) {
+        auto table = add(std::make_shared<TableView>());
+        table->rowCount = [] { return std::size_t(2); };
+        table->viewForRow = [](std::size_t) { return std::make_shared<View>(); };
+        table->onDoubleClick = destroy;
+        table->acceptDrop = [&](std::string const&, std::size_t) {
+            destroy();
+            return true;
+        };
+        table->reloadData();
+        expectGone(std::move(table), [isDrop](auto& sender) {
+            if (isDrop)
+                EXPECT_TRUE(sender.userDropped("a", 2));
+            else
+                sender.userDoubleClicked(0);
+        });
+    }
 }
 
 TEST_F(ViewEvents, Callback_mayDestroyItsWindow)
@@ -118,32 +128,6 @@ TEST_F(ViewEvents, Callback_mayDestroyItsWindow)
     test::settle();
 
     EXPECT_TRUE(gone.expired());
-}
-
-TEST_F(ViewEvents, DropAndDoubleClick_mayDestroyTheTable)
-{
-    for (bool const isDrop : { true, false }) {
-        auto table = add(std::make_shared<TableView>());
-        auto* const sender = table.get();
-        auto const destroy = [this] { window->contentView().removeAllSubviews(); };
-        table->rowCount = [] { return std::size_t(2); };
-        table->viewForRow = [](std::size_t) { return std::make_shared<View>(); };
-        table->onDoubleClick = destroy;
-        table->acceptDrop = [&](std::string const&, std::size_t) {
-            destroy();
-            return true;
-        };
-        table->reloadData();
-        std::weak_ptr<View> const gone = std::exchange(table, nullptr);
-
-        if (isDrop)
-            EXPECT_TRUE(sender->userDropped("a", 2));
-        else
-            sender->userDoubleClicked(0);
-        test::settle();
-
-        EXPECT_TRUE(gone.expired());
-    }
 }
 
 TEST_F(ViewEvents, PopUpItemAction_runsInPlaceOfTheCallback)

@@ -1,5 +1,6 @@
 #include "fuzz/MenuSource.h"
 #include "fuzz/Target.h"
+#include "linux/MenuEvent.h"
 #include "platform/Application.h"
 #include "platform/linux/tray/DBusMenu.h"
 
@@ -31,30 +32,6 @@ namespace quillbar::testing {
 
 using platform::DBusMenu;
 using platform::Menu;
-
-/// One event of the menu's EventGroup call.
-struct MenuEvent {
-    int id = 0;
-    QString name;
-    QDBusVariant data;
-    uint timestamp = 0;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, MenuEvent const& event)
-{
-    argument.beginStructure();
-    argument << event.id << event.name << event.data << event.timestamp;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument const& operator>>(QDBusArgument const& argument, MenuEvent& event)
-{
-    argument.beginStructure();
-    argument >> event.id >> event.name >> event.data >> event.timestamp;
-    argument.endStructure();
-    return argument;
-}
 
 namespace {
 
@@ -162,9 +139,9 @@ Call call(Source& source, Kind kind)
               { propertiesInterface, "Set", "Msv" }, { propertiesInterface, "GetAll", "M" },
               { introspectionInterface, "Introspect", "" }, { menuInterface, "Event", "isvu" },
               { menuInterface, "EventGroup", "e" }, { "", "Nothing", "" } };
-    constexpr std::size_t event = 9;
-    auto const index = kind == Kind::Event ? event
-        : kind == Kind::EventGroup         ? event + 1
+    constexpr std::size_t eventIndex = 9;
+    auto const index = kind == Kind::Event ? eventIndex
+        : kind == Kind::EventGroup         ? eventIndex + 1
                                            : source.byte() % std::size(methods);
     auto const& [interface, name, types] = methods[index];
     Call call { QString::fromLatin1(interface), QString::fromLatin1(name), {} };

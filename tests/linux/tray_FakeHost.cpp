@@ -10,22 +10,6 @@ constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
 
 } // namespace
 
-QDBusArgument& operator<<(QDBusArgument& argument, MenuEvent const& event)
-{
-    argument.beginStructure();
-    argument << event.id << event.name << event.data << event.timestamp;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument const& operator>>(QDBusArgument const& argument, MenuEvent& event)
-{
-    argument.beginStructure();
-    argument >> event.id >> event.name >> event.data >> event.timestamp;
-    argument.endStructure();
-    return argument;
-}
-
 FakeHost::FakeHost(PrivateBus const& bus, QString const& name)
     : name_(name)
     , connection_(bus.connect(name))

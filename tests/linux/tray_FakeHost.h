@@ -1,11 +1,10 @@
 #pragma once
 
+#include "linux/MenuEvent.h"
 #include "linux/PrivateBus.h"
 
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QObject>
 #include <QString>
@@ -13,17 +12,6 @@
 #include <QVariant>
 
 namespace quillbar::testing {
-
-/// One event of the menu's EventGroup call.
-struct MenuEvent {
-    int id = 0;
-    QString name = "clicked";
-    QDBusVariant data { 0 };
-    uint timestamp = 0;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, MenuEvent const& event);
-QDBusArgument const& operator>>(QDBusArgument const& argument, MenuEvent& event);
 
 /// A panel: collects status items, reads one and hears its signals.
 class FakeHost : public QDBusVirtualObject {

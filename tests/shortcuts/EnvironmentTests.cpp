@@ -45,17 +45,6 @@ TEST(Environment, Locales_goFromExactToGeneral)
         EXPECT_EQ(read({ { "LANG", "de_AT" }, { "LC_ALL", none } }).locales.empty(), *none != 0);
 }
 
-TEST(Environment, SearchPath_beginsWithTheFoldersOfTheHome)
-{
-    Scratch scratch;
-    EXPECT_EQ(read({ { "HOME", scratch.home }, { "PATH", "/usr/bin" } }).searchPath, "/usr/bin");
-    std::filesystem::create_directories(scratch.home / "bin");
-    std::filesystem::create_directories(scratch.home / ".local/bin");
-    auto const home = scratch.home.string();
-    EXPECT_EQ(read({ { "HOME", home }, { "PATH", "/usr/bin" } }).searchPath,
-        home + "/.local/bin:" + home + "/bin:/usr/bin");
-}
-
 TEST(SearchPath, FindProgram_takesTheFirstExecutableFile)
 {
     Scratch scratch;
