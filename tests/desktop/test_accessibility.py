@@ -115,28 +115,30 @@ def assert_shows(window, expected, others=()):
             and not element.name and not element.description] == []
 
 
-def size_on_screen(window):
-    return window.area()[2:]
+def assert_opens(window, size, expected, others=()):
+    assert window.area()[2:] == size
+    assert_shows(window, expected, others)
 
 
-@pytest.fixture(params=[1, 2], ids=["scale 1", "scale 2"])
-def scale(request):
-    return request.param
+@pytest.mark.parametrize("scale", [1, 2])
+def test_every_window_is_told_and_in_place(program, scale):
+    def scaled(width, height):
+        return width * scale, height * scale
 
-
-def start(program, scale):
-    tray = program.start(QT_SCALE_FACTOR=str(scale))
-    return tray
-
-
-def test_settings(program, scale):
     program.add_shortcut("Zed")
+    program.start(QT_SCALE_FACTOR=str(scale))
+    assert_opens(Window(program, "Welcome to Quillbar"), scaled(420, 430), WELCOME)
+    program.stop()
+    program.start(QT_SCALE_FACTOR=str(scale))
+    assert_opens(Window(program, "Quillbar permissions"), scaled(400, 460), PERMISSIONS)
+    program.stop()
+
     program.pin("A", "B", groupOf={"B": "Games"}, launchAtLoginShortcuts={"B": True},
                 shortcutHotkeys={"B": {"keyCode": 0, "modifiers": 0x100}})
-    start(program, scale).menu.click("Settings…")
-    settings = Window(program, "Quillbar Settings")
-    assert size_on_screen(settings) == (560 * scale, 700 * scale)
-    assert_shows(settings, [*GENERAL, *row("A", 0), *row("B", 1), *AVAILABLE], ("Quillbar ",))
+    program.start(QT_SCALE_FACTOR=str(scale))
+    settings = program.open_settings()
+    assert_opens(settings, scaled(560, 700), [*GENERAL, *row("A", 0), *row("B", 1), *AVAILABLE],
+                 ("Quillbar ",))
     # State is told, not only shown.
     told = {(element.role, element.name): element for element in settings.elements()}
     assert told["push button", "Hotkey for B"].description == "⌘A. This key cannot start a shortcut."
@@ -145,46 +147,28 @@ def test_settings(program, scale):
     assert [told["check box", f"Login for {name}"].checked for name in "AB"] == [False, True]
     assert [element.description for element in settings.elements("push button")
             if element.name == "Remove"] == ["A", "B"]
+    close(settings)
 
+    about = program.open_about()
+    assert_opens(about, scaled(380, 460), ABOUT, ("Version ",))
+    close(about)
 
-def test_about(program, scale):
-    program.pin("A")
-    start(program, scale).menu.click("About Quillbar")
-    about = Window(program, "About Quillbar")
-    assert size_on_screen(about) == (380 * scale, 460 * scale)
-    assert_shows(about, ABOUT, ("Version ",))
-
-
-def test_welcome_and_permissions(program, scale):
-    program.add_shortcut("Alpha")
-    start(program, scale)
-    welcome = Window(program, "Welcome to Quillbar")
-    assert size_on_screen(welcome) == (420 * scale, 430 * scale)
-    assert_shows(welcome, WELCOME)
-    program.stop()
-    start(program, scale)
-    permissions = Window(program, "Quillbar permissions")
-    assert size_on_screen(permissions) == (400 * scale, 460 * scale)
-    assert_shows(permissions, PERMISSIONS)
-
-
-def test_palette(program, scale):
-    program.pin("A", "B", groupOf={"B": "Games"})
-    start(program, scale).menu.click("Type to Jump…")
-    palette = Window(program, "Quillbar")
-    assert size_on_screen(palette) == (400 * scale, 244 * scale)
-    assert_shows(palette, PALETTE, ("A", "B", "Games"))
+    palette = program.open_window("Type to Jump…", "Quillbar")
+    assert_opens(palette, scaled(400, 244), PALETTE, ("A", "B", "Games"))
     assert palette.element("text", "Search pinned shortcuts").focused
     assert [item.selected for item in palette.elements("list item")] == [True, False]
-    palette.screen.press("Escape")
-    palette.wait_closed()
+
+
+def close(window):
+    window.screen.press("Escape")
+    window.wait_closed()
 
 
 def test_every_control_of_the_settings_is_reached_by_tab(program):
     program.add_shortcut("Zed")
     program.pin("A")
-    start(program, 1).menu.click("Settings…")
-    settings = Window(program, "Quillbar Settings")
+    program.start()
+    settings = program.open_settings()
 
     def focused():
         return next((element.name for element in settings.elements() if element.focused), None)

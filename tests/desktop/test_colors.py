@@ -14,9 +14,8 @@ def ground(window):
 
 def open_about(program):
     program.pin("Alpha")
-    tray = program.start()
-    tray.menu.click("About Quillbar")
-    return Window(program, "About Quillbar")
+    program.start()
+    return program.open_about()
 
 
 def wait_dark(window):
@@ -41,7 +40,8 @@ def test_an_alert_at_the_start_has_the_desktops_colours(program):
     with Portal(program.desktop, "dark"):
         program.pin("Alpha", "Beta")
         os.remove(os.path.join(program.shortcuts_folder, "Beta"))
-        program.start()
+        # The menu comes only after the alert is answered.
+        program.launch()
         alert = Window(program, "Quillbar")
         wait_dark(alert)
         alert.screen.press("Escape")

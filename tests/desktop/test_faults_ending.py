@@ -5,18 +5,13 @@ import signal
 import time
 
 import pytest
-from virtualdesktop import Window, probe, wait_until
+from virtualdesktop import Program, Window, probe, wait_until
 from virtualdesktop.waiting import deliver_signals
 from Xlib import X
 
 ACCESSIBILITY = True
 NAME = "com.quillbar.Quillbar"
 POINTS = 24
-
-
-def open_settings(program):
-    program.tray().menu.click("Settings…")
-    return Window(program, "Quillbar Settings")
 
 
 def ask_about_gone_pins(program):
@@ -37,13 +32,13 @@ def hold_the_hotkey(program):
 
 
 def record(program):
-    settings = open_settings(program)
+    settings = program.open_settings()
     settings.click("push button", "Quick open hotkey")
     wait_until(lambda: not program.desktop.screen.is_keyboard_free(), "nothing is recorded")
 
 
 def drag(program):
-    settings = open_settings(program)
+    settings = program.open_settings()
     x, y, _, height = settings.element("list item", "Alpha").extents()
     settings.screen.point(x + 15, y + height // 2)
     settings.screen.button(True)
@@ -52,15 +47,14 @@ def drag(program):
 
 
 def name_a_section(program):
-    settings = open_settings(program)
-    settings.click("combo box", "Section for Alpha")
-    settings.click("list item", "Custom…")
+    settings = program.open_settings()
+    settings.choose("Section for Alpha", "Custom…")
     Window(program, "Quillbar")
 
 
 @pytest.mark.parametrize("bring_about", [
-    open_settings, ask_about_gone_pins, open_palette, hold_the_hotkey, record, drag,
-    name_a_section, lambda program: program.open_own_menu()])
+    Program.open_settings, ask_about_gone_pins, open_palette, hold_the_hotkey, record, drag,
+    name_a_section, Program.open_own_menu])
 def test_it_ends_whatever_is_open_and_lets_go_of_everything(program, bring_about):
     screen = program.desktop.screen
     program.pin("Alpha", "Beta")

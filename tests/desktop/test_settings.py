@@ -10,10 +10,10 @@ CONTROL_OPTION = 0x1800
 KEY_B = 11
 
 
-def open_settings(program):
-    tray = program.start()
-    tray.menu.click("Settings…")
-    return Window(program, "Quillbar Settings")
+def start(program, *names, **settings):
+    program.pin(*names, **settings)
+    program.start()
+    return program.open_settings()
 
 
 def wait_config(program, key, value):
@@ -51,13 +51,6 @@ def drag_row(settings, name, end):
     settings.screen.drag(grip(settings, name), end)
 
 
-def choose(settings, name, title):
-    """Opens a pop-up with the mouse and clicks one of its entries."""
-    settings.click("combo box", name)
-    settings.click("list item", title)
-    wait_until(lambda: title not in order(settings), f"{name} stays open")
-
-
 def answer(program, title, text, button="OK"):
     """Replaces the text of the open prompt and presses one of its buttons."""
     prompt = Window(program, "Quillbar")
@@ -72,11 +65,17 @@ def answer(program, title, text, button="OK"):
     prompt.wait_closed()
 
 
-def test_pinning_and_unpinning_are_stored_at_once(program):
+def remove_button(settings, name):
+    button = next(button for button in settings.elements("push button")
+                  if (button.name, button.description) == ("Remove", name))
+    x, y, width, height = button.extents()
+    return x + width // 2, y + height // 2
+
+
+def test_pins_are_stored_at_once_and_the_rest_with_save(program):
     program.add_shortcut("Zebra")
     program.add_shortcut("Yak")
-    program.pin("Alpha")
-    settings = open_settings(program)
+    settings = start(program, "Alpha", launchAtLogin=False)
     assert available(settings) == ["Yak", "Zebra"]
     settings.click("check box", "Zebra")
     wait_config(program, "pinned", ["Alpha", "Zebra"])
@@ -86,49 +85,30 @@ def test_pinning_and_unpinning_are_stored_at_once(program):
     settings.screen.click(*remove_button(settings, "Zebra"))
     wait_config(program, "pinned", ["Alpha", "Yak"])
     wait_until(lambda: available(settings) == ["Zebra"])
-    assert settings.is_open()
 
-
-def remove_button(settings, name):
-    button = next(button for button in settings.elements("push button")
-                  if (button.name, button.description) == ("Remove", name))
-    x, y, width, height = button.extents()
-    return x + width // 2, y + height // 2
-
-
-def test_save_stores_and_says_so_and_close_discards(program):
-    program.pin("Alpha")
-    settings = open_settings(program)
+    settings.click("check box", "Start Quillbar at login")
     settings.click("check box", "Login for Alpha")
-    assert "launchAtLoginShortcuts" not in program.read_config()
+    settings.wait_for("check box", "Login for Alpha", "goes on", lambda box: box.checked)
+    assert not program.read_config()["launchAtLoginShortcuts"]
     settings.click("push button", "Save")
     assert not settings.element("push button", "Saved ✓").enabled
     wait_config(program, "launchAtLoginShortcuts", {"Alpha": True})
+    wait_config(program, "launchAtLogin", True)
+    with open(program.login_entry, encoding="utf-8") as entry:
+        assert program.binary in entry.read()
     assert settings.element("push button", "Save").enabled
 
     settings.click("check box", "Login for Alpha")
     settings.wait_for("check box", "Login for Alpha", "goes off", lambda box: not box.checked)
     settings.click("push button", "Close")
     settings.wait_closed()
-    program.tray().menu.click("Settings…")
-    settings = Window(program, "Quillbar Settings")
+    settings = program.open_settings()
     assert settings.element("check box", "Login for Alpha").checked
     assert program.read_config()["launchAtLoginShortcuts"] == {"Alpha": True}
 
 
-def test_return_saves_and_start_at_login_makes_the_entry(program):
-    program.pin("Alpha", launchAtLogin=False)
-    settings = open_settings(program)
-    settings.click("check box", "Start Quillbar at login")
-    save(settings)
-    wait_config(program, "launchAtLogin", True)
-    with open(program.login_entry, encoding="utf-8") as entry:
-        assert program.binary in entry.read()
-
-
 def test_rows_are_dragged_with_the_mouse(program):
-    program.pin("A", "B", "C", "D")
-    settings = open_settings(program)
+    settings = start(program, "A", "B", "C", "D")
     x, y, _, height = settings.element("list item", "C").extents()
     drag_row(settings, "A", (x + 60, y + height - 4))
     wait_until(lambda: order(settings) == ["B", "C", "A", "D"], lambda: str(order(settings)))
@@ -143,8 +123,7 @@ def test_rows_are_dragged_with_the_mouse(program):
 
 
 def test_rows_are_moved_by_keyboard_and_by_assistive_programs(program):
-    program.pin("A", "B", "C")
-    settings = open_settings(program)
+    settings = start(program, "A", "B", "C")
     screen = settings.screen
     for _ in range(20):
         if settings.element("check box", "Login for A").focused:
@@ -176,22 +155,8 @@ def shows(settings, name, text):
                       lambda button: button.description.split(", ")[0] == text)
 
 
-def test_recorded_hotkey_works_once_it_is_saved(program):
-    program.pin("Alpha")
-    settings = open_settings(program)
-    record(settings, "Hotkey for Alpha", "Control", "Alt", "B")
-    shows(settings, "Hotkey for Alpha", "⌥⌃·11")
-    save(settings)
-    wait_config(program, "shortcutHotkeys",
-                {"Alpha": {"keyCode": KEY_B, "modifiers": CONTROL_OPTION}})
-    wait_until(lambda: settings.screen.is_grabbed("B", X.Mod1Mask | X.ControlMask))
-    settings.screen.press("Control", "Alt", "B")
-    program.wait_for_runs("Alpha")
-
-
-def test_recorder_takes_every_key_and_a_second_click_ends_it(program):
-    program.pin("Alpha")
-    settings = open_settings(program)
+def test_recorders_take_every_key_and_what_is_saved_works(program):
+    settings = start(program, "Alpha")
     for keys, label in ((["Escape"], "Esc"), (["Return"], "Return"), (["Alt", "Tab"], "⌥Tab"),
                         (["Super", "Shift", "Space"], "⌘⇧Space")):
         record(settings, "Quick open hotkey", *keys)
@@ -201,35 +166,42 @@ def test_recorder_takes_every_key_and_a_second_click_ends_it(program):
     shows(settings, "Quick open hotkey", "Press keys…")
     settings.click("push button", "Quick open hotkey")
     shows(settings, "Quick open hotkey", "None")
+    record(settings, "Hotkey for Alpha", "Control", "Alt", "B")
+    shows(settings, "Hotkey for Alpha", "⌥⌃·11")
     save(settings)
     wait_config(program, "menuHotkey", {"keyCode": 49, "modifiers": 0x300})
+    wait_config(program, "shortcutHotkeys",
+                {"Alpha": {"keyCode": KEY_B, "modifiers": CONTROL_OPTION}})
+    wait_until(lambda: settings.screen.is_grabbed("B", X.Mod1Mask | X.ControlMask))
+    for count in (1, 2):
+        settings.screen.press("Control", "Alt", "B")
+        program.wait_for_runs(*["Alpha"] * count)
 
 
-def test_sections_are_chosen_and_named(program):
-    program.pin("Alpha", "Beta")
-    settings = open_settings(program)
-    choose(settings, "Section for Beta", "Work")
-    choose(settings, "Section for Alpha", "Custom…")
+def test_popups_choose_and_ask_for_names_and_ignore_the_wheel(program):
+    settings = start(program, "Alpha", "Beta", groupOf={"Alpha": "Work"})
+    for name, shown in (("Menu bar icon", "Heart"), ("Section for Alpha", "Work")):
+        for button in (4, 5, 5):
+            settings.screen.click(*settings.middle("combo box", name), button)
+        # What is clicked afterwards is handled after the wheel.
+        settings.click("check box", "Login for Alpha")
+        assert settings.element("combo box", name).description == shown
+
+    settings.choose("Section for Beta", "Work")
+    settings.choose("Section for Alpha", "Custom…")
     answer(program, "New group", "  Evening ")
     settings.wait_for("combo box", "Section for Alpha", "shows the name",
                       lambda popup: popup.description == "Evening")
-    choose(settings, "Section for Beta", "Custom…")
+    settings.choose("Section for Beta", "Custom…")
     answer(program, "New group", "Never", button="Cancel")
+    settings.choose("Menu bar icon", "Star")
     save(settings)
     wait_config(program, "groupOf", {"Alpha": "Evening", "Beta": "Work"})
-
-
-def test_icon_is_chosen_and_named(program):
-    program.pin("Alpha")
-    settings = open_settings(program)
-    choose(settings, "Menu bar icon", "Star")
-    save(settings)
-    wait_config(program, "iconSymbol", "star.fill")
     wait_until(lambda: "star" in program.tray().icon_name, program.tray().icon_name)
 
     settings.element("push button", "Save")
-    # It is the last entry of a long list.
-    settings.click("combo box", "Menu bar icon")
+    # It is the last entry of a long list, which still has the keyboard.
+    settings.screen.press("Space")
     settings.element("list item", "Star")
     settings.screen.press("End")
     settings.screen.press("Return")
@@ -238,19 +210,3 @@ def test_icon_is_chosen_and_named(program):
                       lambda popup: popup.description == "Custom")
     settings.screen.press("Return")
     wait_config(program, "iconSymbol", "eyeglasses")
-
-
-def test_wheel_over_a_closed_popup_changes_nothing(program):
-    program.pin("Alpha", groupOf={"Alpha": "Work"})
-    settings = open_settings(program)
-    for name, shown in (("Menu bar icon", "Heart"), ("Section for Alpha", "Work")):
-        for button in (4, 5, 5):
-            settings.screen.click(*settings.middle("combo box", name), button)
-        # What is clicked afterwards is handled after the wheel.
-        settings.click("check box", "Login for Alpha")
-        assert settings.element("combo box", name).description == shown
-    save(settings)
-    assert (program.read_config()["iconSymbol"], program.read_config()["groupOf"]) == \
-        ("heart.fill", {"Alpha": "Work"})
-
-

@@ -12,6 +12,7 @@ from gi.repository import GLib
 from .panel import WATCHER
 from .tray import TrayItem
 from .waiting import wait_until
+from .window import Window
 
 # The windows of a first start are over, so that a test sees only what it asks for.
 _SETTLED = {"onboarded": True, "permissionsShown": True, "iconSymbol": "heart.fill"}
@@ -111,6 +112,17 @@ class Program:
         tray = self.tray()
         wait_until(tray.menu.is_filled, "the menu never comes")
         return tray
+
+    def open_window(self, row, title):
+        """The window that a row of the menu opens."""
+        self.tray().menu.click(row)
+        return Window(self, title)
+
+    def open_settings(self):
+        return self.open_window("Settings…", "Quillbar Settings")
+
+    def open_about(self):
+        return self.open_window("About Quillbar", "About Quillbar")
 
     def tray(self):
         """The program's registered status item."""

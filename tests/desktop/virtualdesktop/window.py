@@ -57,6 +57,16 @@ class Window:
     def click(self, role, name):
         self.screen.click(*self.middle(role, name))
 
+    def choose(self, name, title):
+        """Chooses an entry of a pop-up with one press, as a click that a busy machine takes for a
+        longer press would choose what was chosen already."""
+        self.screen.point(*self.middle("combo box", name))
+        self.screen.button(True)
+        self.screen.point(*self.middle("list item", title))
+        self.screen.button(False)
+        wait_until(lambda: title not in [item.name for item in self.elements("list item")],
+                   f"{name} stays open")
+
     def wait_for(self, role, name, what, test):
         """Waits until the element is as the test wants it."""
         wait_until(lambda: test(self.element(role, name)), f"{role} {name!r} never {what}")
