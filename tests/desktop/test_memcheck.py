@@ -3,7 +3,7 @@
 import os
 import shlex
 
-from virtualdesktop import Program, VirtualDesktop, Window, wait_until
+from virtualdesktop import Program, VirtualDesktop, wait_until
 from virtualdesktop.screen import KEY
 
 _VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--show-leak-kinds=definite",
@@ -50,8 +50,8 @@ def _live(program):
     wait_until(lambda: len(program.desktop.notifications.shown()) == 2, "a run is not reported")
     for row, title in (("Type to Jump…", "Quillbar"), ("Settings…", "Quillbar Settings"),
                        ("About Quillbar", "About Quillbar")):
-        menu.click(row)
-        window = Window(program, title)
-        for key in ("A", "BackSpace", "Tab", "Down", "Escape"):
+        window = program.open_window(row, title)
+        # The first Escape closes the pop-up that Down opens in the settings.
+        for key in ("A", "BackSpace", "Tab", "Down", "Escape", "Escape"):
             program.desktop.screen.tap(KEY[key])
         window.wait_closed()

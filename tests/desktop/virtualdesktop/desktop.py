@@ -32,13 +32,11 @@ _SANITIZERS = {
 class VirtualDesktop:
     """Brings up a private desktop for a `with` block and tears it down by process id."""
 
-    def __init__(self, size="1280x800", panel=True, accessibility=False, dark_panel=True,
-                 root=None):
+    def __init__(self, size="1280x800", panel=True, accessibility=False, root=None):
         self._size = size
         self._root = root
         self._with_panel = panel
         self._with_accessibility = accessibility
-        self._dark_panel = dark_panel
         self.accessibility = None
 
     def __enter__(self):
@@ -120,7 +118,7 @@ class VirtualDesktop:
         self.start(["openbox", "--sm-disable"])
 
     def _start_panel(self):
-        self.panel = Panel(self, self._dark_panel)
+        self.panel = Panel(self)
         self._start_helper("xfconf/xfconfd", _XFCONF)
         self.panel.start()
 

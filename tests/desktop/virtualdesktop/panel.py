@@ -13,7 +13,7 @@ _CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
     <value type="int" value="1"/>
-    <property name="dark-mode" type="bool" value="{dark}"/>
+    <property name="dark-mode" type="bool" value="true"/>
     <property name="panel-1" type="empty">
       <property name="position" type="string" value="p=6;x=0;y=0"/>
       <property name="position-locked" type="bool" value="true"/>
@@ -34,13 +34,13 @@ _CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 class Panel:
-    def __init__(self, desktop, dark=True):
+    def __init__(self, desktop):
         self._desktop = desktop
         self._process = None
         folder = os.path.join(desktop.folder, "config", "xfce4", "xfconf", "xfce-perchannel-xml")
         os.makedirs(folder)
         with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as file:
-            file.write(_CONFIGURATION.format(dark=str(dark).lower()))
+            file.write(_CONFIGURATION)
 
     def start(self):
         self._process = self._desktop.start(["xfce4-panel", "--disable-wm-check"])

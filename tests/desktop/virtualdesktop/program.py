@@ -172,7 +172,7 @@ class Program:
         lines = self.desktop.log("quillbar").splitlines(keepends=True)
         os.truncate(os.path.join(self.desktop.folder, "quillbar.log"), 0)
         # Qt's word for an accessibility service that takes its time.
-        return "".join(line for line in lines if not line.startswith("QSpiApplication::keyEvent"))
+        return "".join(line for line in lines if not line.startswith("QSpiApplication::"))
 
     def large_windows(self):
         """The windows except the icon's own, which is one on its way into a tray."""

@@ -4,7 +4,7 @@ import contextlib
 
 import Xlib.display
 from PIL import Image
-from Xlib import X, XK
+from Xlib import X
 from Xlib.error import BadAccess, CatchError
 from Xlib.ext import xtest
 
@@ -224,10 +224,6 @@ class Screen:
             yield
         finally:
             self.press(name)
-
-    def keysym_of(self, name):
-        """What the key types in the present layout, without modifiers."""
-        return XK.keysym_to_string(self.display.keycode_to_keysym(KEY[name], 0))
 
 
 @contextlib.contextmanager

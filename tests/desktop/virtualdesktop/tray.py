@@ -23,8 +23,5 @@ class TrayItem:
     def tool_tip(self):
         return self.read("ToolTip")
 
-    def process(self):
-        return self._bus.process_of(self._name)
-
     def on_new_icon(self, callback):
         return self._bus.on_signal(self._name, _INTERFACE, "NewIcon", lambda *_: callback())

@@ -9,9 +9,9 @@ class Window:
     def __init__(self, program, title):
         self._program, self.title = program, title
         self.screen = program.desktop.screen
-        self.id = wait_until(self._find, lambda: f"no window {title!r}: {self._titles()}")
-        wait_until(lambda: self.screen.focused_window() == self.id,
-                   f"{title!r} does not get the keyboard")
+        # One that closes may have the same title, such as a menu's, which is the program's name.
+        self.id = wait_until(self._find, lambda: f"no window {title!r} with the keyboard: "
+                                                 f"{self._titles()}")
         # The window manager's frame moves a window after it was shown; until the program knows,
         # what it tells of its elements' places is wrong.
         if program.desktop.accessibility:
@@ -21,8 +21,8 @@ class Window:
         return {window[0]: self.screen.title(window[0]) for window in self._program.windows()}
 
     def _find(self):
-        return next((window for window, title in self._titles().items() if title == self.title),
-                    None)
+        focused = self.screen.focused_window()
+        return focused if self._titles().get(focused) == self.title else None
 
     def _knows_its_place(self):
         x, y, width, _ = self.area()
@@ -58,12 +58,9 @@ class Window:
         self.screen.click(*self.middle(role, name))
 
     def choose(self, name, title):
-        """Chooses an entry of a pop-up with one press, as a click that a busy machine takes for a
-        longer press would choose what was chosen already."""
-        self.screen.point(*self.middle("combo box", name))
-        self.screen.button(True)
-        self.screen.point(*self.middle("list item", title))
-        self.screen.button(False)
+        """Opens a pop-up with the mouse and clicks one of its entries."""
+        self.click("combo box", name)
+        self.click("list item", title)
         wait_until(lambda: title not in [item.name for item in self.elements("list item")],
                    f"{name} stays open")
 
