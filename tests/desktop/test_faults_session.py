@@ -3,7 +3,7 @@
 import os
 
 import pytest
-from virtualdesktop import VirtualDesktop, Window, probe, wait_until
+from virtualdesktop import Program, VirtualDesktop, Window, probe, wait_until
 
 DISPLAY_GONE = "The X11 connection broke (error 1). Did the X11 server die?\n"
 
@@ -23,22 +23,33 @@ def start(program):
     return tray
 
 
-def open_settings(program, tray):
-    tray.menu.click("Settings…")
-    return Window(program, "Quillbar Settings")
+def start_long(program):
+    """Starts the program and a shortcut that goes on until `end_long`."""
+    os.mkfifo(os.path.join(program.home, "pipe"))
+    tray = start(program)
+    tray.menu.click("Long")
+    program.wait_for_runs("Long")
 
 
-def open_palette(program, _tray):
+def end_long(program):
+    with open(os.path.join(program.home, "pipe"), "w", encoding="ascii"):
+        pass
+    wait_until(lambda: os.path.exists(os.path.join(program.home, "done")),
+               "the shortcut died with the program")
+
+
+def open_palette(program):
     program.desktop.screen.press("Super", "Alt", "T")
     return Window(program, "Quillbar")
 
 
-def open_nothing(_program, _tray):
+def open_nothing(_program):
     pass
 
 
 def test_without_the_bus_everything_else_goes_on(program):
-    settings = open_settings(program, start(program))
+    start(program)
+    settings = program.open_settings()
     program.desktop.lose_bus()
     os.remove(program.config_path)
     settings.screen.press("Return")
@@ -71,20 +82,20 @@ def test_a_bus_that_answers_nothing_delays_nothing(program):
     probe.everything_answers(program, tray.menu, "Alpha")
 
 
-@pytest.mark.parametrize("state", [open_nothing, open_palette, open_settings])
+@pytest.mark.parametrize("state", [open_nothing, open_palette, Program.open_settings])
 def test_without_the_display_it_ends_in_order_and_shortcuts_run_on(program, state):
-    os.mkfifo(os.path.join(program.home, "pipe"))
-    tray = start(program)
-    tray.menu.click("Long")
-    program.wait_for_runs("Long")
-    state(program, tray)
+    start_long(program)
+    state(program)
     before = program.read_config()
     program.desktop.lose_display()
     wait_until(lambda: program.process.poll() is not None, "the program stays")
     assert (program.process.returncode, program.take_output()) == (1, DISPLAY_GONE)
     assert program.read_config() == before
     assert not program.desktop.runtime_files()
-    with open(os.path.join(program.home, "pipe"), "w", encoding="ascii"):
-        pass
-    wait_until(lambda: os.path.exists(os.path.join(program.home, "done")),
-               "the shortcut died with the program")
+    end_long(program)
+
+
+def test_quitting_leaves_a_running_shortcut_alone(program):
+    start_long(program)
+    assert program.stop() == 0
+    end_long(program)
