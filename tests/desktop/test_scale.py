@@ -4,7 +4,7 @@ import subprocess
 
 import pytest
 from PIL import Image, ImageChops
-from virtualdesktop import VirtualDesktop, Window
+from virtualdesktop import VirtualDesktop, Window, wait_until
 
 # The menu's row, the title of the window that it opens, and its frame.
 WINDOWS = {"Settings…": ("Quillbar Settings", 560, 700),
@@ -35,6 +35,8 @@ def pictures(program, scale):
         window = Window(program, title)
         area = window.area()
         assert area[2:] == (width * scale, height * scale)
+        # It is shown before it is drawn.
+        wait_until(lambda: screen.picture(area).getcolors(16) is None, "the window stays empty")
         screen.settled_picture()
         found.append(screen.picture(area))
         screen.press("Escape")

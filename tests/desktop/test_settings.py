@@ -96,7 +96,7 @@ def test_pins_are_stored_at_once_and_the_rest_with_save(program):
     wait_config(program, "launchAtLogin", True)
     with open(program.login_entry, encoding="utf-8") as entry:
         assert program.binary in entry.read()
-    assert settings.element("push button", "Save").enabled
+    settings.wait_for("push button", "Save", "can be pressed again", lambda button: button.enabled)
 
     settings.click("check box", "Login for Alpha")
     settings.wait_for("check box", "Login for Alpha", "goes off", lambda box: not box.checked)
