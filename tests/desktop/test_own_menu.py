@@ -40,6 +40,18 @@ def test_assistive_programs_read_every_row_and_escape_closes(program):
     assert program.ran() == []
 
 
+def test_a_menu_that_opens_while_the_mouse_is_held_elsewhere_can_be_closed(program):
+    screen = program.desktop.screen
+    program.pin("A")
+    tray = program.start()
+    with screen.holding_the_pointer():
+        tray.call("Activate", "(ii)", 100, 100)
+        wait_until(program.large_windows, "no menu")
+    wait_until(lambda: not screen.is_pointer_free(), "the menu never gets the mouse")
+    screen.click_ground()
+    wait_closed(program)
+
+
 def test_keys_run_the_rows(program):
     screen, nothing_else = program.desktop.screen, contextlib.nullcontext()
     program.pin("A", "B")

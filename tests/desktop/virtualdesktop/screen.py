@@ -191,6 +191,16 @@ class Screen:
         self.display.sync()
         return status == X.GrabSuccess
 
+    @contextlib.contextmanager
+    def holding_the_pointer(self):
+        """As a program does whose own menu is open."""
+        status = self.root.grab_pointer(
+            False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
+        assert status == X.GrabSuccess
+        yield
+        self.display.ungrab_pointer(X.CurrentTime)
+        self.display.sync()
+
     def is_keyboard_free(self):
         """Whether no program holds the keyboard."""
         status = self.root.grab_keyboard(

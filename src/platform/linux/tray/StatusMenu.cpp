@@ -7,18 +7,23 @@
 #include "platform/linux/tray/StatusMenuStyle.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QStyleOptionMenuItem>
+#include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <utility>
 
 namespace quillbar::platform {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -63,6 +68,26 @@ StatusMenu::StatusMenu(std::shared_ptr<Menu const> menu)
         if (auto const* item = itemOf(action))
             choose(*item);
     });
+}
+
+void StatusMenu::showEvent(QShowEvent* event)
+{
+    QMenu::showEvent(event);
+    if (QGuiApplication::platformName() == "xcb"_L1)
+        holdInput();
+}
+
+/// While another client holds mouse or keyboard, a panel for the click itself say, a pop-up gets
+/// neither, and then nothing but its own rows would close it.
+void StatusMenu::holdInput()
+{
+    auto* const window = windowHandle();
+    if (!isVisible() || !window)
+        return;
+    bool const hasKeyboard = window->setKeyboardGrabEnabled(true);
+    bool const hasMouse = window->setMouseGrabEnabled(true);
+    if (!hasKeyboard || !hasMouse)
+        QTimer::singleShot(50ms, this, &StatusMenu::holdInput);
 }
 
 void StatusMenu::keyPressEvent(QKeyEvent* event)

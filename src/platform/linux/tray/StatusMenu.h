@@ -27,6 +27,7 @@ public:
     ~StatusMenu() override = default;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void initStyleOption(QStyleOptionMenuItem* option, QAction const* action) const override;
@@ -35,6 +36,7 @@ private:
     void addItems(QMenu& target, std::vector<MenuItem> const& items);
     QAction* makeAction(QMenu& target, MenuItem const& item);
     QIcon makeIcon(Image const& image) const;
+    void holdInput();
     void activateFirst();
     void choose(MenuItem const& item);
 
