@@ -92,7 +92,7 @@ TEST_F(RowDrags, PointerAtTheEdge_scrollsOn)
 {
     press(0);
     moveTo(97);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return scroll->offset() > 400; }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return scroll->offset() > 400; }, 60000));
     release(static_cast<int>(scroll->offset()) + 97);
     EXPECT_EQ(dropped.substr(0, 5), "0 at ");
     EXPECT_GT(std::stoi(dropped.substr(5)), 20);
