@@ -73,8 +73,6 @@ class Rest:
     def _close(self, window_id):
         with contextlib.suppress(*VANISHED):
             if self._world.is_popup(window_id):
-                # A menu that opened while something else held the pointer sees no click outside.
-                self._screen.press("Escape")
                 self._screen.click_ground()
             else:
                 self._world.ask_to_close(window_id)
