@@ -5,6 +5,7 @@
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/tray/MenuKeys.h"
 #include "platform/linux/tray/StatusMenuStyle.h"
+#include "platform/linux/views/X11Window.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -85,7 +86,7 @@ void StatusMenu::holdInput()
     if (!isVisible() || !window)
         return;
     bool const hasKeyboard = window->setKeyboardGrabEnabled(true);
-    bool const hasMouse = window->setMouseGrabEnabled(true);
+    bool const hasMouse = takeMouse(*this);
     if (!hasKeyboard || !hasMouse)
         QTimer::singleShot(50ms, this, &StatusMenu::holdInput);
 }

@@ -3,6 +3,7 @@
 #include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 #include <xcb/xcb.h>
 
 #include <array>
@@ -68,6 +69,28 @@ void requestBlur(QWidget const& window, QRegion const& region)
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
         static_cast<xcb_window_t>(window.winId()), atom, XCB_ATOM_CARDINAL, 32,
         static_cast<std::uint32_t>(data.size()), data.data());
+}
+
+bool takeMouse(QWidget const& window)
+{
+    auto* const connection = x11Connection();
+    auto* const handle = window.windowHandle();
+    if (!connection || !handle)
+        return false;
+    // Qt takes a refusal for success. So whether the mouse is free is asked first, and nobody may
+    // come in between; a grab of Qt's kind would refuse the one that asks, its own too.
+    xcb_grab_server(connection);
+    handle->setMouseGrabEnabled(false);
+    XcbPtr<xcb_grab_pointer_reply_t> const reply { xcb_grab_pointer_reply(connection,
+        xcb_grab_pointer(connection, 0, static_cast<xcb_window_t>(handle->winId()), 0,
+            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr) };
+    xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+    bool const isTaken
+        = reply && reply->status == XCB_GRAB_STATUS_SUCCESS && handle->setMouseGrabEnabled(true);
+    xcb_ungrab_server(connection);
+    xcb_flush(connection);
+    return isTaken;
 }
 
 } // namespace quillbar::platform

@@ -15,4 +15,8 @@ void skipTaskbar(QWidget const& window);
 /// Asks the compositor to blur what lies behind that part of the window.
 void requestBlur(QWidget const& window, QRegion const& region);
 
+/// Gives the mouse to a window that is shown; false where there is no X server, or while another
+/// client holds the mouse.
+[[nodiscard]] bool takeMouse(QWidget const& window);
+
 } // namespace quillbar::platform
