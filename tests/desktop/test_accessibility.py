@@ -81,9 +81,8 @@ PALETTE = [
 ]
 
 
-def place_in(window, element):
+def place_in(frame, element):
     """In points; at every scale that is what assistive programs are told."""
-    frame = next(iter(window.elements("frame"))).extents()
     x, y, width, height = element.extents()
     return x - frame[0], y - frame[1], width, height
 
@@ -99,8 +98,9 @@ def stands_at(role, place, frame):
 def assert_shows(window, expected, others=()):
     """Everything expected is there and in place; what else there is has been named too."""
     elements = window.elements()
+    window_frame = next(element for element in elements if element.role == "frame").extents()
     for role, name, frame in expected:
-        places = [place_in(window, element) for element in elements
+        places = [place_in(window_frame, element) for element in elements
                   if (element.role, element.name) == (role, name)]
         assert any(stands_at(role, place, frame) for place in places), \
             f"{role} {name!r} should stand at {frame}, stands at {places}"

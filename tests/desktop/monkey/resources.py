@@ -70,7 +70,7 @@ def _zombies(process_id):
 
 def _match_rules(bus, process_id):
     rules = bus.call(*_STATS, "GetAllMatchRules")[0]
-    return sum(len(found) for name, found in rules.items() if bus.is_of(name, process_id))
+    return sum(len(found) for name, found in rules.items() if bus.process_of(name) == process_id)
 
 
 def _x_resources(display, process_id):

@@ -2,8 +2,6 @@
 
 from dataclasses import dataclass
 
-from gi.repository import GLib
-
 from .bus import Bus
 from .waiting import wait_until
 
@@ -16,6 +14,11 @@ _STATE_ENABLED = 8
 _STATE_FOCUSED = 12
 _STATE_SELECTED = 23
 _STATE_SHOWING = 25
+_PROPERTIES = "org.freedesktop.DBus.Properties"
+_QUESTIONS = [
+    (_ACCESSIBLE, "GetState"), (_ACCESSIBLE, "GetRoleName"),
+    (_PROPERTIES, "Get", "(ss)", _ACCESSIBLE, "Name"),
+    (_PROPERTIES, "Get", "(ss)", _ACCESSIBLE, "Description")]
 
 
 @dataclass
@@ -69,40 +72,39 @@ class AccessibleTree:
 
     def elements(self, process, role=None):
         """Everything the process shows, outermost first."""
-        found = []
-        for program in self._programs(process):
-            self._collect(program, found)
-        return [element for element in found if element.shown and role in (None, element.role)]
+        # Level by level, all of one at once: each answer alone takes long on a busy machine.
+        children, level = {}, self._programs(process)
+        found = {reference: element for reference, element in zip(level, self._look(level))}
+        top = level
+        while level:
+            for reference, below in zip(level, self._children(level)):
+                children[reference] = below
+            level = [child for reference in level for child in children[reference]]
+            found.update(zip(level, self._look(level)))
+
+        def inwards(references):
+            for reference in references:
+                yield found[reference]
+                yield from inwards(children[reference])
+
+        return [element for element in inwards(top)
+                if element and element.shown and role in (None, element.role)]
 
     def windows(self, process):
         """The windows that the process shows."""
-        try:
-            found = [self._element(child) for program in self._programs(process)
-                     for child in self._children(program)]
-        except GLib.Error:
-            # A window may vanish while it is looked at.
-            return []
-        return [window for window in found if window.shown]
+        windows = [window for below in self._children(self._programs(process)) for window in below]
+        return [window for window in self._look(windows) if window and window.shown]
 
     def _programs(self, process):
-        found = []
-        for program in self._children((_REGISTRY, _ROOT)):
-            try:
-                if self.bus.process_of(program[0]) == process:
-                    found.append(program)
-            except GLib.Error:
-                continue
-        return found
+        (programs,) = self._children([(_REGISTRY, _ROOT)])
+        return [program for program in programs if self.bus.process_of(program[0]) == process]
 
     def open_menu_rows(self, process):
         """What the menu that opened last tells of its rows, separators left out."""
         for reference in reversed(self._opened):
-            try:
-                if self.bus.process_of(reference[0]) == process:
-                    rows = [self._element(child) for child in self._children(reference)]
-                    return [row for row in rows if row.role != "separator"]
-            except GLib.Error:
-                continue
+            if self.bus.process_of(reference[0]) == process:
+                (rows,) = self._children([reference])
+                return [row for row in self._look(rows) if row and row.role != "separator"]
         return []
 
     def _note_opening(self, path, arguments, sender):
@@ -116,30 +118,33 @@ class AccessibleTree:
             lambda: f"no {role} {name!r} among "
                     f"{[(element.role, element.name) for element in self.elements(process)]}")
 
-    def _children(self, reference):
-        return self.bus.call(*reference, _ACCESSIBLE, "GetChildren")[0]
+    def _children(self, references):
+        """The children of each; of one that has vanished, none."""
+        return [answer[0] if answer else [] for answer in self.bus.call_all(
+            (*reference, _ACCESSIBLE, "GetChildren") for reference in references)]
 
-    def _collect(self, reference, found):
-        try:
-            found.append(self._element(reference))
-            for child in self._children(reference):
-                self._collect(child, found)
-        except GLib.Error:
-            # An element may vanish while it is looked at.
-            return
+    def _look(self, references):
+        """An element for each; None for one that has vanished."""
+        answers = self.bus.call_all(
+            (*reference, *question) for reference in references for question in _QUESTIONS)
+        count = len(_QUESTIONS)
+        return [self._element(reference, answers[count * place:count * (place + 1)])
+                for place, reference in enumerate(references)]
 
-    def _element(self, reference):
-        states = self.bus.call(*reference, _ACCESSIBLE, "GetState")[0]
+    def _element(self, reference, answers):
+        if None in answers:
+            return None
+        (states,), (role,), (name,), (description,) = answers
         bits = states[0] | states[1] << 32
         return Element(
-            name=self.bus.read(*reference, _ACCESSIBLE, "Name"),
-            role=self.bus.call(*reference, _ACCESSIBLE, "GetRoleName")[0],
+            name=name,
+            role=role,
             shown=bool(bits >> _STATE_SHOWING & 1),
             enabled=bool(bits >> _STATE_ENABLED & 1),
             checked=bool(bits >> _STATE_CHECKED & 1),
             focused=bool(bits >> _STATE_FOCUSED & 1),
             selected=bool(bits >> _STATE_SELECTED & 1),
-            description=self.bus.read(*reference, _ACCESSIBLE, "Description"),
+            description=description,
             _tree=self,
             _reference=reference,
         )

@@ -51,32 +51,45 @@ class Bus:
             Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None)
         return reply.unpack()
 
+    def call_all(self, calls):
+        """Makes all the calls before it waits for an answer; an error is answered by None."""
+        answers = {}
+
+        def note(connection, result, number):
+            try:
+                answers[number] = connection.call_finish(result).unpack()
+            except GLib.Error:
+                answers[number] = None
+
+        count = 0
+        for name, path, interface, method, *rest in calls:
+            signature, *arguments = rest or ["()"]
+            self._connection.call(
+                name, path, interface, method, GLib.Variant(signature, tuple(arguments)), None,
+                Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None, note, count)
+            count += 1
+        while len(answers) < count:
+            GLib.MainContext.default().iteration(True)
+        return [answers[number] for number in range(count)]
+
     def read(self, name, path, interface, key):
         return self.call(name, path, "org.freedesktop.DBus.Properties", "Get", "(ss)",
                          interface, key)[0]
 
     def owner(self, name):
         """The unique name that owns a name now, or None."""
-        try:
-            return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                             "org.freedesktop.DBus", "GetNameOwner", "(s)", name)[0]
-        except GLib.Error:
-            return None
+        return self._ask("GetNameOwner", name)
 
     def process_of(self, name):
         """The process that owns a name now, or None."""
+        return self._ask("GetConnectionUnixProcessID", name)
+
+    def _ask(self, question, name):
         try:
             return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                             "org.freedesktop.DBus", "GetConnectionUnixProcessID", "(s)", name)[0]
+                             "org.freedesktop.DBus", question, "(s)", name)[0]
         except GLib.Error:
             return None
-
-    def is_of(self, name, process):
-        """Whether the name is the process's; a name that has left the bus is nobody's."""
-        try:
-            return self.process_of(name) == process
-        except GLib.Error:
-            return False
 
     def on_signal(self, name, interface, member, callback):
         """Calls back with (path, arguments, sender) while something waits; returns a way to stop."""

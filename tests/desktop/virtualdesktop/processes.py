@@ -6,7 +6,7 @@ import signal
 import subprocess
 import uuid
 
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
 _MARKER = "QUILLBAR_VIRTUAL_DESKTOP"
 _PR_SET_PDEATHSIG = 1
@@ -51,7 +51,7 @@ class Processes:
         if process.poll() is None:
             process.send_signal(how)
             try:
-                process.wait(10)
+                process.wait(PATIENCE)
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
@@ -65,7 +65,7 @@ class Processes:
             self.end(process)
         for process_id in self.marked():
             _kill(process_id)
-        wait_until(lambda: not self.marked(), lambda: f"processes stay: {self.marked()}", 10)
+        wait_until(lambda: not self.marked(), lambda: f"processes stay: {self.marked()}")
 
     def marked(self):
         """Process ids that inherited this desktop's mark and still run."""

@@ -11,13 +11,14 @@ from gi.repository import GLib
 
 from .panel import WATCHER
 from .tray import TrayItem
-from .waiting import wait_until
+from .waiting import settled, wait_until
 from .window import Window
 
 # The windows of a first start are over, so that a test sees only what it asks for.
 _SETTLED = {"onboarded": True, "permissionsShown": True, "iconSymbol": "heart.fill"}
 
-_SECONDS_BETWEEN_CLICKS = 3
+# Far longer than a menu takes on a busy machine: a second click would close it again.
+_SECONDS_BETWEEN_CLICKS = 15
 
 
 class Program:
@@ -135,7 +136,7 @@ class Program:
         for name, path in self.desktop.panel.items():
             # An item may go while it is looked at.
             with contextlib.suppress(GLib.Error):
-                if self.desktop.bus.is_of(name, self.process.pid):
+                if self.desktop.bus.process_of(name) == self.process.pid:
                     return TrayItem(self.desktop.bus, name, path)
         return None
 
@@ -151,11 +152,12 @@ class Program:
         """Clicks the icon in the panel; returns the menu's window."""
         panel = self.desktop.panel
         wait_until(panel.shows_icon, "the icon does not show in the panel")
+        settled(panel.area)
         return self.open_menu_by(panel.click_icon)
 
     def open_menu_by(self, click):
-        """Clicks until the menu is there; returns its window. A click goes astray while the panel
-        still moves icons about, and people click again."""
+        """Clicks until the menu is there and has the mouse; returns its window. A click goes astray
+        while the panel still moves icons about, and people click again."""
         next_click = 0.0
 
         def shown():
@@ -165,7 +167,10 @@ class Program:
                 next_click = time.monotonic() + _SECONDS_BETWEEN_CLICKS
             return self.large_windows()
 
-        return wait_until(shown, "a click on the icon opens no menu")[0]
+        menu = wait_until(shown, "a click on the icon opens no menu")[0]
+        # It is shown before it can be used.
+        wait_until(lambda: not self.desktop.screen.is_pointer_free(), "the menu gets no mouse")
+        return menu
 
     def take_output(self):
         """What it has written to its standard output and error; forgotten afterwards."""
