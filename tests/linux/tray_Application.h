@@ -24,10 +24,10 @@ inline QApplication& application()
     return *instance;
 }
 
-/// Runs the event loop until the condition holds; false when it does not within ten seconds.
+/// Runs the event loop until the condition holds; false when it does not within a minute.
 inline bool waitUntil(std::function<bool()> const& condition)
 {
-    QDeadlineTimer const deadline(10'000);
+    QDeadlineTimer const deadline(60'000);
     // What other processes do wakes no loop here.
     QTimer tick;
     tick.start(5);

@@ -5,6 +5,8 @@
 #include "platform/linux/hotkeys/XcbPtr.h"
 #include "platform/view/StatusItem.h"
 
+#include <QColor>
+#include <QtEndian>
 #include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
@@ -24,7 +26,7 @@ public:
         , root_(xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root)
         , window_(xcb_generate_id(connection_))
     {
-        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, root_, 0, 0, 24, 24, 0,
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, root_, 0, 0, side, side, 0,
             XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     }
     EmbeddingTray(EmbeddingTray const&) = delete;
@@ -67,7 +69,29 @@ public:
         return reply != nullptr;
     }
 
+    /// Shows the window that asked, in the tray's own.
+    void embed()
+    {
+        xcb_reparent_window(connection_, docked(), window_, 0, 0);
+        xcb_map_window(connection_, docked_);
+        xcb_map_window(connection_, window_);
+        xcb_flush(connection_);
+    }
+
+    /// What is seen in the middle of the tray; black while that is nothing.
+    QColor color()
+    {
+        XcbPtr<xcb_get_image_reply_t> const image(xcb_get_image_reply(connection_,
+            xcb_get_image(
+                connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window_, side / 2, side / 2, 1, 1, ~0U),
+            nullptr));
+        return image ? QColor::fromRgb(qFromLittleEndian<quint32>(xcb_get_image_data(image.get())))
+                     : QColor(Qt::black);
+    }
+
 private:
+    static constexpr int side = 24;
+
     xcb_atom_t atom(std::string_view name)
     {
         XcbPtr<xcb_intern_atom_reply_t> const reply(xcb_intern_atom_reply(connection_,
@@ -100,6 +124,12 @@ TEST(LegacyTray, IsUsedOnlyWhileThereIsNoHostOnTheBus)
         EXPECT_TRUE(waitUntil([&tray] { return tray.docked() != XCB_WINDOW_NONE; }));
         auto const icon = tray.docked();
         EXPECT_TRUE(tray.exists(icon));
+        tray.embed();
+        auto const isRed = [&tray] { return tray.color().red() > tray.color().blue() + 100; };
+        item.button()->setContentTintColor(Color(Rgba { .red = 1 }));
+        EXPECT_TRUE(waitUntil(isRed));
+        item.button()->setContentTintColor({});
+        EXPECT_TRUE(waitUntil([&] { return !isRed(); }));
         host.becomeWatcher();
         EXPECT_TRUE(waitUntil([&] { return host.items.size() == 1 && !tray.exists(icon); }));
         host.setHasHost(false);
