@@ -27,12 +27,6 @@ def wait_config(program, key, value):
     wait_until(lambda: stored() == value, lambda: f"{key} should be {value!r}, is {stored()!r}")
 
 
-def save(settings):
-    """Presses Return, which saves, and waits for what the window says to it."""
-    settings.screen.press("Return")
-    settings.element("push button", "Saved ✓")
-
-
 def order(settings):
     return [row.name for row in settings.elements("list item")]
 
@@ -91,7 +85,6 @@ def test_pins_are_stored_at_once_and_the_rest_with_save(program):
     settings.wait_for("check box", "Login for Alpha", "goes on", lambda box: box.checked)
     assert not program.read_config()["launchAtLoginShortcuts"]
     settings.click("push button", "Save")
-    assert not settings.element("push button", "Saved ✓").enabled
     wait_config(program, "launchAtLoginShortcuts", {"Alpha": True})
     wait_config(program, "launchAtLogin", True)
     with open(program.login_entry, encoding="utf-8") as entry:
@@ -168,7 +161,7 @@ def test_recorders_take_every_key_and_what_is_saved_works(program):
     shows(settings, "Quick open hotkey", "None")
     record(settings, "Hotkey for Alpha", "Control", "Alt", "B")
     shows(settings, "Hotkey for Alpha", "⌥⌃·11")
-    save(settings)
+    settings.screen.press("Return")
     wait_config(program, "menuHotkey", {"keyCode": 49, "modifiers": 0x300})
     wait_config(program, "shortcutHotkeys",
                 {"Alpha": {"keyCode": KEY_B, "modifiers": CONTROL_OPTION}})
@@ -195,7 +188,7 @@ def test_popups_choose_and_ask_for_names_and_ignore_the_wheel(program):
     settings.choose("Section for Beta", "Custom…")
     answer(program, "New group", "Never", button="Cancel")
     settings.choose("Menu bar icon", "Star")
-    save(settings)
+    settings.screen.press("Return")
     wait_config(program, "groupOf", {"Alpha": "Evening", "Beta": "Work"})
     wait_until(lambda: "star" in program.tray().icon_name, program.tray().icon_name)
 
