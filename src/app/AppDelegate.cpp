@@ -21,6 +21,9 @@ namespace quillbar {
 
 namespace {
 
+/// How long the start waits for the shortcuts tool.
+constexpr std::chrono::seconds startPatience { 2 };
+
 std::uint32_t registerGlobally(
     Hotkey const& hotkey, std::string const& title, std::function<void()> action)
 {
@@ -40,9 +43,16 @@ void AppDelegate::applicationDidFinishLaunching()
         = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
     updateIcon();
     cleanupStalePins();
-    // Quitting while that waited must not use up what is offered only once.
-    if (platform::isTerminating())
+    finishLaunching();
+}
+
+// The rest of the start, once.
+void AppDelegate::finishLaunching()
+{
+    // Quitting while the start waited must not use up what is offered only once.
+    if (hasLaunched_ || platform::isTerminating())
         return;
+    hasLaunched_ = true;
     rebuildMenu();
     platform::installMainMenu(mainMenu());
     applyHotkeys();
@@ -50,6 +60,8 @@ void AppDelegate::applicationDidFinishLaunching()
     runOnboardingIfNeeded();
     showPermissionsTipIfNeeded();
     scheduleAutoRun(config_);
+    if (onReady)
+        onReady();
 }
 
 void AppDelegate::run(platform::MenuItem const& item)
@@ -133,14 +145,34 @@ void AppDelegate::cleanupStalePins()
 {
     if (config_.pinned.empty())
         return;
-    auto const existing = ShortcutsService::listIfAnswered();
-    if (!existing)
+    auto const existing = listAtStart();
+    // Late, the question must not take the keyboard from one who types, nor contradict settings
+    // that are being edited; the next start asks again.
+    if (!existing || settingsWindow_ || paletteWindow_)
         return;
     auto const missing = missingPins(config_.pinned, *existing);
     if (missing.empty() || platform::runModal(stalePinsAlert(missing)).button != 0)
         return;
     removePins(config_, missing);
+    paletteList_.reset();
     config_.save();
+    if (!hasLaunched_)
+        return;
+    applyHotkeys();
+    rebuildMenu();
+}
+
+// A tool that takes its time does not hold up the start, which goes on while it is waited for.
+std::optional<std::vector<std::string>> AppDelegate::listAtStart()
+{
+    auto const isListing = std::make_shared<bool>(true);
+    platform::postDelayed(startPatience, weakly(*this, [isListing](AppDelegate& self) {
+        if (*isListing)
+            self.finishLaunching();
+    }));
+    auto existing = ShortcutsService::listIfAnswered();
+    *isListing = false;
+    return existing;
 }
 
 void AppDelegate::explainThatThereIsNoPlace() const

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillbar {
 
@@ -71,7 +72,9 @@ public:
     [[nodiscard]] std::uint32_t menuHotkeyID() const { return menuHotkeyID_; }
 
 private:
+    void finishLaunching();
     void cleanupStalePins();
+    [[nodiscard]] std::optional<std::vector<std::string>> listAtStart();
     void runOnboardingIfNeeded();
     void showPermissionsTipIfNeeded();
     void explainThatThereIsNoPlace() const;
@@ -96,6 +99,7 @@ private:
     std::string const launchAgentLabel_ = "com.quillbar.launcher";
     std::uint32_t menuHotkeyID_ = 0;
     RunNotifications notifications_;
+    bool hasLaunched_ = false;
     bool justShowedOnboarding_ = false;
     // Set while the settings window is being made, which lets other requests for it in.
     std::optional<SettingsFocus> openingSettings_;

@@ -15,8 +15,12 @@ public:
     ApplicationDelegate& operator=(ApplicationDelegate const&) = delete;
     virtual ~ApplicationDelegate() = default;
 
-    /// The event loop runs from here on; called once.
+    /// The event loop runs from here on; called once. The commands below come only after `onReady`
+    /// was called, which may be before this returns.
     virtual void applicationDidFinishLaunching() = 0;
+
+    /// Set by runApplication(); to be called once, when the program has started up.
+    std::function<void()> onReady;
 
     /// The person started the program again, or the desktop asks for its main window.
     virtual void openSettings() = 0;

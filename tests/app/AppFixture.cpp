@@ -35,7 +35,7 @@ Config AppFixture::settled(Names pinned)
     return config;
 }
 
-AppDelegate& AppFixture::start(Config const& config)
+AppDelegate& AppFixture::start(Config const& config, std::function<void()> onReady)
 {
     config.save();
     if (!hasListing_) {
@@ -45,14 +45,17 @@ AppDelegate& AppFixture::start(Config const& config)
         setListing(listing);
     }
     app = std::make_shared<AppDelegate>();
+    app->onReady = std::move(onReady);
     app->applicationDidFinishLaunching();
     return *app;
 }
 
-void AppFixture::setListing(std::optional<std::string> listing, std::function<void()> meanwhile)
+void AppFixture::setListing(std::optional<std::string> listing, std::function<void()> meanwhile,
+    std::chrono::milliseconds duration)
 {
     hasListing_ = true;
     headless::ChildScript script;
+    script.duration = duration;
     script.output = std::move(listing);
     script.meanwhile = std::move(meanwhile);
     headless::scriptChild({ tool, "list" }, script);

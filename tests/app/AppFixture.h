@@ -27,10 +27,12 @@ protected:
 
     /// Starts the program with that configuration; every pinned shortcut exists unless the tool's
     /// listing was set.
-    AppDelegate& start(Config const& config);
+    AppDelegate& start(Config const& config, std::function<void()> onReady = nullptr);
 
-    /// What the tool lists, or nothing for one that hangs, and what else happens meanwhile.
-    void setListing(std::optional<std::string> listing, std::function<void()> meanwhile = nullptr);
+    /// What the tool lists, or nothing for one that is killed, after how long, and what else
+    /// happens then.
+    void setListing(std::optional<std::string> listing, std::function<void()> meanwhile = nullptr,
+        std::chrono::milliseconds duration = {});
     void setRun(std::string const& name, headless::ChildScript const& script);
 
     [[nodiscard]] platform::Menu const& menu() const;

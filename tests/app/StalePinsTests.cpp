@@ -4,6 +4,8 @@
 namespace quillbar {
 namespace {
 
+using namespace std::chrono_literals;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -80,7 +82,7 @@ TEST_F(StalePins, WithNothingMissing_nobodyIsAskedNorTheToolWithoutPins)
 
 TEST_F(StalePins, FromAToolThatHangs_nothingIsConcluded)
 {
-    setListing(std::nullopt);
+    setListing(std::nullopt, nullptr, 10s);
     EXPECT_EQ(start(config).config(), config);
     EXPECT_THAT(headless::shownAlerts(), IsEmpty());
     EXPECT_EQ(item("B").representedObject, "B");
@@ -97,8 +99,9 @@ TEST_F(StalePins, QuittingMeanwhile_endsTheStart)
 
 TEST_F(StalePins, TheAlert_standsBeforeTheFirstMenu)
 {
-    setListing("B\n");
+    setListing("B\n", nullptr, 1999ms);
     headless::queueAlertAnswer([this](platform::Alert const&) {
+        headless::advance(1h);
         EXPECT_THAT(menu().items, IsEmpty());
         EXPECT_TRUE(button().image());
         return platform::AlertAnswer { .button = 0, .text = {} };
@@ -106,6 +109,40 @@ TEST_F(StalePins, TheAlert_standsBeforeTheFirstMenu)
     start(config);
     EXPECT_EQ(item("B").representedObject, "B");
     EXPECT_THROW((void)item("C"), std::runtime_error);
+}
+
+TEST_F(StalePins, WithoutAnAnswerForLong_theStartGoesOnAndTheQuestionComesLater)
+{
+    bool isReady = false;
+    setListing(
+        "B\n",
+        [&] {
+            EXPECT_TRUE(isReady);
+            EXPECT_EQ(item("C").representedObject, "C");
+            EXPECT_THAT(headless::registeredHotkeys(), SizeIs(2));
+            EXPECT_THAT(runTimes(), ElementsAre(3500));
+        },
+        4s);
+    config.launchAtLoginShortcuts = { { "A", true } };
+    headless::queueAlertAnswer({ .button = 0, .text = {} });
+    start(config, [&] { isReady = true; });
+    EXPECT_THAT(app->config().pinned, ElementsAre("B"));
+    EXPECT_EQ(Config::load(), app->config());
+    EXPECT_THROW((void)item("C"), std::runtime_error);
+    EXPECT_THAT(headless::registeredHotkeys(), SizeIs(1));
+}
+
+TEST_F(StalePins, ALateQuestion_isDroppedWhileSomeoneTypes)
+{
+    for (auto const open : { &AppDelegate::openSettings, &AppDelegate::openPalette }) {
+        auto const openOne = [&] {
+            setListing("B\n");
+            ((*app).*open)();
+        };
+        setListing("B\n", openOne, 3s);
+        EXPECT_EQ(start(config).config(), config);
+        EXPECT_THAT(headless::shownAlerts(), IsEmpty());
+    }
 }
 
 } // namespace

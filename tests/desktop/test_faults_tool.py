@@ -1,5 +1,6 @@
 """The shortcuts tool fails in every way it can: the program answers, loses nothing and recovers."""
 
+import contextlib
 import os
 
 import pytest
@@ -58,30 +59,29 @@ def start(program):
     return menu
 
 
+def start_and_run(program):
+    menu = start(program)
+    probe.runs(program, menu, "B")
+    wait_until(program.desktop.notifications.shown, "the run is not reported")
+    program.desktop.notifications.clear()
+    return menu
+
+
 def stored(program):
     with open(program.config_path, "rb") as file:
         return file.read()
 
 
-def close(settings):
-    settings.click("push button", "Close")
-    settings.wait_closed()
-
-
 def names_in_settings(program):
     """What the open settings show as pinned and the first of what they offer."""
     settings = Window(program, "Quillbar Settings")
-    pinned = [row.name for row in settings.elements("list item")]
-    offered = [box.name for box in settings.elements("check box")
-               if not box.name.startswith(("Start ", "Login "))]
-    close(settings)
+    elements = settings.elements()
+    settings.screen.press("Escape")
+    settings.wait_closed()
+    pinned = [row.name for row in elements if row.role == "list item"]
+    offered = [box.name for box in elements if box.role == "check box"
+               and not box.name.startswith(("Start ", "Login "))]
     return pinned, offered[:1]
-
-
-def children(program):
-    process_id = program.process.pid
-    with open(f"/proc/{process_id}/task/{process_id}/children", encoding="ascii") as file:
-        return file.read().split()
 
 
 # What the settings show meanwhile. Without a whole answer, the pins are what there is.
@@ -112,10 +112,19 @@ def break_tool(tool, fault, command):
         tool.behave(**{command: fault})
 
 
-def wait_all_over(program, before):
-    wait_until(lambda: not children(program), "a child stays")
-    wait_until(lambda: probe.descriptors(program) == before,
-               lambda: f"open before {before}, after {probe.descriptors(program)}")
+@contextlib.contextmanager
+def leaving_nothing(program):
+    """What goes on in here changes no setting, and no child or descriptor stays of it."""
+    settings, descriptors = stored(program), probe.descriptors(program)
+    yield
+    wait_until(lambda: not program.children(), "a child stays")
+    wait_until(lambda: probe.descriptors(program) == descriptors,
+               lambda: f"open before {descriptors}, after {probe.descriptors(program)}")
+    assert stored(program) == settings
+
+
+def wait_asked(program):
+    wait_until(program.children, "the tool is not asked")
 
 
 def open_settings(program, menu):
@@ -126,52 +135,43 @@ def open_settings(program, menu):
 def test_listings_that_go_wrong_cost_nothing(program, tool):
     menu = start(program)
     assert open_settings(program, menu) == (PINS, ["C"])
-    before, descriptors = stored(program), probe.descriptors(program)
-    for name, fault, expected in LISTINGS:
-        break_tool(tool, fault, "listing")
-        assert open_settings(program, menu) == expected, name
-    tool.behave()
-    assert open_settings(program, menu) == (PINS, ["C"])
-    wait_all_over(program, descriptors)
-    assert stored(program) == before
+    with leaving_nothing(program):
+        for name, fault, expected in LISTINGS:
+            break_tool(tool, fault, "listing")
+            assert open_settings(program, menu) == expected, name
+        tool.behave()
+        assert open_settings(program, menu) == (PINS, ["C"])
 
 
 def test_runs_that_go_wrong_are_told(program, tool):
-    menu = start(program)
-    probe.runs(program, menu, "B")
+    menu = start_and_run(program)
     notifications = program.desktop.notifications
-    wait_until(notifications.shown, "the run is not reported")
-    before, descriptors = stored(program), probe.descriptors(program)
-    for name, fault, succeeds in RUN_FAULTS:
-        notifications.clear()
-        break_tool(tool, fault, "run")
-        menu.click("A")
-        shown = wait_until(notifications.shown, f"{name}: not reported")
-        assert ("Launched" in shown[0]["body"]) == succeeds, name
+    with leaving_nothing(program):
+        for name, fault, succeeds in RUN_FAULTS:
+            break_tool(tool, fault, "run")
+            menu.click("A")
+            shown = wait_until(notifications.shown, f"{name}: not reported")
+            assert ("Launched" in shown[0]["body"]) == succeeds, name
+            notifications.clear()
         tool.behave()
-    probe.everything_answers(program, menu, "B")
-    wait_all_over(program, descriptors)
-    assert stored(program) == before
+        probe.everything_answers(program, menu, "B")
 
 
 def test_hundreds_in_flight_each_report_once(program, tool):
-    menu = start(program)
-    probe.everything_answers(program, menu, "A")
-    notifications = program.desktop.notifications
-    wait_until(notifications.shown, "the run is not reported")
-    notifications.clear()
-    descriptors, ran = probe.descriptors(program), len(program.ran())
+    menu = start_and_run(program)
+    notifications, ran = program.desktop.notifications, len(program.ran())
     tool.behave(run='read line <gate; test "$2" = A')
     rows = [menu.row(name).id for name in PINS]
-    for number in range(RUNS):
-        menu.send(rows[number % 2])
-    wait_until(lambda: len(program.ran()) == ran + RUNS, lambda: f"{len(program.ran())} started")
-    probe.menu_answers(program, menu)
-    # Each reads byte by byte, so that a line ends just one of them.
-    tool.let_pass("\n" * RUNS)
-    wait_until(lambda: len(notifications.shown()) >= RUNS,
-               lambda: f"{len(notifications.shown())} of {RUNS} are reported")
-    wait_all_over(program, descriptors)
+    with leaving_nothing(program):
+        for number in range(RUNS):
+            menu.send(rows[number % 2])
+        wait_until(lambda: len(program.ran()) == ran + RUNS,
+                   lambda: f"{len(program.ran())} started")
+        probe.menu_answers(program, menu)
+        # Each reads byte by byte, so that a line ends just one of them.
+        tool.let_pass("\n" * RUNS)
+        wait_until(lambda: len(notifications.shown()) >= RUNS,
+                   lambda: f"{len(notifications.shown())} of {RUNS} are reported")
     bodies = [notification["body"] for notification in notifications.shown()]
     assert bodies.count("Launched “A”") == RUNS / 2
     assert len([body for body in bodies if "“B” couldn’t run" in body]) == RUNS / 2
@@ -182,7 +182,7 @@ def test_everything_answers_while_the_tool_takes_its_time(program, tool):
     before = stored(program)
     tool.behave("read line <gate; printf '%s\\n' A C")
     menu.click("Settings…")
-    wait_until(lambda: children(program), "the tool is not asked")
+    wait_asked(program)
     probe.everything_answers(program, menu, "A")
     menu.click("Settings…")
     probe.menu_answers(program, menu)
@@ -193,24 +193,35 @@ def test_everything_answers_while_the_tool_takes_its_time(program, tool):
 
     tool.behave("cat gate")
     menu.click("Settings…")
-    wait_until(lambda: children(program), "the tool is not asked")
+    wait_asked(program)
     menu.click("Quit Quillbar")
     wait_until(lambda: program.process.poll() is not None, "Quit does not end the program")
     assert (program.process.returncode, stored(program)) == (0, before)
 
 
-def test_a_tool_that_never_answers_is_given_up(program, tool):
-    """From the start, which goes on without it: nothing is said of missing shortcuts."""
-    tool.behave("echo A; cat gate")
+def test_a_start_goes_on_without_a_tool_that_hangs(program, tool):
     before = stored(program)
+    tool.behave("echo A; cat gate")
     program.launch()
-    tray = program.tray()
-    assert tray.menu.titles() == [], "the menu is there before the pins are checked"
+    menu = program.tray().menu
     # Answered at once, and carried out when the start is over.
     program.desktop.bus.call("com.quillbar.Quillbar", "/com/quillbar/Quillbar",
                              "org.freedesktop.Application", "ActivateAction", "(sava{sv})",
                              "settings", [], {})
     tool.behave()
-    wait_until(lambda: tray.menu.titles()[1:3] == PINS, "the start does not go on")
+    wait_until(lambda: menu.titles()[1:3] == PINS and program.children(),
+               "the start does not go on while the tool hangs")
     assert names_in_settings(program) == (PINS, ["C"])
+    probe.everything_answers(program, menu, "A")
+    assert program.stop() == 0
     assert stored(program) == before
+
+
+def test_a_late_listing_still_asks_about_pins_that_are_gone(program, tool):
+    tool.behave("read line <gate; echo B")
+    menu = start(program)
+    tool.let_pass("\n")
+    Window(program, "Quillbar").click("push button", "Remove")
+    wait_until(lambda: menu.titles()[:3] == ["QUILLBAR", "B", "---"],
+               lambda: f"the menu shows {menu.titles()}")
+    assert program.read_config()["pinned"] == ["B"]

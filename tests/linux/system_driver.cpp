@@ -38,6 +38,7 @@ public:
             // Work that is never reached keeps what it holds alive.
             postDelayed(std::chrono::hours(1), [held = self.lock(), action] { tell(action); });
         }
+        onReady();
     }
     void openSettings() override { tell("settings " + std::to_string(userTime())); }
     void openPalette() override { tell("palette " + std::to_string(userTime())); }

@@ -51,6 +51,7 @@ std::optional<std::string> readChildOutput(std::vector<std::string> const& argum
     auto const script = scriptOf(arguments);
     if (script.start == ChildStart::Fails)
         return std::string();
+    headless::advance(script.duration);
     if (script.meanwhile)
         script.meanwhile();
     return script.output;

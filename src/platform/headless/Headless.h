@@ -102,9 +102,9 @@ struct ChildScript {
     /// Nothing stands for a signal.
     std::optional<int> exitStatus = 0;
     std::chrono::milliseconds duration { 0 };
-    /// Nothing for a child that is killed before it has told all.
+    /// Read after the duration. Nothing for a child that is killed before it has told all.
     std::optional<std::string> output = std::string();
-    /// What else happens while the output is waited for.
+    /// What else happens while the output is waited for, at its end.
     std::function<void()> meanwhile = nullptr;
 };
 

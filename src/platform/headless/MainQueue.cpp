@@ -3,6 +3,7 @@
 #include "platform/headless/Headless.h"
 #include "platform/headless/State.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 
@@ -55,7 +56,8 @@ void advance(milliseconds duration)
     while (auto const work = takeDue(until))
         work();
     std::lock_guard const lock(mutex);
-    queue->now = until;
+    // The work may have moved the clock itself.
+    queue->now = std::max(queue->now, until);
 }
 
 void runPosted()

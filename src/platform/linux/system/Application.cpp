@@ -118,8 +118,8 @@ private:
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
         delegate_ = makeDelegate_();
+        delegate_->onReady = [this] { onTheDesktop_.serve(delegate_); };
         delegate_->applicationDidFinishLaunching();
-        onTheDesktop_.serve(delegate_);
     }
 
     MakeDelegate const& makeDelegate_;
