@@ -171,31 +171,6 @@ TEST_F(StartUp, AutoRun_outlivesTheController)
     EXPECT_THAT(runNames(), ElementsAre("A"));
 }
 
-TEST_F(StartUp, CheckForUpdates_asksTheUpdaterIfThereIsOne)
-{
-    start(config).checkForUpdates();
-    EXPECT_EQ(headless::updateCheckCount(), 1);
-    headless::setHasUpdater(false);
-    start(config).checkForUpdates();
-    EXPECT_EQ(headless::updateCheckCount(), 1);
-}
-
-TEST_F(StartUp, MainMenu_quitsAndEdits)
-{
-    start(config);
-    auto const& menu = headless::mainMenu();
-    std::vector<std::pair<std::string, StandardCommand>> rows;
-    for (auto const& item : menu.items.back().submenu)
-        rows.emplace_back(item.keyEquivalent.key, item.command);
-    EXPECT_THAT(rows,
-        ElementsAre(std::pair("z", StandardCommand::Undo), std::pair("Z", StandardCommand::Redo),
-            std::pair("", StandardCommand::None), std::pair("x", StandardCommand::Cut),
-            std::pair("c", StandardCommand::Copy), std::pair("v", StandardCommand::Paste),
-            std::pair("a", StandardCommand::SelectAll)));
-    platform::performAction(menu.items.front().submenu.front());
-    EXPECT_TRUE(platform::isTerminating());
-}
-
 TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
 {
     headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);

@@ -40,20 +40,6 @@ protected:
     void quit() { app.reset(); }
 };
 
-TEST_F(WindowTest, FirstLaunches_showOneWindowEachThenNone)
-{
-    start({});
-    EXPECT_EQ(titles(), Names { "Welcome to Quillbar" });
-    EXPECT_EQ(Config::load().onboarded, true);
-    quit();
-    start(Config::load());
-    EXPECT_EQ(titles(), Names { "Quillbar permissions" });
-    EXPECT_EQ(Config::load().permissionsShown, true);
-    quit();
-    start(Config::load());
-    EXPECT_EQ(titles(), Names {});
-}
-
 TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
 {
     Config config;
@@ -74,15 +60,6 @@ TEST_F(WindowTest, SettingsWantedAgainWhileTheyAreBeingMade_openOnceAndWithTheFo
     settings->close();
     app->openSettings();
     EXPECT_EQ(titles(), Names { "Quillbar Settings" });
-}
-
-TEST_F(WindowTest, SettingsWithoutAnAnswerFromTheTool_keepThePins)
-{
-    start(settled({ "A", "B" }));
-    setListing(std::nullopt);
-    app->openSettings();
-    ASSERT_TRUE(click("Save"));
-    EXPECT_EQ(Config::load().pinned, (Names { "A", "B" }));
 }
 
 TEST_F(WindowTest, QuittingWhileSettingsAreBeingMade_showsNothing)
@@ -107,16 +84,6 @@ TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheLi
     EXPECT_EQ(headless::keyWindow(), settings);
     EXPECT_EQ(settings->firstResponder(), headless::find<Button>(*settings, "A"));
     EXPECT_EQ(box->state(), platform::ButtonState::Off);
-}
-
-TEST_F(WindowTest, PaletteHotkeyTwice_keepsOnePaletteWithItsQuery)
-{
-    start(settled({ "A", "B" }));
-    openPalette();
-    ASSERT_TRUE(headless::type("b"));
-    openPalette();
-    EXPECT_EQ(titles().size(), 1U);
-    EXPECT_EQ(headless::findOnly<platform::TextField>(*headless::keyWindow())->text(), "b");
 }
 
 TEST_F(WindowTest, PaletteChoice_closesThePaletteThenRuns)
@@ -159,35 +126,6 @@ TEST_F(WindowTest, Save_storesAndAppliesInOrderWithTheMenuLast)
     EXPECT_EQ(Config::load().iconSymbol, "star.fill");
     EXPECT_EQ(Config::load().launchAtLogin, false);
     EXPECT_EQ(app->config(), Config::load());
-}
-
-TEST_F(WindowTest, EveryWindow_opensOnceAndAgainAfterItsClose)
-{
-    start(settled({ "A" }));
-    for (auto const& [title, window] : std::vector<std::pair<std::string, std::string>> {
-             { "Settings…", "Quillbar Settings" },
-             { "About Quillbar", "About Quillbar" },
-         }) {
-        for (auto turn = 0; turn < 2; ++turn) {
-            performAction(item(title));
-            performAction(item(title));
-            EXPECT_EQ(titles(), Names { window });
-            headless::windows().front()->userClosed();
-            EXPECT_EQ(titles(), Names {});
-        }
-    }
-}
-
-TEST_F(WindowTest, QuittingWithWindowsOpen_leavesNothingBehind)
-{
-    start(settled({ "A" }));
-    app->openSettings();
-    app->showAbout();
-    openPalette();
-    std::weak_ptr<AppDelegate> const watched = app;
-    quit();
-    EXPECT_TRUE(watched.expired());
-    EXPECT_EQ(titles(), Names {});
 }
 
 } // namespace

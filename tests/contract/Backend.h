@@ -2,8 +2,6 @@
 
 #include <chrono>
 #include <functional>
-#include <string>
-#include <vector>
 
 /// What the contract tests need of the backend under test; each backend defines it for itself.
 namespace quillbar::test {
@@ -17,10 +15,5 @@ void waitUntil(std::function<bool()> const& isDone);
 
 /// The time by which delays are measured.
 [[nodiscard]] std::chrono::milliseconds now();
-
-/// The arguments of a child that does as it is called.
-using Arguments = std::vector<std::string>;
-[[nodiscard]] Arguments childExiting(int status);
-[[nodiscard]] Arguments childThatCannotStart();
 
 } // namespace quillbar::test

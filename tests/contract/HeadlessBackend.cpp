@@ -7,16 +7,6 @@ namespace quillbar::test {
 
 namespace headless = platform::headless;
 
-namespace {
-
-Arguments scripted(Arguments const& arguments, headless::ChildScript const& script)
-{
-    headless::scriptChild(arguments, script);
-    return arguments;
-}
-
-} // namespace
-
 void settle() { }
 
 void waitUntil(std::function<bool()> const& isDone)
@@ -30,20 +20,6 @@ void waitUntil(std::function<bool()> const& isDone)
 std::chrono::milliseconds now()
 {
     return headless::now();
-}
-
-Arguments childExiting(int status)
-{
-    headless::ChildScript script;
-    script.exitStatus = status;
-    return scripted({ "/child", "exits", std::to_string(status) }, script);
-}
-
-Arguments childThatCannotStart()
-{
-    headless::ChildScript script;
-    script.start = headless::ChildStart::Fails;
-    return scripted({ "/no/such/child" }, script);
 }
 
 } // namespace quillbar::test

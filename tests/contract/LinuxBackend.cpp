@@ -5,15 +5,6 @@
 
 namespace quillbar::test {
 
-namespace {
-
-Arguments shell(std::string command)
-{
-    return { "/bin/sh", "-c", std::move(command) };
-}
-
-} // namespace
-
 void settle()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -31,16 +22,6 @@ std::chrono::milliseconds now()
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(
         std::chrono::steady_clock::now().time_since_epoch());
-}
-
-Arguments childExiting(int status)
-{
-    return shell("exit " + std::to_string(status));
-}
-
-Arguments childThatCannotStart()
-{
-    return { "/no/such/program" };
 }
 
 } // namespace quillbar::test

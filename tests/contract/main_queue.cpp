@@ -30,19 +30,6 @@ protected:
     std::vector<int> noted;
 };
 
-TEST_F(MainQueueContract, Work_runsInTheOrderOfPostingAndNeverWithinTheCall)
-{
-    post(note(1));
-    post([&] {
-        post(note(4));
-        noted.push_back(2);
-    });
-    post(note(3));
-    EXPECT_THAT(noted, IsEmpty());
-    waitForNotes(4);
-    EXPECT_THAT(noted, ElementsAre(1, 2, 3, 4));
-}
-
 TEST_F(MainQueueContract, DelayedWork_comesByItsTimeAndNeverSooner)
 {
     auto const begin = test::now();

@@ -130,24 +130,6 @@ TEST_F(ViewEvents, Callback_mayDestroyItsWindow)
     EXPECT_TRUE(gone.expired());
 }
 
-TEST_F(ViewEvents, PopUpItemAction_runsInPlaceOfTheCallback)
-{
-    auto const popUp = add(std::make_shared<PopUpButton>());
-    popUp->addItem(item("Heart"));
-    popUp->addItem(MenuItem::separator());
-    auto custom = item("Custom Icon…");
-    custom.action = [this](MenuItem const& chosen) { calls += chosen.title.empty() ? 0 : 100; };
-    popUp->addItem(custom);
-    popUp->onSelect = [this] { ++calls; };
-
-    popUp->userSelected(1);
-    EXPECT_EQ(popUp->selectedIndex(), 0u);
-    popUp->userSelected(2);
-    EXPECT_EQ(calls, 100);
-    popUp->userSelected(0);
-    EXPECT_EQ(calls, 101);
-}
-
 TEST_F(ViewEvents, PopUpInsertion_keepsTheSelectedItemSelected)
 {
     auto const popUp = add(std::make_shared<PopUpButton>());

@@ -109,18 +109,6 @@ TEST_F(ViewTable, Reload_givesEveryRowItsViewAgain)
     EXPECT_FALSE(table->viewAtRow(1)->isHidden());
 }
 
-TEST_F(ViewTable, Points_nameRowsAndGaps)
-{
-    load(3);
-    EXPECT_EQ(table->rowAt(0), 0u);
-    EXPECT_EQ(table->rowAt(59.9), 2u);
-    EXPECT_EQ(table->rowAt(60), std::nullopt);
-    EXPECT_EQ(table->gapAt(-5), 0u);
-    EXPECT_EQ(table->gapAt(9), 0u);
-    EXPECT_EQ(table->gapAt(11), 1u);
-    EXPECT_EQ(table->gapAt(500), 3u);
-}
-
 TEST_F(ViewTable, Clicks_selectOneRow)
 {
     load(3);
@@ -140,22 +128,6 @@ TEST_F(ViewTable, Clicks_selectOneRow)
     table->setSelectionMode(SelectionMode::None);
     table->userClicked(2);
     EXPECT_EQ(table->selectedRow(), std::nullopt);
-}
-
-TEST_F(ViewTable, OptionArrow_movesTheFocusedRowAndTheFocusAlong)
-{
-    load(3);
-    window->makeFirstResponder(table->viewAtRow(0)->subviews()[1]);
-    auto const down = KeyEvent { key::downArrow, optionKey };
-    EXPECT_EQ(window->userPressedKey(down), KeyEventResult::Consume);
-    EXPECT_EQ(names, (std::vector<std::string> { "1", "0", "2" }));
-    EXPECT_EQ(window->firstResponder(), table->viewAtRow(1)->subviews()[1]);
-    window->userPressedKey(down);
-    window->userPressedKey(down);
-    EXPECT_EQ(names, (std::vector<std::string> { "1", "2", "0" }));
-    window->userPressedKey({ key::upArrow, optionKey });
-    EXPECT_EQ(names, (std::vector<std::string> { "1", "0", "2" }));
-    EXPECT_EQ(window->userPressedKey({ key::upArrow, 0 }), KeyEventResult::Pass);
 }
 
 TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottomWhateverViewsTheyReuse)

@@ -28,20 +28,6 @@ protected:
         = std::make_shared<Window>(Size { 300, 200 }, WindowStyle::TitledClosable);
 };
 
-TEST_F(ViewWindows, Peers_existOnlyInAShownWindow)
-{
-    auto const button = addButton("Save");
-    EXPECT_EQ(window->native(), nullptr);
-    EXPECT_EQ(button->native(), nullptr);
-    window->makeKeyAndOrderFront();
-    EXPECT_NE(button->native(), nullptr);
-
-    auto const late = addButton("Close");
-    EXPECT_NE(late->native(), nullptr);
-    late->removeFromSuperview();
-    EXPECT_EQ(late->native(), nullptr);
-}
-
 TEST_F(ViewWindows, Close_tellsEveryObserverOnceAndHides)
 {
     std::string told;

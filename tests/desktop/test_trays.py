@@ -89,6 +89,9 @@ def test_icon_follows_from_tray_to_tray_and_to_a_host(program):
 def test_without_any_tray_the_program_says_so_and_stays_reachable(program):
     program.pin("A")
     program.launch()
+    # Of two that start at once either may be the first.
+    wait_until(lambda: program.desktop.bus.process_of("com.quillbar.Quillbar")
+               == program.process.pid, "the program does not take its name")
     second = program.desktop.start([program.binary], program.environment, name="second")
     settings = Window(program, "Quillbar Settings")
     assert second.wait() == 0

@@ -1,7 +1,6 @@
 #include "linux/tray_Application.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/drawing/PathData.h"
-#include "platform/linux/drawing/PngEncoder.h"
 #include "platform/linux/drawing/SymbolOutline.h"
 #include "platform/linux/drawing/SymbolSvg.h"
 
@@ -69,49 +68,11 @@ TEST(SymbolOutline, InstalledSymbols_lookAsQtDrawsThem)
     EXPECT_GT(asOutlines, 200);
 }
 
-TEST(PathData, EveryCommand_movesThePen)
-{
-    struct Case {
-        char const* data;
-        QRectF bounds;
-        QPointF end;
-    };
-    for (auto const& [data, bounds, end] : {
-             Case { "M1 2 3 4", { 1, 2, 2, 2 }, { 3, 4 } },
-             Case { "m1,2l2-1.5.5.5", { 1, 0.5, 2.5, 1.5 }, { 3.5, 1 } },
-             Case { "M1 1H4V3h-1v1", { 1, 1, 3, 3 }, { 3, 4 } },
-             Case { "M0 0h2v2zl1 1", { 0, 0, 2, 2 }, { 1, 1 } },
-             Case { "M0 0C0 2 2 2 2 0S4-2 4 0", { 0, -1.5, 4, 3 }, { 4, 0 } },
-             Case { "M0 0Q1 2 2 0T4 0", { 0, -1, 4, 2 }, { 4, 0 } },
-             Case { "M0 0a1 1 0 012 0", { 0, -1, 2, 1 }, { 2, 0 } },
-             Case { "M0 0a1 1 0 002 0", { 0, 0, 2, 1 }, { 2, 0 } },
-             Case { "M0 0a.5.5 0 1 0 2e0 0", { 0, 0, 2, 1 }, { 2, 0 } },
-             Case { "M0 0A2 1 90 0 1 0 4", { 0, 0, 1, 4 }, { 0, 4 } },
-             Case { "M0 0A0 1 0 0 1 3 4", { 0, 0, 3, 4 }, { 3, 4 } },
-         }) {
-        auto const path = parsePathData(data);
-        ASSERT_TRUE(path) << data;
-        auto const actual = path->boundingRect();
-        EXPECT_LT((actual.topLeft() - bounds.topLeft()).manhattanLength(), 0.01) << data;
-        EXPECT_LT((actual.bottomRight() - bounds.bottomRight()).manhattanLength(), 0.01) << data;
-        EXPECT_LT((path->currentPosition() - end).manhattanLength(), 0.01) << data;
-    }
-}
-
 TEST(PathData, WhatIsNone_isRefused)
 {
     for (auto const* data : { "L1 1", "1 2", "M", "M1", "M1 x", "M0 0 B1 1", "M0 0z1 1",
              "M0 0a1 1 0 2 0 1 1", "M0 0h1e999", "M0 0hnan", "M0 0l--1 1" })
         EXPECT_FALSE(parsePathData(data)) << data;
-}
-
-TEST(PngEncoder, Picture_isReadBackUnchanged)
-{
-    application();
-    QImage image(37, 5, QImage::Format_ARGB32);
-    for (int i = 0; i < image.width() * image.height(); ++i)
-        image.setPixel(i % 37, i / 37, qRgba(i, 255 - i, i * 7 % 256, i * 3 % 256));
-    EXPECT_EQ(QImage::fromData(encodePng(image), "PNG").convertToFormat(image.format()), image);
 }
 
 TEST(ImageRenderer, PicturesOfTheMenu_startNoThreads)

@@ -186,18 +186,6 @@ TEST_F(PortalHotkeysTest, Id_belongsToWhatItIsForAndItsKeys)
     EXPECT_NE(idOf("Quick open"), before);
 }
 
-TEST_F(PortalHotkeysTest, Claim_isRefusedForMissingKeysAndASecondTime)
-{
-    startHotkeys();
-    claim(keyT, 1, "a");
-    claim(keyT, 2, "b");
-    claim(noKey, 3, "c");
-    EXPECT_TRUE(tokens[0]);
-    EXPECT_FALSE(tokens[1]);
-    EXPECT_FALSE(tokens[2]);
-    EXPECT_EQ(obstacle(noKey), HotkeyObstacle::NoSuchKey);
-}
-
 TEST_F(PortalHotkeysTest, Press_countsFromThePortalForItsOwnSessionAndIdsOnly)
 {
     bindTwo();
@@ -268,22 +256,6 @@ TEST_F(PortalHotkeysTest, LeftOutOrTakenBack_countsAsDeclined)
     portal->emitSignal(
         portal->sessionPath, u"org.freedesktop.portal.Session"_s, u"Closed"_s, { QVariantMap() });
     runUntil([&] { return obstacle(keyT) == HotkeyObstacle::Declined; });
-}
-
-TEST_F(PortalHotkeysTest, RestartedPortal_isAskedAnew)
-{
-    bindTwo();
-    for (int restart = 0; restart < 5; ++restart) {
-        portal.reset();
-        waitForNews();
-        EXPECT_EQ(obstacle(keyT), HotkeyObstacle::NoService);
-        startPortal();
-        waitForCall(u"BindShortcuts"_s);
-        EXPECT_EQ(callsSoFar(), wholeTalk);
-        portal->activate(portal->sessionPath, idOf("Run “B”"));
-        runUntil([&] { return presses.size() == static_cast<std::size_t>(restart) + 1; });
-        EXPECT_EQ(obstacle(keyT), std::nullopt);
-    }
 }
 
 TEST_F(PortalHotkeysTest, PortalThatEndsOverTheQuestion_isAskedTwice)

@@ -101,15 +101,6 @@ TEST_F(Applications, Calls_thatMakeNoSenseAreRefused)
     EXPECT_NE(call(QStringLiteral("Quit"), {}), "");
 }
 
-TEST_F(Applications, WithoutABus_everyStartRuns)
-{
-    ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/missing", 1);
-    Process const first({ driver });
-    EXPECT_EQ(mailbox.nextLine(), "launched 0");
-    Process const second({ driver });
-    EXPECT_EQ(mailbox.nextLine(), "launched 0");
-}
-
 TEST_F(Applications, QuitSignal_endsEveryLoopAndWhatIsHeld)
 {
     ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/missing", 1);

@@ -1,12 +1,9 @@
 #include "linux/system_Support.h"
-#include "platform/Application.h"
 #include "platform/ChildProcess.h"
 #include "platform/MainQueue.h"
 #include "platform/linux/system/ChildEnvironment.h"
 #include "platform/linux/system/OutputReader.h"
 
-#include <QCoreApplication>
-#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -139,28 +136,6 @@ TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
     EXPECT_EQ(readChildOutput({ "/bin/pwd" }), "/\n");
 }
 
-TEST_F(ChildProcess, NoDescriptorLeft_stillReports)
-{
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer needs descriptors for its own checks";
-#endif
-    std::vector<int> fillers;
-    for (int next = ::dup(STDIN_FILENO); next >= 0; next = ::dup(STDIN_FILENO))
-        fillers.push_back(next);
-    ASSERT_EQ(errno, EMFILE);
-    int reported = 0;
-    for (int index = 0; index < 3; ++index) {
-        runChild(shell("exit 4"), [&](auto status) {
-            EXPECT_EQ(status, 4);
-            ++reported;
-        });
-    }
-    runUntil([&] { return reported == 3; });
-    EXPECT_EQ(readChildOutput(shell("echo x")), std::nullopt);
-    for (int const filler : fillers)
-        ::close(filler);
-}
-
 TEST_F(ChildProcess, DiscardedOutput_neverStallsTheChild)
 {
     EXPECT_EQ(run({ "/usr/bin/head", "-c", "1G", "/dev/zero" }), 0);
@@ -206,28 +181,6 @@ TEST_F(ChildProcess, ReadOutput_servesEventsWhileItWaits)
     EXPECT_EQ(readChildOutput(shell("cat " + outerGate)), "first\n");
     EXPECT_EQ(inner, "second\n");
     runUntil(isWithoutChildren);
-}
-
-TEST_F(ChildProcess, ReadOutput_endsWithTheProgram)
-{
-    QTimer::singleShot(0, [] {
-        OutputLimits const patient { .inAll = std::chrono::hours(1) };
-        QTimer::singleShot(0, terminate);
-        EXPECT_EQ(readChildOutput(shell("echo partial; sleep 1000"), patient), std::nullopt);
-        EXPECT_EQ(readChildOutput(shell("sleep 1000"), patient), std::nullopt);
-    });
-    EXPECT_EQ(QCoreApplication::exec(), 0);
-    runUntil(isWithoutChildren);
-}
-
-TEST_F(ChildProcess, ReadOutput_waitsForNoGrandchild)
-{
-    auto const quiet = readChildOutput(shell("sleep 1000 & echo $!")).value_or("");
-    ASSERT_FALSE(quiet.empty());
-    EXPECT_EQ(::kill(std::stoi(quiet), SIGKILL), 0);
-    // This one writes for ever, until nobody can read it.
-    EXPECT_THAT(
-        readChildOutput(shell("echo first; yes & exit 0")).value_or(""), HasSubstr("first\n"));
 }
 
 } // namespace

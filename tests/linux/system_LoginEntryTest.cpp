@@ -54,17 +54,6 @@ protected:
     LoginEntry entry { "com.quillbar.launcher", "/opt/quillbar" };
 };
 
-TEST_F(LoginEntries, Write_startsTheProgramAtLogin)
-{
-    writeLoginEntry(entry, LoginSwitch::Keep);
-    for (auto const* line :
-        { "[Desktop Entry]\n", "\nType=Application\n", "\nExec=\"/opt/quillbar\"\n",
-            "\nX-Quillbar-Label=com.quillbar.launcher\n", "\nX-GNOME-Autostart-enabled=true\n" })
-        EXPECT_THAT(text(), HasSubstr(line));
-    EXPECT_THAT(text(), Not(HasSubstr("Hidden")));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file.parent_path()), {}), 1);
-}
-
 TEST_F(LoginEntries, Write_touchesNothingThatIsRightAlready)
 {
     writeLoginEntry(entry, LoginSwitch::Keep);

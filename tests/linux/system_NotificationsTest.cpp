@@ -4,15 +4,12 @@
 #include "platform/Notifications.h"
 #include "platform/Updater.h"
 
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QStringList>
-#include <QVariantMap>
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
 namespace quillbar::platform {
@@ -112,26 +109,6 @@ TEST_F(Notifications, Text_isEscapedAsTheServiceOfTheMomentWantsIt)
     FakeService plain({ QStringLiteral("body") });
     postNotification(success);
     EXPECT_EQ(plain.nextNotification().value(4).toString(), QStringLiteral("“<y> & \"z\"”"));
-}
-
-TEST_F(Notifications, Call_namesTheProgramAndSoundsOnFailureOnly)
-{
-    PrivateBus const bus(busConfiguration(folder.path()));
-    FakeService service({});
-    std::thread([] { postNotification(success); }).join();
-    auto arguments = service.nextNotification();
-    ASSERT_EQ(arguments.size(), 8);
-    EXPECT_EQ(arguments[0], QStringLiteral("Quillbar"));
-    QVariantMap const quiet { { QStringLiteral("desktop-entry"),
-                                  QStringLiteral("com.quillbar.Quillbar") },
-        { QStringLiteral("urgency"), QVariant::fromValue<uchar>(1) },
-        { QStringLiteral("suppress-sound"), true }, { QStringLiteral("transient"), true } };
-    EXPECT_EQ(qdbus_cast<QVariantMap>(arguments[6]), quiet);
-
-    postNotification({ "id", "Quillbar", "x", NotificationSound::Default });
-    auto const hints = qdbus_cast<QVariantMap>(service.nextNotification()[6]);
-    EXPECT_EQ(hints.value(QStringLiteral("sound-name")), QStringLiteral("dialog-error"));
-    EXPECT_FALSE(hints.contains(QStringLiteral("suppress-sound")));
 }
 
 TEST_F(Notifications, Authorization_needsAServiceThatRunsOrCanStart)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TemporaryFolder.h"
+#include "platform/headless/TemporaryFolder.h"
 
 #include <QProcess>
 #include <QString>
@@ -20,7 +20,7 @@ void startApplication();
 /// Runs the event loop until `isDone`; the runner's time limit ends a test that never gets there.
 void runUntil(std::function<bool()> const& isDone);
 
-using test::TemporaryFolder;
+using platform::headless::TemporaryFolder;
 
 [[nodiscard]] std::string readFile(std::filesystem::path const& file);
 

@@ -3,7 +3,6 @@
 
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
@@ -46,33 +45,6 @@ TEST(Alert, ReturnIsTheFirstButtonAndEscapeTheLast)
     auto three = stalePins("A");
     three.buttons.emplace_back("Later");
     EXPECT_EQ(answerAfter(three, Qt::Key_Escape).button, 2U);
-}
-
-TEST(Alert, EndOfTheProgramCountsAsTheLastButton)
-{
-    AlertAnswer answer;
-    QTimer::singleShot(0, &application(), [&answer] {
-        QTimer::singleShot(0, [] { QCoreApplication::quit(); });
-        answer = runModal(stalePins("A"));
-    });
-    QApplication::exec();
-    EXPECT_EQ(answer.button, 1U);
-}
-
-TEST(Alert, FieldIsReadWhicheverButtonCloses)
-{
-    Alert alert { .style = AlertStyle::Informational,
-        .messageText = "Custom Icon",
-        .informativeText = {},
-        .buttons = { "OK", "Cancel" },
-        .accessory = AlertField { "bolt", "SF Symbol name" } };
-    for (auto const key : { Qt::Key_Return, Qt::Key_Escape })
-        EXPECT_EQ(answerAfter(alert, key).text, "bolt");
-    AlertDialog const dialog(alert);
-    auto const* field = dialog.findChild<QLineEdit*>();
-    EXPECT_EQ(field->size(), QSize(220, 24));
-    EXPECT_EQ(field->placeholderText(), "SF Symbol name");
-    EXPECT_EQ(field->accessibleName(), "Custom Icon");
 }
 
 TEST(Alert, TextIsPlainAndButtonsHaveNoMnemonics)

@@ -62,15 +62,6 @@ protected:
 
 std::unique_ptr<PrivateBus> TrayBusTest::bus;
 
-TEST_F(TrayBusTest, RegistersAgainWithEveryNewWatcher)
-{
-    FakeHost second(*bus, "second");
-    host.resign();
-    second.becomeWatcher();
-    EXPECT_TRUE(waitUntil([&second] { return second.items.size() == 1; }));
-    EXPECT_EQ(second.items, host.items);
-}
-
 TEST_F(TrayBusTest, FaceCanBeReadPropertyByProperty)
 {
     EXPECT_EQ(host.property("ItemIsMenu"), false);
@@ -169,16 +160,6 @@ TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsAndNamesTheRest)
     EXPECT_EQ(userTime(), 99U);
 }
 
-TEST_F(TrayBusTest, AboutToShowNamesUnknownRows)
-{
-    setMenu({ pin("A") });
-    auto const id = layout().children[0].id;
-    auto const reply
-        = host.callMenu("AboutToShowGroup", { QVariant::fromValue(QList<int> { 0, id, -5 }) });
-    EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(1)), QList<int>({ -5 }));
-    EXPECT_EQ(host.callMenu("AboutToShow", { id }).arguments(), QVariantList({ false }));
-}
-
 TEST_F(TrayBusTest, ActionMayReplaceTheMenuAndEvenTheItem)
 {
     setMenu({ command("again", [this](auto const&) { setMenu({ pin("B") }); }) });
@@ -225,17 +206,6 @@ TEST_F(TrayBusTest, ActivateOpensAndClosesTheMenu)
     EXPECT_TRUE(isOpen());
     host.callItem("Activate", { 5, 5 });
     EXPECT_TRUE(waitUntil([&] { return !isOpen(); }));
-}
-
-TEST_F(TrayBusTest, FiveThousandRowsAreHandedOver)
-{
-    std::vector<MenuItem> items;
-    for (auto i = 0; i < 5000; ++i)
-        items.push_back(pin("Shortcut " + std::to_string(i)));
-    setMenu(std::move(items));
-    auto const rows = layout().children;
-    ASSERT_EQ(rows.size(), 5000);
-    EXPECT_EQ(rows.last().properties.value("label"), "Shortcut 4999");
 }
 
 } // namespace

@@ -102,27 +102,6 @@ TEST_F(StatusMenuTest, ShowsNamesExactly)
     menu->close();
 }
 
-TEST_F(StatusMenuTest, KeyEquivalentRunsItsItemAndClosesTheMenu)
-{
-    auto disabled = numbered("disabled", "1");
-    disabled.isEnabled = false;
-    open({ heading("QUILLBAR"), disabled, numbered("A", "1"), numbered("B", "2") });
-    type(Qt::Key_1);
-    EXPECT_TRUE(ran.empty()) << "runs only after the menu let go of the keyboard";
-    EXPECT_TRUE(waitUntil([this] { return menu.isNull() && !ran.empty(); }));
-    EXPECT_EQ(ran, std::vector<std::string>({ "A" }));
-}
-
-TEST_F(StatusMenuTest, ArrowsAndReturnChooseAndSkipHeadings)
-{
-    open({ heading("QUILLBAR"), pin("A", run), MenuItem::separator(), pin("B", run) });
-    type(Qt::Key_Down);
-    type(Qt::Key_Down);
-    type(Qt::Key_Return);
-    EXPECT_TRUE(waitUntil([this] { return menu.isNull() && !ran.empty(); }));
-    EXPECT_EQ(ran, std::vector<std::string>({ "B" }));
-}
-
 TEST_F(StatusMenuTest, UnknownKeysAndEscapeRunNothing)
 {
     open({ numbered("A", "1") });
@@ -134,16 +113,6 @@ TEST_F(StatusMenuTest, UnknownKeysAndEscapeRunNothing)
     type(Qt::Key_Escape);
     EXPECT_TRUE(waitUntil([this] { return menu.isNull(); }));
     EXPECT_TRUE(ran.empty());
-}
-
-TEST_F(StatusMenuTest, HeadingsCarryTheirFontAndCannotBeChosen)
-{
-    open({ heading("WORK") });
-    auto const* action = menu->actions().first();
-    EXPECT_FALSE(action->isEnabled());
-    EXPECT_EQ(action->font().pixelSize(), 11);
-    EXPECT_EQ(action->font().weight(), QFont::DemiBold);
-    menu->close();
 }
 
 TEST_F(StatusMenuTest, StaysOnTheScreenHoweverLongNamesAndListAre)

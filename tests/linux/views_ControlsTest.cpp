@@ -2,7 +2,6 @@
 #include "platform/view/Button.h"
 #include "platform/view/Label.h"
 #include "platform/view/PopUpButton.h"
-#include "platform/view/ScrollView.h"
 #include "platform/view/TextField.h"
 #include "platform/view/TextSize.h"
 
@@ -10,7 +9,6 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QWheelEvent>
 
 namespace quillbar::platform {
 namespace {
@@ -27,16 +25,6 @@ protected:
             popUp->addItem(item);
         }
         return popUp;
-    }
-
-    /// Whether the widget kept the turn for itself.
-    static bool turnWheel(QWidget& widget)
-    {
-        QPointF const place = widget.rect().center();
-        QWheelEvent turn(place, widget.mapToGlobal(place), {}, { 0, -120 }, Qt::NoButton,
-            Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&widget, &turn);
-        return turn.isAccepted();
     }
 };
 
@@ -68,21 +56,6 @@ TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
         settle();
         EXPECT_TRUE(gone.expired());
     }
-}
-
-TEST_F(Controls, WheelOverAClosedPopUp_isLeftToWhatScrolls)
-{
-    auto const scroll = add(std::make_shared<ScrollView>(), { 0, 0, 200, 100 });
-    auto const list = std::make_shared<View>();
-    list->setFrame({ 0, 0, 200, 1000 });
-    auto const popUp = addPopUp(*list);
-    scroll->setDocumentView(list);
-    popUp->selectItem(1);
-
-    EXPECT_FALSE(turnWheel(widgetOf(*popUp)));
-    EXPECT_EQ(popUp->selectedIndex(), 1u);
-    EXPECT_TRUE(turnWheel(widgetOf(*scroll)));
-    EXPECT_GT(scroll->offset(), 0);
 }
 
 TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)

@@ -1,6 +1,5 @@
 #include "linux/views_Fixture.h"
 #include "platform/linux/views/KeyTranslation.h"
-#include "platform/view/Button.h"
 #include "platform/view/TextField.h"
 
 namespace quillbar::platform {
@@ -12,41 +11,6 @@ protected:
 
     std::shared_ptr<TextField> field = add(std::make_shared<TextField>(), { 10, 10, 200, 30 });
 };
-
-TEST_F(Keys, Monitors_comeBeforeTheFocusedControl)
-{
-    std::vector<KeyEvent> seen;
-    auto monitor = addKeyDownMonitor([&](KeyEvent const& event) {
-        seen.push_back(event);
-        return event.keyCode == 0 ? KeyEventResult::Consume : KeyEventResult::Pass;
-    });
-    press(Qt::Key_A);
-    QTest::keyClick(&widgetOf(*field), 'b');
-    EXPECT_EQ(field->text(), "b");
-    EXPECT_EQ(seen, (std::vector<KeyEvent> { { 0, 0 }, { 11, 0 } }));
-    monitor.reset();
-    QTest::keyClick(&widgetOf(*field), 'a');
-    EXPECT_EQ(field->text(), "ba");
-}
-
-TEST_F(Keys, ReturnTabAndEscape_belongToTheWindow)
-{
-    auto const save = add(std::make_shared<Button>(ButtonStyle::Push, "Save"), { 10, 50, 80, 30 });
-    save->setKeyEquivalent(ButtonKey::Return);
-    int saved = 0;
-    save->onClick = [&] { ++saved; };
-    press(Qt::Key_Return);
-    EXPECT_EQ(saved, 1);
-    press(Qt::Key_Tab);
-    EXPECT_EQ(window->firstResponder(), save);
-    EXPECT_TRUE(widgetOf(*save).hasFocus());
-    press(Qt::Key_Space);
-    EXPECT_EQ(saved, 2);
-    press(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(widgetOf(*field).hasFocus());
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(window->isVisible());
-}
 
 TEST_F(Keys, FocusByMouse_isKnownToTheWindow)
 {

@@ -53,16 +53,6 @@ protected:
     std::string dropped;
 };
 
-TEST_F(RowDrags, Drag_dropsInTheNearestGap)
-{
-    press(0);
-    moveTo(30);
-    moveTo(57);
-    release(57);
-    EXPECT_EQ(dropped, "0 at 3");
-    EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
-}
-
 TEST_F(RowDrags, ClickASmallMoveAndARowWithoutText_dropNothing)
 {
     press(0);

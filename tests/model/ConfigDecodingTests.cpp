@@ -22,16 +22,6 @@ std::string repeated(std::string const& text, std::size_t count)
 
 } // namespace
 
-TEST(ConfigDecoding, RequiredKeysAlone_leaveAllElseAbsent)
-{
-    auto const config = decodeConfig(R"({"pinned":["A","B"],"iconSymbol":"bolt.fill"})");
-    ASSERT_TRUE(config);
-    Config expected;
-    expected.pinned = { "A", "B" };
-    expected.iconSymbol = "bolt.fill";
-    EXPECT_EQ(config, expected);
-}
-
 TEST(ConfigDecoding, EveryField_isRead)
 {
     auto const config = decodeWith(R"(,

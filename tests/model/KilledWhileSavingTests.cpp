@@ -1,5 +1,5 @@
-#include "TemporaryFolder.h"
 #include "model/PrivateFile.h"
+#include "platform/headless/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +49,7 @@ std::string withoutBlanks(std::string text)
 
 TEST(KilledWhileSaving, AtAnySystemCall_leavesTheOldOrTheNewText)
 {
-    test::TemporaryFolder const folder;
+    platform::headless::TemporaryFolder const folder;
     auto const file = folder.path() / "file";
     // Within one page and beyond it.
     constexpr std::pair<std::size_t, std::size_t> changes[]

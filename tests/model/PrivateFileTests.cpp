@@ -1,5 +1,5 @@
-#include "TemporaryFolder.h"
 #include "model/PrivateFile.h"
+#include "platform/headless/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -68,7 +68,7 @@ public:
         return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
     }
 
-    test::TemporaryFolder const temporary;
+    platform::headless::TemporaryFolder const temporary;
     fs::path const folder = temporary.path();
 };
 

@@ -44,15 +44,6 @@ TEST_F(HotkeyManagerTest, Ids_countFromOneAndAreNeverUsedAgain)
             headless::RegisteredHotkey { 18, 0x900, signature, 5, "" }));
 }
 
-TEST_F(HotkeyManagerTest, Handler_isInstalledOnce)
-{
-    HotkeyManager manager;
-    manager.install();
-    manager.install();
-    manager.registerHotkey(count(), 17, 0);
-    EXPECT_EQ(headless::hotkeyHandlerInstallCount(), 1);
-}
-
 TEST_F(HotkeyManagerTest, Press_runsItsActionOnceUntilUnregistered)
 {
     auto const id = hotkeyManager().registerHotkey(count(), 17, 0x900);
@@ -67,21 +58,6 @@ TEST_F(HotkeyManagerTest, Press_runsItsActionOnceUntilUnregistered)
     headless::fire(17, 0x900);
     headless::fire(id);
     EXPECT_EQ(calls, 1);
-}
-
-TEST_F(HotkeyManagerTest, Unregister_freesOneCombinationAndIgnoresUnknownIds)
-{
-    HotkeyManager manager;
-    auto const first = manager.registerHotkey(count(), 1, 0);
-    manager.registerHotkey(count(), 2, 0);
-    manager.unregister(first);
-    manager.unregister(first);
-    manager.unregister(0);
-    manager.unregister(77);
-    ASSERT_EQ(headless::registeredHotkeys().size(), 1U);
-    EXPECT_EQ(headless::registeredHotkeys().front().keyCode, 2U);
-    manager.unregisterAll();
-    EXPECT_THAT(headless::registeredHotkeys(), IsEmpty());
 }
 
 TEST_F(HotkeyManagerTest, Action_mayReplaceEveryRegistration)

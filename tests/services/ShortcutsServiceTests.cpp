@@ -96,15 +96,6 @@ TEST_F(ShortcutsServiceTest, List_asksTheToolAndIgnoresItsStatus)
     EXPECT_THAT(headless::readChildren(), ElementsAre(Names { tool, "list" }));
 }
 
-TEST_F(ShortcutsServiceTest, List_ofAToolThatCannotStartIsEmpty)
-{
-    headless::ChildScript script;
-    script.start = headless::ChildStart::Fails;
-    script.output = "A\n";
-    headless::scriptChild({ tool, "list" }, script);
-    EXPECT_THAT(ShortcutsService::list(), IsEmpty());
-}
-
 TEST_F(ShortcutsServiceTest, Run_succeedsOnlyWithStatusZero)
 {
     headless::ChildScript script;

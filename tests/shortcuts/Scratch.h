@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TemporaryFolder.h"
+#include "platform/headless/TemporaryFolder.h"
 #include "shortcuts/Environment.h"
 
 #include <filesystem>
@@ -24,7 +24,7 @@ class Scratch {
 public:
     Scratch();
 
-    test::TemporaryFolder const folder;
+    platform::headless::TemporaryFolder const folder;
     std::filesystem::path const home = folder.path();
     std::filesystem::path const own = home / "data/shortcuts";
     std::filesystem::path const shared = home / "system/shortcuts";

@@ -5,7 +5,6 @@
 #include "platform/view/Label.h"
 #include "ui/AboutWindowController.h"
 #include "ui/PermissionWindowController.h"
-#include "ui/WelcomeWindowController.h"
 
 #include <gtest/gtest.h>
 
@@ -18,44 +17,6 @@ class FirstRunWindowsTest : public testing::Test {
 protected:
     FirstRunWindowsTest() { headless::reset(); }
 };
-
-TEST_F(FirstRunWindowsTest, WelcomeLeadsToTheSettingsWhereThereAreShortcuts)
-{
-    headless::scriptChild({ QUILLBAR_SHORTCUTS_TOOL, "list" }, { .output = "Backup\n" });
-    bool wasOpen = true;
-    std::shared_ptr<WelcomeWindowController> welcome;
-    welcome
-        = makeController<WelcomeWindowController>([&] { wasOpen = welcome->window().isVisible(); });
-    welcome->showWindow();
-    EXPECT_TRUE(headless::find<Button>(welcome->window(), "Not now"));
-    ASSERT_TRUE(headless::find<Button>(welcome->window(), "Pick your shortcuts"));
-    EXPECT_TRUE(headless::press(key::returnKey));
-    EXPECT_FALSE(wasOpen);
-}
-
-TEST_F(FirstRunWindowsTest, WelcomeLeadsToTheMakerWhereThereAreNone)
-{
-    auto const welcome = makeController<WelcomeWindowController>([] { FAIL(); });
-    welcome->showWindow();
-    ASSERT_TRUE(headless::find<Button>(welcome->window(), "Open Shortcuts App"));
-    EXPECT_TRUE(headless::press(key::returnKey));
-    EXPECT_EQ(headless::openedAddresses(), std::vector<std::string> { "shortcuts://" });
-    EXPECT_TRUE(welcome->window().isVisible());
-    EXPECT_TRUE(headless::click(headless::find<Button>(welcome->window(), "Later")));
-    EXPECT_FALSE(welcome->window().isVisible());
-}
-
-TEST_F(FirstRunWindowsTest, PermissionsLinkKeepsTheWindowAndReturnClosesIt)
-{
-    auto const permissions = makeController<PermissionWindowController>();
-    permissions->showWindow();
-    EXPECT_TRUE(
-        headless::click(headless::find<Button>(permissions->window(), "Open System Settings")));
-    EXPECT_EQ(headless::securitySettingsOpenings(), 1);
-    EXPECT_TRUE(permissions->window().isVisible());
-    EXPECT_TRUE(headless::press(key::returnKey));
-    EXPECT_FALSE(permissions->window().isVisible());
-}
 
 TEST_F(FirstRunWindowsTest, PermissionsLeavesOutWhatTheSystemLacks)
 {

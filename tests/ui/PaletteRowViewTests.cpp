@@ -25,18 +25,6 @@ private:
     }
 };
 
-TEST_F(PaletteRowViewTest, NameKeepsItsDistanceFromTheGroup)
-{
-    row_->setRole(PaletteRowView::Role::Shortcut, std::string(500, 'n'), "Work");
-    EXPECT_EQ(name()->frame().x, 12);
-    EXPECT_EQ(group()->frame().x + group()->frame().width, 384 - 12);
-    EXPECT_GE(group()->frame().x - (name()->frame().x + name()->frame().width), 8);
-    EXPECT_EQ(name()->lineBreak(), LineBreak::TruncateTail);
-
-    row_->setRole(PaletteRowView::Role::Shortcut, "Backup", std::string(500, 'g'));
-    EXPECT_GE(name()->frame().width, 150);
-}
-
 TEST_F(PaletteRowViewTest, ReusedRowShowsNothingOfItsFormerRole)
 {
     row_->setRole(PaletteRowView::Role::Message, "No shortcuts match", "ignored");

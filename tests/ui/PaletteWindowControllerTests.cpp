@@ -87,37 +87,6 @@ TEST_F(PaletteWindowControllerTest, NarrowingLetterByLetterEqualsTypingAtOnce)
     EXPECT_EQ(table()->numberOfRows(), 5U);
 }
 
-TEST_F(PaletteWindowControllerTest, ArrowsStopAtBothEnds)
-{
-    open({ "A", "B", "C" });
-    for (auto const& [keyCode, expected] : std::vector<std::pair<std::uint32_t, std::size_t>> {
-             { key::upArrow, 0 },
-             { key::downArrow, 1 },
-             { key::downArrow, 2 },
-             { key::downArrow, 2 },
-             { key::upArrow, 1 },
-         }) {
-        EXPECT_TRUE(headless::press(keyCode));
-        EXPECT_EQ(table()->selectedRow(), expected);
-    }
-}
-
-TEST_F(PaletteWindowControllerTest, ReturnEnterAndDoubleClickHandOverTheRowAndClose)
-{
-    auto const select = [this] { headless::press(key::downArrow); };
-    open({ "A", "B" });
-    select();
-    EXPECT_TRUE(headless::press(key::returnKey));
-    open({ "A", "B" });
-    table()->clearSelection();
-    EXPECT_TRUE(headless::press(key::keypadEnter));
-    open({ "A", "B" });
-    EXPECT_TRUE(headless::doubleClick(table(), 1));
-    EXPECT_EQ(chosen_, (Names { "B", "A", "B" }));
-    EXPECT_EQ(palette_, nullptr);
-    EXPECT_TRUE(headless::windows().empty());
-}
-
 TEST_F(PaletteWindowControllerTest, NothingToRunMeansNothingHappens)
 {
     open({});

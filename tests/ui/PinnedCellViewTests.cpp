@@ -6,7 +6,6 @@
 namespace quillbar {
 namespace {
 
-using platform::headless::choose;
 using platform::headless::find;
 using platform::headless::findOnly;
 
@@ -18,14 +17,12 @@ protected:
         cell->setGroup("");
         window->setContentView(cell);
         window->makeKeyAndOrderFront();
-        cell->onGroupChange = [this](auto const& title) { chosen.push_back(title); };
     }
 
     std::shared_ptr<PinnedCellView> cell = std::make_shared<PinnedCellView>();
     std::shared_ptr<platform::PopUpButton> popUp = findOnly<platform::PopUpButton>(*cell);
     std::shared_ptr<platform::Window> window = std::make_shared<platform::Window>(
         platform::Size { 510, 30 }, platform::WindowStyle::TitledClosable);
-    std::vector<std::string> chosen;
 };
 
 TEST_F(PinnedCell, SectionPopup_offersThePresetsAndTheSectionInUse)
@@ -53,15 +50,6 @@ TEST_F(PinnedCell, SectionPopup_offersThePresetsAndTheSectionInUse)
         EXPECT_EQ(popUp->visibleText(), shown);
         EXPECT_EQ(popUp->selectedItem()->representedObject, group);
     }
-    EXPECT_TRUE(chosen.empty());
-}
-
-TEST_F(PinnedCell, ChosenSection_isReportedByItsValue)
-{
-    cell->setGroup("Games");
-    for (auto const* const title : { "Work", "None", "Games" })
-        EXPECT_TRUE(choose(popUp, title));
-    EXPECT_EQ(chosen, (std::vector<std::string> { "Work", "", "Games" }));
 }
 
 TEST_F(PinnedCell, ReuseForAnotherShortcut_endsTheRecording)

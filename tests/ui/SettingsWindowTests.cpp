@@ -30,22 +30,6 @@ TEST_F(SettingsWindow, Pin_showsAndHandsOverAtOnceWithPendingEdits)
     EXPECT_TRUE(find("Save")->isEnabled());
 }
 
-TEST_F(SettingsWindow, Unpin_showsAndHandsOverAtOnceWithoutTheHotkey)
-{
-    auto config = pinning({ "D", "B" });
-    config.shortcutHotkeys = { { { "D", { 17, 0x900 } } } };
-    open(config);
-    EXPECT_TRUE(click(removeButton(0)));
-    EXPECT_EQ(pinned(), (Names { "B" }));
-    EXPECT_EQ(available(), (Names { "A", "C", "D" }));
-    ASSERT_EQ(saved.size(), 1u);
-    EXPECT_EQ(saved[0].pinned, (Names { "B" }));
-
-    click(find("D"));
-    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for D")->visibleText(), "None");
-    EXPECT_TRUE(saved[1].shortcutHotkeys->empty());
-}
-
 TEST_F(SettingsWindow, Save_handsOverEveryEdit)
 {
     auto config = pinning({ "A", "B" });
@@ -97,29 +81,6 @@ TEST_F(SettingsWindow, ClosedWhileItShowsSaved_livesUntilTheFeedbackEnds)
     EXPECT_FALSE(weak.expired());
     headless::advance(1200ms);
     EXPECT_TRUE(weak.expired());
-}
-
-TEST_F(SettingsWindow, Close_discardsAndActivates)
-{
-    open(pinning({ "A" }));
-    record("Hotkey for A", 17, 0);
-    EXPECT_TRUE(click(find("Close")));
-    EXPECT_EQ(controller, nullptr);
-    EXPECT_TRUE(saved.empty());
-    EXPECT_TRUE(headless::windows().empty());
-    EXPECT_EQ(headless::activationCount(), 1);
-}
-
-TEST_F(SettingsWindow, Drag_reordersAndWaitsForSave)
-{
-    open(pinning({ "A", "B", "C" }));
-    EXPECT_TRUE(headless::drag(table(), 0, 3));
-    EXPECT_EQ(pinned(), (Names { "B", "C", "A" }));
-    EXPECT_TRUE(saved.empty());
-    EXPECT_EQ(save().pinned, (Names { "B", "C", "A" }));
-
-    click(removeButton(1));
-    EXPECT_EQ(pinned(), (Names { "B", "A" }));
 }
 
 TEST_F(SettingsWindow, Edits_followTheirShortcutThroughAReorder)
@@ -187,16 +148,6 @@ TEST_F(SettingsWindow, CustomIcon_isSavedWhicheverButtonClosesThePromptUnlessBla
     choose(popUp, "Custom Icon…");
     EXPECT_EQ(popUp->visibleText(), "Custom");
     EXPECT_EQ(save().iconSymbol, "eyeglasses");
-}
-
-TEST_F(SettingsWindow, FocusAvailableList_takesItsFirstShortcut)
-{
-    open(pinning({ "A" }));
-    controller->focusAvailableList();
-    EXPECT_EQ(window().firstResponder(), find("B"));
-    open(pinning({ "A" }), { "A" });
-    controller->focusAvailableList();
-    EXPECT_EQ(window().firstResponder(), nullptr);
 }
 
 TEST_F(SettingsWindow, VeryManyShortcuts_appearOverSeveralTurnsOnceEach)

@@ -2,44 +2,14 @@
 
 #include "platform/headless/Headless.h"
 #include "platform/headless/State.h"
-
-#include <cstdlib>
-#include <stdexcept>
+#include "platform/headless/TemporaryFolder.h"
 
 namespace quillbar::platform {
 
 namespace {
 
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-        : path_(make())
-    {
-    }
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    [[nodiscard]] std::filesystem::path const& path() const { return path_; }
-
-private:
-    static std::filesystem::path make()
-    {
-        auto name = (std::filesystem::temp_directory_path() / "quillbar-XXXXXX").string();
-        if (!mkdtemp(name.data()))
-            throw std::runtime_error("no temporary folder can be made");
-        return name;
-    }
-
-    std::filesystem::path path_;
-};
-
 struct Folders {
-    std::unique_ptr<TemporaryFolder> home;
+    std::unique_ptr<headless::TemporaryFolder> home;
     std::optional<std::vector<std::filesystem::path>> applicationSupport;
     std::string executablePath = "/opt/Quillbar/quillbar";
     std::string bundleVersion = "1.2.3";

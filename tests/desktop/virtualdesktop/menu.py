@@ -59,16 +59,11 @@ class ExportedMenu:
 
     def click(self, title):
         """What a host sends when the person clicks the row."""
-        self._bus.call(self._name, self._path, _INTERFACE, "Event", "(isvu)",
-                       self.row(title).id, "clicked", GLib.Variant("i", 0), 0)
+        self.send(self.row(title).id)
 
     def send(self, row_id, event="clicked"):
         self._bus.call(self._name, self._path, _INTERFACE, "Event", "(isvu)",
                        row_id, event, GLib.Variant("i", 0), 0)
-
-    def on_update(self, callback):
-        return self._bus.on_signal(self._name, _INTERFACE, "LayoutUpdated",
-                                   lambda _path, arguments, _sender: callback(arguments))
 
     def _layout(self, wanted=()):
         return self._bus.call(self._name, self._path, _INTERFACE, "GetLayout", "(iias)", 0, -1,

@@ -59,18 +59,15 @@ class Panel:
     def picture(self):
         return self._desktop.screen.picture(self.area())
 
-    def icon_pixels(self):
-        """How many pixels differ from the panel's ground; None while nothing is shown."""
+    def shows_icon(self):
+        """Whether enough pixels differ from the panel's ground."""
         area = self.area()
         if not area or not self.items():
-            return None
+            return False
         picture = self._desktop.screen.picture(area)
         counts = sorted(count for count, _ in picture.getcolors(picture.width * picture.height))
-        return sum(counts[:-1])
-
-    def shows_icon(self):
         # The bare panel has a few border pixels of its own.
-        return (self.icon_pixels() or 0) > 150
+        return sum(counts[:-1]) > 150
 
     def click_icon(self, button=1):
         x, y, width, height = self.area()

@@ -20,8 +20,5 @@ class TrayItem:
     def icon_name(self):
         return self.read("IconName")
 
-    def tool_tip(self):
-        return self.read("ToolTip")
-
     def on_new_icon(self, callback):
         return self._bus.on_signal(self._name, _INTERFACE, "NewIcon", lambda *_: callback())

@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
-namespace quillbar::test {
+namespace quillbar::platform::headless {
 
-/// A folder of the test's own, removed with everything in it.
+/// A folder of its own, removed with everything in it.
 class TemporaryFolder {
 public:
     TemporaryFolder()
@@ -41,4 +41,4 @@ private:
     std::filesystem::path path_;
 };
 
-} // namespace quillbar::test
+} // namespace quillbar::platform::headless
