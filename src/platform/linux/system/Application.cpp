@@ -73,7 +73,7 @@ void setUp(QApplication& application)
     QGuiApplication::setDesktopFileName(QLatin1String(applicationId));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::setQuitLockEnabled(false);
-    limitDrawnPictures();
+    keepNoDrawnPictures();
     // The login entry starts the program; a session that restored it would start it twice.
     auto const neverRestart
         = [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); };

@@ -13,9 +13,6 @@ namespace quillbar::platform {
 
 namespace {
 
-// The style draws each control once for each palette, and every new window brings palettes.
-constexpr int pictureKilobytes = 1024;
-
 bool isAnyWindowShown()
 {
     auto const windows = QGuiApplication::topLevelWindows();
@@ -25,16 +22,17 @@ bool isAnyWindowShown()
 
 } // namespace
 
-void limitDrawnPictures()
+// Controls and icons are kept under names that hold their palette or picture, which every window
+// and every menu make anew; and Qt 6.4 never forgets the name of what it dropped.
+void keepNoDrawnPictures()
 {
-    QPixmapCache::setCacheLimit(pictureKilobytes);
+    QPixmapCache::setCacheLimit(0);
 }
 
 void giveBackMemory()
 {
     if (isAnyWindowShown())
         return;
-    QPixmapCache::clear();
 #ifdef __GLIBC__
     ::malloc_trim(0);
 #endif

@@ -2,8 +2,8 @@
 
 namespace quillbar::platform {
 
-/// Keeps the pictures that controls draw themselves with from piling up.
-void limitDrawnPictures();
+/// Has controls draw themselves each time, instead of keeping pictures that pile up.
+void keepNoDrawnPictures();
 
 /// Gives the system back what closed windows held, unless one is still shown.
 void giveBackMemory();
