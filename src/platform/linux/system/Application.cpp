@@ -133,6 +133,7 @@ private:
 
 int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& makeDelegate)
 {
+    useOneHeap();
     prepareProcess();
     if (!hasDisplay()) {
         std::fputs(

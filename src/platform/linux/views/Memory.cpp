@@ -22,6 +22,14 @@ bool isAnyWindowShown()
 
 } // namespace
 
+// Only the first heap is ever given back whole.
+void useOneHeap()
+{
+#ifdef __GLIBC__
+    ::mallopt(M_ARENA_MAX, 1);
+#endif
+}
+
 // Controls and icons are kept under names that hold their palette or picture, which every window
 // and every menu make anew; and Qt 6.4 never forgets the name of what it dropped.
 void keepNoDrawnPictures()
