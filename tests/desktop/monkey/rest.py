@@ -25,15 +25,13 @@ class Rest:
         """Returns what the program holds while nothing happens."""
         world = self._world
         self._put_right()
-        self._close_everything()
-        self._settle()
+        self._come_to_rest()
         self._check_saving()
         self._close_everything()
         self._check_menu()
         self._check_hotkeys()
         self._check_palette()
-        self._close_everything()
-        self._settle()
+        self._come_to_rest()
         world.check_life()
         world.check_silence()
         assert all(launch.wait(60) == 0 for launch in world.launches), "a second launch failed"
@@ -49,6 +47,15 @@ class Rest:
         world.release_keys()
         wait_until(lambda: self._screen.window_manager() == "Openbox", "no window manager")
         world.wait_for_panel()
+
+    def _come_to_rest(self):
+        """What was asked for last may still open while the first windows are closed."""
+        def rests():
+            self._close_everything()
+            self._settle()
+            return not self._world.windows()
+
+        wait_until(rests, lambda: f"windows keep opening: {self._titles()}")
 
     def _close_everything(self):
         """Windows and menus, ours and the panel's."""
@@ -80,9 +87,9 @@ class Rest:
     def _settle(self):
         """Until no child runs and the icon shows."""
         world = self._world
+        wait_until(lambda: not world.program.children(), "children stay")
         # Its answer comes after whatever was sent before.
         world.tray.menu.revision()
-        wait_until(lambda: not world.program.children(), "children stay")
         self._program.tray()
         wait_until(world.desktop.panel.shows_icon, "the panel does not show the icon")
 
