@@ -2,12 +2,14 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/SymbolSvg.h"
+#include "platform/linux/system/WindowActivation.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -33,31 +35,65 @@ QString fileName(IconLook const& look)
     return name + (look.tint ? '-'_L1 + look.tint->name().mid(1) : u"-symbolic"_s);
 }
 
-/// When the X server goes, exit() is called from within and destroys nothing but what is static.
+/// When the X server goes, Qt calls exit() from within, which destroys nothing but what is static.
+/// When a Wayland compositor goes, it only says so and calls _exit(), on several threads at once.
 class RemovedAtExit {
 public:
-    RemovedAtExit() = default;
+    RemovedAtExit()
+    {
+        if (isWaylandSession())
+            passOn_ = qInstallMessageHandler(hear);
+    }
     RemovedAtExit(RemovedAtExit const&) = delete;
     RemovedAtExit& operator=(RemovedAtExit const&) = delete;
     ~RemovedAtExit()
     {
-        for (auto const& folder : folders_) {
+        if (passOn_)
+            qInstallMessageHandler(passOn_);
+        remove();
+    }
+
+    void add(std::weak_ptr<QTemporaryDir> folder)
+    {
+        std::lock_guard const lock(mutex_);
+        folders_.push_back(std::move(folder));
+    }
+
+private:
+    static void hear(QtMsgType type, QMessageLogContext const& context, QString const& text);
+
+    void remove()
+    {
+        std::lock_guard const lock(mutex_);
+        for (auto const& folder : std::exchange(folders_, {})) {
             if (auto const alive = folder.lock())
                 alive->remove();
         }
     }
 
-    void add(std::weak_ptr<QTemporaryDir> folder) { folders_.push_back(std::move(folder)); }
-
-private:
+    QtMessageHandler passOn_ = nullptr;
+    std::mutex mutex_;
     std::vector<std::weak_ptr<QTemporaryDir>> folders_;
 };
 
-std::shared_ptr<QTemporaryDir> makeFolder(QString const& parent)
+RemovedAtExit& removedAtExit()
 {
     static RemovedAtExit removed;
+    return removed;
+}
+
+void RemovedAtExit::hear(QtMsgType type, QMessageLogContext const& context, QString const& text)
+{
+    auto& removed = removedAtExit();
+    if (text.startsWith("The Wayland connection"_L1))
+        removed.remove();
+    removed.passOn_(type, context, text);
+}
+
+std::shared_ptr<QTemporaryDir> makeFolder(QString const& parent)
+{
     auto folder = std::make_shared<QTemporaryDir>(parent + "/quillbar-XXXXXX"_L1);
-    removed.add(folder);
+    removedAtExit().add(folder);
     return folder;
 }
 
