@@ -18,8 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A panel that takes both kinds of icons opens for windows first. Asked in between, Qt would make
-// an item on the bus, beside ours, and never again a window.
+// A panel that takes both kinds of icons opens for windows first.
 constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
 
 xcb_connection_t* xConnection()
@@ -47,6 +46,14 @@ bool hasTray()
     XcbPtr<xcb_get_selection_owner_reply_t> const reply(xcb_get_selection_owner_reply(
         connection, xcb_get_selection_owner(connection, selection), nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+// Before its first icon, Qt asks on the bus whether there is a host, and waits for the answer for
+// up to 50 seconds; it would make an item on the bus beside ours, and never a window, if there were
+// one. Asked when the bus has just told that there is none, it neither waits nor finds one.
+void makeQtAskForHosts()
+{
+    [[maybe_unused]] QSystemTrayIcon const neverShown;
 }
 
 // Qt keeps the window of the icon to itself.
@@ -85,6 +92,9 @@ void LegacyTray::setWanted(bool isWanted)
         icon_.reset();
         return;
     }
+    if (xConnection() == nullptr)
+        return;
+    makeQtAskForHosts();
     QCoreApplication::instance()->installNativeEventFilter(this);
     later_.start();
 }

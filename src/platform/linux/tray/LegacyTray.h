@@ -31,7 +31,8 @@ public:
     LegacyTray& operator=(LegacyTray const&) = delete;
     ~LegacyTray() override;
 
-    /// While wanted, the icon is in the tray as soon as there is one.
+    /// While wanted, the icon is in the tray as soon as there is one. To be called with true only
+    /// when it was just learned that the bus has no host.
     void setWanted(bool isWanted);
     void update();
     /// Whether a tray has been found.
