@@ -8,7 +8,6 @@ import os
 import pathlib
 import select
 import signal
-import statistics
 import subprocess
 import sys
 import time
@@ -26,7 +25,7 @@ from virtualdesktop.waiting import NeverHappened, wait_until  # noqa: E402
 
 from launchers import Launcher, installed  # noqa: E402
 from summoned import PAUSE, Summoned  # noqa: E402
-from whole_program import ChildStarts, memory, spread  # noqa: E402
+from whole_program import ChildStarts, measure_child_starts, memory, spread  # noqa: E402
 
 HOTKEY = {"keyCode": 11, "modifiers": 0x1800}
 HOTKEY_KEYS = ("Control", "Alt", "B")
@@ -228,37 +227,21 @@ class Bench:
         return not set(self._keyboard.keys_seen()).intersection(LETTERS.values())
 
     def measure_running(self):
-        bench = self._options.build / "bench"
-        bare = subprocess.Popen(
-            [bench / "bench_spawn", bench / "bench_child"],
-            env={"QUILLBAR_BENCH_STARTS": self.starts},
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        chosen, spawned = [], []
         with self.quillbar(["One", "Two"]) as quillbar:
             quillbar.wait_ready()
-            entries = ChildStarts(self.starts)
-            for number in range(self._options.runs + 1):
+
+            def press_return(_number):
+                wait_until(lambda: not quillbar.windows(), "the palette stays open")
                 quillbar.summon()
                 time.sleep(PAUSE)
                 self._keyboard.display.sync()
                 before = time.monotonic_ns()
                 self._keyboard.tap(KEY["Return"])
                 self._keyboard.display.flush()
-                elapsed = (entries.next() - before) / 1e6
-                wait_until(lambda: not quillbar.windows(), "the palette stays open")
-                time.sleep(PAUSE)
-                bare.stdin.write(b"\n")
-                bare.stdin.flush()
-                before = int(bare.stdout.readline())
-                bare_elapsed = (entries.next() - before) / 1e6
-                if number > 0:
-                    chosen.append(elapsed)
-                    spawned.append(bare_elapsed)
-        bare.communicate()
-        print(f"Return to the child's first instruction\n  Quillbar   {spread(chosen, 'ms')}\n"
-              f"  bare spawn {spread(spawned, 'ms')}\n"
-              f"  more       {statistics.median(chosen) - statistics.median(spawned):8.2f} ms",
-              flush=True)
+                return before
+
+            measure_child_starts(
+                "Return", self._options.build, self.starts, self._options.runs, press_return)
 
     def measure_settings(self):
         pins = [f"Shortcut {number}" for number in range(1, 1001)]

@@ -1,5 +1,6 @@
 """What goes wrong around the program: panel, services, tool, folder, layout, window manager."""
 
+import functools
 import os
 import signal
 import subprocess
@@ -23,61 +24,57 @@ _MOODS = {
 }
 
 
-def mischief(weight):
+def mischief(weight, unless=None):
+    """Adds a step, which does nothing while that trouble lasts."""
     def add(step):
-        MISCHIEF_STEPS.append((weight, step))
-        return step
+        @functools.wraps(step)
+        def step_unless(world):
+            if not world.has_trouble(unless):
+                step(world)
+
+        MISCHIEF_STEPS.append((weight, step_unless))
 
     return add
 
 
-@mischief(1)
+@mischief(1, unless="no panel")
 def take_panel_away(world):
-    if not world.has_trouble("no panel"):
-        world.desktop.panel.kill()
-        world.trouble("no panel", world.desktop.panel.start)
+    world.desktop.panel.kill()
+    world.trouble("no panel", world.desktop.panel.start)
 
 
-@mischief(1)
+@mischief(1, unless="no panel")
 def restart_panel(world):
-    if not world.has_trouble("no panel"):
-        world.desktop.panel.kill()
-        world.desktop.panel.start()
+    world.desktop.panel.kill()
+    world.desktop.panel.start()
 
 
-@mischief(1)
+@mischief(1, unless="notifications")
 def stop_notifications(world):
-    if world.has_trouble("notifications"):
-        return
     world.desktop.notifications.stop()
     capabilities = world.pick([["body"], ["body", "body-markup"]])
     world.trouble("notifications", lambda: world.desktop.notifications.start(*capabilities))
 
 
-@mischief(1)
+@mischief(1, unless="notifications")
 def freeze_notifications(world):
-    if not world.has_trouble("notifications"):
-        world.desktop.notifications.freeze()
-        world.trouble("notifications", world.desktop.notifications.thaw)
+    world.desktop.notifications.freeze()
+    world.trouble("notifications", world.desktop.notifications.thaw)
 
 
-@mischief(2)
+@mischief(2, unless="no portal")
 def change_colours(world):
-    if not world.has_trouble("no portal"):
-        world.portal.change(world.pick(["dark", "light"]))
+    world.portal.change(world.pick(["dark", "light"]))
 
 
-@mischief(0.5)
+@mischief(0.5, unless="no portal")
 def take_portal_away(world):
-    if not world.has_trouble("no portal"):
-        world.portal.__exit__()
-        world.trouble("no portal", world.portal.__enter__)
+    world.portal.__exit__()
+    world.trouble("no portal", world.portal.__enter__)
 
 
-@mischief(5)
+@mischief(5, unless="tool")
 def break_tool(world):
-    if world.has_trouble("tool"):
-        return
     mood = world.pick(["missing", "not executable", *_MOODS])
     os.remove(world.tool)
     if mood != "missing":
@@ -121,12 +118,10 @@ def pause_children(world):
                   lambda: [_signal(child, signal.SIGCONT) for child in children])
 
 
-@mischief(1)
+@mischief(1, unless="folder")
 def block_folder(world):
     """Nothing can be stored: in the folder's place is a file, which stops even root."""
     folder = os.path.dirname(world.program.config_path)
-    if world.has_trouble("folder"):
-        return
     os.rename(folder, f"{folder}.away")
     with open(folder, "w", encoding="ascii"):
         pass
