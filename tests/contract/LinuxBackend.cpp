@@ -11,19 +11,6 @@ void settle()
     QCoreApplication::processEvents();
 }
 
-// What never comes is ended by the test's own time limit.
-void waitUntil(std::function<bool()> const& isDone)
-{
-    while (!isDone())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
-std::chrono::milliseconds now()
-{
-    return std::chrono::duration_cast<std::chrono::milliseconds>(
-        std::chrono::steady_clock::now().time_since_epoch());
-}
-
 } // namespace quillbar::test
 
 int main(int argumentCount, char** arguments)

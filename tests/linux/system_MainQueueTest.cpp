@@ -5,6 +5,7 @@
 #include <QEventLoop>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <thread>
@@ -58,6 +59,28 @@ TEST_F(MainQueue, Post_goesOnWhileWorkRunsALoopOfItsOwn)
     });
     post([&] { modal.quit(); });
     runUntil([&] { return isOver; });
+}
+
+TEST_F(MainQueue, DelayedWork_comesByItsTimeAndNeverSooner)
+{
+    auto const begin = std::chrono::steady_clock::now();
+    std::vector<std::chrono::milliseconds> noted;
+    for (auto const delay : { 120ms, 60ms, 0ms }) {
+        postDelayed(delay, [&, delay] {
+            EXPECT_GE(std::chrono::steady_clock::now() - begin, delay);
+            noted.push_back(delay);
+        });
+    }
+    runUntil([&] { return noted.size() == 3; });
+    EXPECT_EQ(noted, (std::vector { 0ms, 60ms, 120ms }));
+}
+
+TEST_F(MainQueue, Work_mayHoldTheLastReferenceToWhatPosts)
+{
+    bool isDone = false;
+    post([owner = std::shared_ptr<bool>(
+              &isDone, [](bool* done) { post([done] { *done = true; }); })] {});
+    runUntil([&] { return isDone; });
 }
 
 TEST_F(MainQueue, Drop_destroysWaitingWorkWithoutRunningIt)
