@@ -36,7 +36,7 @@ std::string versionText()
 std::shared_ptr<platform::Button> addLink(
     platform::View& content, platform::Rect frame, platform::AttributedText title)
 {
-    auto const link
+    auto link
         = content.addSubview(std::make_shared<platform::Button>(platform::ButtonStyle::Borderless));
     link->setFrame(frame);
     link->setFont(title.font);

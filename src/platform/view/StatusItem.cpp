@@ -1,16 +1,17 @@
 #include "platform/view/StatusItem.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace quillbar::platform {
 
 namespace {
 
-template <typename Value> bool assignIfDifferent(Value& field, Value&& value)
+template <typename Value> bool assignIfDifferent(Value& field, std::type_identity_t<Value> value)
 {
     if (field == value)
         return false;
-    field = std::forward<Value>(value);
+    field = std::move(value);
     return true;
 }
 
@@ -18,7 +19,7 @@ template <typename Value> bool assignIfDifferent(Value& field, Value&& value)
 
 void StatusButton::setImage(Image image)
 {
-    if (assignIfDifferent(image_, std::optional(std::move(image))))
+    if (assignIfDifferent(image_, std::move(image)))
         syncStatusButton(item_);
 }
 
@@ -30,13 +31,13 @@ void StatusButton::setToolTip(std::string toolTip)
 
 void StatusButton::setContentTintColor(std::optional<Color> color)
 {
-    if (assignIfDifferent(contentTintColor_, std::move(color)))
+    if (assignIfDifferent(contentTintColor_, color))
         syncStatusButton(item_);
 }
 
 void StatusButton::setAlpha(double alpha)
 {
-    if (assignIfDifferent(alpha_, std::move(alpha)))
+    if (assignIfDifferent(alpha_, alpha))
         syncStatusButton(item_);
 }
 
