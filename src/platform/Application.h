@@ -19,7 +19,7 @@ public:
     /// was called, which may be before this returns.
     virtual void applicationDidFinishLaunching() = 0;
 
-    /// Set by runApplication(); to be called once, when the program has started up.
+    /// To be called once, when the program has started up. Empty where nobody gives commands.
     std::function<void()> onReady;
 
     /// The person started the program again, or the desktop asks for its main window.
