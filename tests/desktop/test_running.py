@@ -1,5 +1,7 @@
 """Running shortcuts and what the person is told."""
 
+import signal
+
 from virtualdesktop import wait_until
 
 
@@ -41,3 +43,4 @@ def test_success_is_told_quietly_and_failure_with_a_sound_and_a_red_icon(program
         "Quillbar", "“Broken” couldn’t run. Check that it still exists in Shortcuts.")
     assert shown["hints"]["sound-name"] == "dialog-error"
     assert not shown["hints"].get("suppress-sound")
+    assert program.stop(signal.SIGINT) == 0

@@ -2,6 +2,7 @@
 
 import configparser
 import os
+import signal
 
 from virtualdesktop import wait_until
 
@@ -32,7 +33,7 @@ def test_from_the_start_to_the_end(program):
     shown = wait_until(program.desktop.notifications.shown, "the clicked run is not reported")
     assert [notification["body"] for notification in shown] == ["Launched “A”"]
 
-    assert program.stop() == 0
+    assert program.stop(signal.SIGHUP) == 0
     wait_until(lambda: not program.desktop.panel.items(), "the icon stays")
     wait_until(lambda: set(program.desktop.processes.marked()) <= before, "a process stays")
     assert not program.desktop.runtime_files()

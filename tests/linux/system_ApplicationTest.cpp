@@ -52,24 +52,6 @@ protected:
     Mailbox mailbox { folder.path() / "mailbox" };
 };
 
-TEST_F(Applications, SecondStart_opensTheSettingsOfTheFirst)
-{
-    PrivateBus const bus(busConfiguration(folder.path()));
-    Process first({ driver, "-platform", "nonsense" }, { { "DESKTOP_STARTUP_ID", "a-1_TIME17" } });
-    EXPECT_EQ(mailbox.nextLine(), "launched 17");
-    // What comes before the end of the launch counts as part of it.
-    EXPECT_EQ(act(QStringLiteral("palette")), "");
-    EXPECT_EQ(mailbox.nextLine(), "palette 0");
-
-    Process second({ driver }, { { "DESKTOP_STARTUP_ID", "b_TIME1-2_TIME4294967295" } });
-    EXPECT_EQ(second.waitStatus(), 0);
-    EXPECT_EQ(mailbox.nextLine(), "settings 4294967295");
-
-    first.send(SIGTERM);
-    EXPECT_EQ(first.waitStatus(), 0);
-    EXPECT_EQ(mailbox.nextLine(), "gone");
-}
-
 TEST_F(Applications, StartByTheBus_carriesOutTheAction)
 {
     folder.write(
@@ -99,24 +81,6 @@ TEST_F(Applications, Calls_thatMakeNoSenseAreRefused)
     EXPECT_EQ(call(QStringLiteral("Activate"), { QStringLiteral("x") }), invalid);
     EXPECT_EQ(call(QStringLiteral("ActivateAction"), { 1, 2, 3 }), invalid);
     EXPECT_NE(call(QStringLiteral("Quit"), {}), "");
-}
-
-TEST_F(Applications, QuitSignal_endsEveryLoopAndWhatIsHeld)
-{
-    ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/missing", 1);
-    struct Case {
-        int signal;
-        Process::Changes changes;
-    };
-    Case const cases[] { { SIGINT, {} }, { SIGHUP, { { "DRIVER_HOLDS", "never" } } },
-        { SIGTERM, { { "DRIVER_MODAL", "1" } } } };
-    for (auto const& [signal, changes] : cases) {
-        Process first({ driver }, changes);
-        mailbox.nextLine();
-        first.send(signal);
-        EXPECT_EQ(first.waitStatus(), 0) << signal;
-        EXPECT_EQ(mailbox.nextLine(), "gone") << signal;
-    }
 }
 
 TEST_F(Applications, NoDisplay_isSaidInOneLine)

@@ -4,7 +4,6 @@
 #include <QEventLoop>
 #include <QThread>
 
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
@@ -97,11 +96,6 @@ Process::~Process()
 {
     process_.kill();
     process_.waitForFinished();
-}
-
-void Process::send(int signal) const
-{
-    ::kill(static_cast<pid_t>(process_.processId()), signal);
 }
 
 std::optional<int> Process::waitStatus()

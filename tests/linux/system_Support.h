@@ -55,7 +55,6 @@ public:
     Process& operator=(Process const&) = delete;
     ~Process();
 
-    void send(int signal) const;
     /// The exit status, or nothing when a signal ended it; the event loop goes on while it waits.
     std::optional<int> waitStatus();
 

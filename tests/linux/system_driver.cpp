@@ -6,7 +6,6 @@
 #include "platform/linux/UserTime.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 
 #include <cstdlib>
 #include <fstream>
@@ -32,12 +31,8 @@ public:
     void applicationDidFinishLaunching() override
     {
         tell("launched " + std::to_string(userTime()));
-        if (std::getenv("DRIVER_MODAL"))
-            QEventLoop().exec();
-        if (auto const* const action = std::getenv("DRIVER_HOLDS")) {
-            // Work that is never reached keeps what it holds alive.
-            postDelayed(std::chrono::hours(1), [held = self.lock(), action] { tell(action); });
-        }
+        // Work that is never reached keeps what it holds alive.
+        postDelayed(std::chrono::hours(1), [held = self.lock()] {});
         onReady();
     }
     void openSettings() override { tell("settings " + std::to_string(userTime())); }

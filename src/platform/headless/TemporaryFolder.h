@@ -31,7 +31,7 @@ public:
     /// Writes a file, making its folder; its name may be a whole path.
     std::filesystem::path write(std::filesystem::path const& name, std::string const& text) const
     {
-        auto const file = path_ / name;
+        auto file = path_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << text;
         return file;
