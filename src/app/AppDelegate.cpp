@@ -41,6 +41,7 @@ void AppDelegate::applicationDidFinishLaunching()
     statusItem_ = std::make_shared<platform::StatusItem>();
     statusItem_->onNoPlace
         = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
+    statusItem_->onMenuOpen = weakly(*this, [](AppDelegate& self) { self.menuOpened(); });
     updateIcon();
     cleanupStalePins();
     finishLaunching();

@@ -78,6 +78,7 @@ private:
     void runOnboardingIfNeeded();
     void showPermissionsTipIfNeeded();
     void explainThatThereIsNoPlace() const;
+    void menuOpened();
     void applySettings(Config const& edited);
     [[nodiscard]] platform::StatusItem& existingStatusItem() const;
     [[nodiscard]] StatusMenuActions statusMenuActions();

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "platform/Application.h"
+#include "services/HotkeyManager.h"
 #include "ui/AboutWindowController.h"
 #include "ui/PaletteList.h"
 #include "ui/PaletteWindowController.h"
@@ -82,6 +83,14 @@ void AppDelegate::openSettingsPanel(SettingsFocus focus)
     }
     if (focus == SettingsFocus::AvailableShortcuts)
         settingsWindow_->focusAvailableList();
+}
+
+void AppDelegate::menuOpened()
+{
+    if (settingsWindow_)
+        settingsWindow_->refreshHotkeyNotes();
+    else
+        hotkeyManager().retryRefused();
 }
 
 // The file is written before any effect is applied, and the menu is rebuilt last.

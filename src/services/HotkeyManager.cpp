@@ -20,6 +20,7 @@ void HotkeyManager::install()
     if (std::exchange(installed_, true))
         return;
     platform::installHotkeyHandler([](std::uint32_t id) { hotkeyManager().trigger(id); });
+    obstacleObservation_ = platform::observeHotkeyObstacles([this] { retryRefused(); });
 }
 
 std::uint32_t HotkeyManager::registerHotkey(std::function<void()> action, std::uint32_t keyCode,
@@ -29,12 +30,22 @@ std::uint32_t HotkeyManager::registerHotkey(std::function<void()> action, std::u
     if (nextID_ == std::numeric_limits<std::uint32_t>::max())
         platform::fatalError("the ids of hotkeys are used up");
     auto const id = nextID_++;
-    auto reference = platform::registerSystemHotkey(keyCode, modifiers, signature, id, title);
+    Wish wish { std::move(action), keyCode, modifiers, title };
+    if (claim(id, wish))
+        return id;
+    refused_.emplace(id, std::move(wish));
+    return 0;
+}
+
+bool HotkeyManager::claim(std::uint32_t id, Wish const& wish)
+{
+    auto reference
+        = platform::registerSystemHotkey(wish.keyCode, wish.modifiers, signature, id, wish.title);
     if (!reference)
-        return 0;
+        return false;
     refs_.emplace(id, std::move(reference));
-    actions_.emplace(id, std::move(action));
-    return id;
+    actions_.emplace(id, wish.action);
+    return true;
 }
 
 void HotkeyManager::unregister(std::uint32_t id)
@@ -47,6 +58,12 @@ void HotkeyManager::unregisterAll()
 {
     while (!refs_.empty())
         unregister(refs_.begin()->first);
+    refused_.clear();
+}
+
+void HotkeyManager::retryRefused()
+{
+    std::erase_if(refused_, [this](auto const& entry) { return claim(entry.first, entry.second); });
 }
 
 void HotkeyManager::trigger(std::uint32_t id)

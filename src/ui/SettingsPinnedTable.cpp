@@ -2,6 +2,7 @@
 
 #include "platform/SystemHotkeys.h"
 #include "platform/view/Window.h"
+#include "services/HotkeyManager.h"
 #include "ui/GroupPrompt.h"
 #include "ui/SettingsWindowController.h"
 
@@ -106,6 +107,8 @@ void SettingsWindowController::watchHotkeys()
 
 void SettingsWindowController::refreshHotkeyNotes()
 {
+    // A combination that is free by now is to be had, not only unmarked.
+    hotkeyManager().retryRefused();
     hotkeyNotes_ = hotkeyNotes(model_);
     menuHotkeyRecorder_->setNote(hotkeyNotes_.quickOpen);
     auto const& order = model_.order();

@@ -33,6 +33,8 @@ public:
     void closeWindow();
     /// Gives the keyboard to the first available shortcut, if there is one. Does not scroll.
     void focusAvailableList();
+    /// Asks the system anew which of the hotkeys can work.
+    void refreshHotkeyNotes();
 
 private:
     void buildUserInterface() override;
@@ -50,7 +52,6 @@ private:
     void promptCustomGroup(std::string const& name);
 
     void watchHotkeys();
-    void refreshHotkeyNotes();
     [[nodiscard]] HotkeyNote noteOn(std::string const& name) const;
 
     /// Makes at least so many rows at once, as far as there are names; the rest in later turns.

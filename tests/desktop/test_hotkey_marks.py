@@ -82,9 +82,16 @@ def test_what_cannot_work_is_marked_with_the_reason(program):
 
 def test_marks_come_and_go_with_what_causes_them(program):
     program.pin("A", shortcutHotkeys={"A": hotkey("B", CONTROL_OPTION)})
-    program.start()
-    settings = program.open_settings()
-    says(settings, "Quick open hotkey", "⌘⌥·17, Super+Alt+T")
+    with other_program(program, KEY["B"][1], X.ControlMask | X.Mod1Mask):
+        program.start()
+        settings = program.open_settings()
+        says(settings, "Quick open hotkey", "⌘⌥·17, Super+Alt+T")
+        says(settings, "Hotkey for A", f"⌥⌃·11, Alt+Control+B. {TAKEN}")
+    # Free again, it is claimed when the panel opens the menu.
+    program.tray().menu.send(0, "opened")
+    says(settings, "Hotkey for A", "⌥⌃·11, Alt+Control+B")
+    settings.screen.press("Control", "Alt", "B")
+    program.wait_for_runs("A")
     with other_program(program, SUPER_KEY, 0):
         look_away_and_back(program, settings)
         says(settings, "Quick open hotkey", f"⌘⌥·17, Super+Alt+T. {SUPER_HELD}")

@@ -211,13 +211,19 @@ TEST_F(X11HotkeysTest, MovedModifierKeys_areFollowed)
     EXPECT_EQ(firedUntilNow(), Ids {});
 }
 
-TEST_F(X11HotkeysTest, MovedModifierBits_areGrabbedAgain)
+TEST_F(X11HotkeysTest, MovedModifierBits_areGrabbedAgainOnceTheyAreFree)
 {
     auto const hotkey = claim(codeT, commandKey, 7);
+    auto rival = std::make_unique<OtherClient>();
+    ASSERT_TRUE(rival->grab(keyT, superMask | XCB_MOD_MASK_3));
     ASSERT_EQ(QProcess::execute("xmodmap",
                   { "-e", "clear mod2", "-e", "clear mod3", "-e", "add mod3 = Num_Lock" }),
         0);
     EXPECT_EQ(firedUntilNow(), Ids {});
+    other.tap({ keySuper, keyT });
+    EXPECT_EQ(firedUntilNow(), Ids {});
+    rival.reset();
+    waitUntil([] { return hotkeyObstacles({ { codeT, commandKey } }) == Obstacles(1); });
     other.tap({ keyNumLock });
     other.tap({ keySuper, keyT });
     EXPECT_EQ(firedUntilNow(), Ids { 7 });

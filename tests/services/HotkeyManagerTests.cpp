@@ -60,6 +60,29 @@ TEST_F(HotkeyManagerTest, Press_runsItsActionOnceUntilUnregistered)
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(HotkeyManagerTest, WhatWasRefused_isClaimedOnceItIsFreeUnlessGivenUp)
+{
+    HotkeyManager other;
+    HotkeyManager manager;
+    other.registerHotkey([] {}, 17, 0x900);
+    EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900, "Seventeen"), 0U);
+    manager.retryRefused();
+    manager.trigger(1);
+    EXPECT_EQ(calls, 0);
+    other.unregisterAll();
+    headless::tellHotkeyObstacleObservers();
+    EXPECT_THAT(headless::registeredHotkeys(),
+        ElementsAre(headless::RegisteredHotkey { 17, 0x900, signature, 1, "Seventeen" }));
+    manager.trigger(1);
+    EXPECT_EQ(calls, 1);
+
+    other.registerHotkey([] {}, 17, 0x900);
+    manager.unregisterAll();
+    other.unregisterAll();
+    other.retryRefused();
+    EXPECT_THAT(headless::registeredHotkeys(), IsEmpty());
+}
+
 TEST_F(HotkeyManagerTest, Action_mayReplaceEveryRegistration)
 {
     std::string const captured(100, 'x');

@@ -56,6 +56,12 @@ void StatusItem::setMenu(Menu menu)
     syncStatusMenu(*this);
 }
 
+void StatusItem::userOpenedMenu()
+{
+    if (auto const callback = onMenuOpen)
+        callback();
+}
+
 void StatusItem::systemFoundNoPlace()
 {
     if (auto const callback = onNoPlace)

@@ -66,6 +66,10 @@ public:
     void setMenu(Menu menu);
     [[nodiscard]] std::shared_ptr<Menu const> const& menu() const { return menu_; }
 
+    /// Called when the person opens the menu, perhaps more than once for one opening.
+    std::function<void()> onMenuOpen;
+    void userOpenedMenu();
+
     /// Called when the item has found no place for some time, so that nobody can see it.
     std::function<void()> onNoPlace;
     void systemFoundNoPlace();

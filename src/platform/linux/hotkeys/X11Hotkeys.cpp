@@ -96,6 +96,13 @@ Token X11Hotkeys::claim(
     } };
 }
 
+/// A claim that is refused after a change of the keyboard stays, to be tried again.
+void X11Hotkeys::regainLost()
+{
+    for (auto& [number, claim] : claims_)
+        claim.isHeld = claim.isHeld || grab(claim);
+}
+
 void X11Hotkeys::release(std::uint64_t number)
 {
     auto const claim = claims_.extract(number);
@@ -297,12 +304,12 @@ void X11Hotkeys::followKeyboard()
     setAsideEvents();
     if (bits == bits_)
         return;
-    for (auto const& [number, claim] : claims_)
+    for (auto& [number, claim] : claims_) {
         ungrab(claim);
+        claim.isHeld = false;
+    }
     bits_ = bits;
-    // A claim that is refused now stays and is tried again at the next change.
-    for (auto& [number, claim] : claims_)
-        claim.isHeld = grab(claim);
+    regainLost();
 }
 
 } // namespace quillbar::platform

@@ -73,6 +73,7 @@ private:
     [[nodiscard]] std::vector<bool> tryGrabs(std::vector<Claim> const& claims);
     [[nodiscard]] bool grab(Claim const& claim);
     void ungrab(Claim const& claim);
+    void regainLost();
     void release(std::uint64_t number);
     [[nodiscard]] Claim const* claimOf(xcb_keycode_t keycode, std::uint16_t mask) const;
 

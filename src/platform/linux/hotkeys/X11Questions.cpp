@@ -14,6 +14,7 @@ namespace quillbar::platform {
 std::vector<std::optional<HotkeyObstacle>> X11Hotkeys::obstacles(
     std::vector<KeyCombination> const& combinations)
 {
+    regainLost();
     Claim const bareSuper { { bits_.superKeys.begin(), bits_.superKeys.end() }, 0, 0 };
     std::vector<Claim> tried { bareSuper };
     for (auto const& [keyCode, modifiers] : combinations)

@@ -197,8 +197,10 @@ QDBusMessage DBusMenu::eventGroupReply(QDBusMessage const& call)
 
 QDBusMessage DBusMenu::aboutToShowReply(QDBusMessage const& call)
 {
-    if (export_.row(call.arguments().at(0).toInt()) == nullptr)
+    auto const id = call.arguments().at(0).toInt();
+    if (export_.row(id) == nullptr)
         return unknownRowReply(call);
+    opened(id);
     return call.createReply(false);
 }
 
@@ -209,6 +211,8 @@ QDBusMessage DBusMenu::aboutToShowGroupReply(QDBusMessage const& call)
     for (auto const id : ids) {
         if (export_.row(id) == nullptr)
             unknown << id;
+        else
+            opened(id);
     }
     if (!ids.isEmpty() && unknown.size() == ids.size())
         return unknownRowReply(call);
@@ -233,6 +237,8 @@ DBusMenu::Recognition DBusMenu::handleEvent(int id, QString const& event, uint t
     auto const* row = export_.row(id);
     if (row == nullptr)
         return Recognition::Unknown;
+    if (event == "opened"_L1)
+        opened(id);
     if (event != "clicked"_L1 || row->item == nullptr)
         return Recognition::Known;
     if (timestamp != 0)
@@ -241,6 +247,15 @@ DBusMenu::Recognition DBusMenu::handleEvent(int id, QString const& event, uint t
     QMetaObject::invokeMethod(
         this, [item = *row->item] { performAction(item); }, Qt::QueuedConnection);
     return Recognition::Known;
+}
+
+void DBusMenu::opened(int id)
+{
+    if (id != MenuExport::rootId || !onOpen)
+        return;
+    // The host gets its answer first.
+    QMetaObject::invokeMethod(
+        this, [callback = onOpen] { callback(); }, Qt::QueuedConnection);
 }
 
 void DBusMenu::emitSignal(QString const& name, QVariantList const& arguments)

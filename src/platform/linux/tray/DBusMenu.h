@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -28,6 +29,9 @@ public:
     /// Tells the hosts, if the menu looks different from the last one.
     void setMenu(std::shared_ptr<Menu const> menu);
 
+    /// Called when a host opens the menu, by whichever of the calls that hosts send then.
+    std::function<void()> onOpen;
+
     bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
     [[nodiscard]] QString introspect(QString const& path) const override;
 
@@ -45,6 +49,7 @@ private:
 
     MenuLayout layout(MenuExport::Row const& row, int depth, QStringList const& names);
     Recognition handleEvent(int id, QString const& event, uint timestamp);
+    void opened(int id);
     void emitSignal(QString const& name, QVariantList const& arguments);
     void emitPropertiesUpdated(std::vector<ChangedRow> const& changed);
 

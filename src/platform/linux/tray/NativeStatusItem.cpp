@@ -50,6 +50,7 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
     , registration_(connection, [this](TrayHost host) { hostIs(host); })
 {
     using namespace std::chrono_literals;
+    menu_.onOpen = [this] { item_.userOpenedMenu(); };
     fade_.setSingleShot(true);
     fade_.setInterval(70ms);
     QObject::connect(&fade_, &QTimer::timeout, &fade_, [this] { show(wantedLook()); });
@@ -179,6 +180,7 @@ void NativeStatusItem::toggleMenu()
     }
     openMenu_ = new StatusMenu(item_.menu());
     openMenu_->popup(QCursor::pos());
+    item_.userOpenedMenu();
 }
 
 void NativeStatusItem::hostIs(TrayHost host)
