@@ -8,6 +8,7 @@
 #include "platform/Fatal.h"
 #include "platform/Folders.h"
 #include "platform/MainQueue.h"
+#include "platform/Text.h"
 #include "platform/Workspace.h"
 #include "services/HotkeyManager.h"
 #include "services/ShortcutsService.h"
@@ -126,7 +127,7 @@ void AppDelegate::applyHotkeys()
     for (auto const& [name, hotkey] : config_.shortcutHotkeysEff()) {
         if (!hotkey.isValid() || !pinned.contains(name))
             continue;
-        registerGlobally(hotkey, "Run “" + name + "”",
+        registerGlobally(hotkey, "Run “" + platform::isolated(name) + "”",
             weakly(*this, [name = name](AppDelegate& self) { self.trigger(name); }));
     }
 }

@@ -2,6 +2,7 @@
 
 #include "app/Uuid.h"
 #include "platform/Notifications.h"
+#include "platform/Text.h"
 
 #include <utility>
 
@@ -41,14 +42,15 @@ void presentIfAllowed(Notification notification)
 
 void RunNotifications::notifyRunSuccess(std::string const& name) const
 {
-    presentIfAllowed(makeNotification("Launched “" + name + "”", NotificationSound::None));
+    presentIfAllowed(
+        makeNotification("Launched “" + platform::isolated(name) + "”", NotificationSound::None));
 }
 
 void RunNotifications::notifyRunFailed(std::string const& name)
 {
-    auto notification
-        = makeNotification("“" + name + "” couldn’t run. Check that it still exists in Shortcuts.",
-            NotificationSound::Default);
+    auto notification = makeNotification(
+        "“" + platform::isolated(name) + "” couldn’t run. Check that it still exists in Shortcuts.",
+        NotificationSound::Default);
     if (std::exchange(didRequestNotifAuth_, true))
         return presentIfAllowed(std::move(notification));
     platform::requestNotificationAuthorization(

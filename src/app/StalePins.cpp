@@ -1,5 +1,7 @@
 #include "app/StalePins.h"
 
+#include "platform/Text.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
@@ -18,7 +20,7 @@ std::string joinedLines(std::vector<std::string> const& lines)
 {
     std::string text;
     for (auto const& line : lines)
-        text.append(line).append("\n");
+        text.append(platform::isolated(line)).append("\n");
     if (!text.empty())
         text.pop_back();
     return text;

@@ -141,7 +141,7 @@ private:
         auto const found = hotkeys.find(name);
         if (found == hotkeys.end() || !found->second.isValid())
             return name;
-        return name + "  (" + hotkeyLabel(found->second) + ")";
+        return platform::isolated(name) + "  (" + hotkeyLabel(found->second) + ")";
     }
 
     void addRunAll()

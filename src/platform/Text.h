@@ -14,6 +14,11 @@ namespace quillbar::platform {
 /// In upper case, by the rules of the person's language.
 [[nodiscard]] std::string upperCased(std::string_view text);
 
+/// For showing the text as a part of a longer one, in which it then turns nothing around but
+/// itself: letters and marks for writing from right to left take effect beyond it, unless they are
+/// closed in. A text without any stays as it is.
+[[nodiscard]] std::string isolated(std::string_view text);
+
 /// Orders by the Unicode scalar values of the canonically equivalent form, case-sensitive.
 [[nodiscard]] bool isOrderedBefore(std::string_view left, std::string_view right);
 

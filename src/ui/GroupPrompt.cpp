@@ -10,7 +10,8 @@ std::optional<std::string> askForGroup(std::string const& shortcut, std::string 
 {
     platform::Alert alert;
     alert.messageText = "New group";
-    alert.informativeText = "Name a section for “" + shortcut + "” in the menu bar.";
+    alert.informativeText
+        = "Name a section for “" + platform::isolated(shortcut) + "” in the menu bar.";
     alert.buttons = { "OK", "Cancel" };
     alert.accessory = platform::AlertField {
         .text = PinnedCellView::isPresetGroup(current) ? std::string() : current,

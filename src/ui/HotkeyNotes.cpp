@@ -1,6 +1,7 @@
 #include "ui/HotkeyNotes.h"
 
 #include "platform/SystemHotkeys.h"
+#include "platform/Text.h"
 
 #include <cstddef>
 #include <utility>
@@ -77,7 +78,7 @@ HotkeyNotes hotkeyNotes(SettingsModel const& model)
     for (auto const& [name, hotkey] : model.pinnedHotkeys()) {
         auto& note = notes.shortcuts[name];
         if (hotkey.isValid())
-            survey.add(hotkey, "“" + name + "”", note);
+            survey.add(hotkey, "“" + platform::isolated(name) + "”", note);
         else
             note.problem = "This key cannot start a shortcut.";
     }

@@ -1,6 +1,7 @@
 """The names that people give, through everything that shows them."""
 
 import html
+import unicodedata
 
 import pytest
 from virtualdesktop import VirtualDesktop, Window, wait_until
@@ -13,6 +14,7 @@ NAMES = [
     "emoji 💜 👩‍👩‍👧 🇩🇪",
     "עברית (שלום) abc",
     "العربية 123",
+    "turned \u202egnp.exe",
     "combining e\u0301 Z\u0338\u035a",
     "x" * 5000,
     "long words " * 450 + "end",
@@ -23,6 +25,12 @@ CUT = 80
 
 def shown(name):
     return name if len(name) <= CUT else name[:CUT] + "…"
+
+
+def within_a_text(name):
+    """What is written from right to left turns nothing around but itself."""
+    turns = {"R", "AL", "RLO"} & set(map(unicodedata.bidirectional, name))
+    return f"\u2068{name}\u2069" if turns else name
 
 
 @pytest.fixture(scope="module")
@@ -59,7 +67,7 @@ def test_names_reach_each_notification_service_as_it_wants_them(named):
             menu.click(shown(name))
             wait_until(lambda: len(notifications.shown()) == count, f"{name[:40]} is not reported")
             body = notifications.shown()[-1]["body"]
-            assert (html.unescape(body) if rendering else body) == f"Launched “{name}”"
+            assert (html.unescape(body) if rendering else body) == f"Launched “{within_a_text(name)}”"
             assert not rendering or "<" not in body
     notifications.stop()
     notifications.start("body", "body-markup")

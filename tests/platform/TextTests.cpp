@@ -37,6 +37,26 @@ TEST(Text, Trimmed_removesAllKindsOfWhiteSpaceFromTheEndsOnly)
     EXPECT_EQ(trimmed("\u200Bx\uFEFF"), "\u200Bx\uFEFF");
 }
 
+TEST(Text, Isolated_closesInWhatTurnsLinesAround)
+{
+    struct {
+        char const* text;
+        char const* expected;
+    } const cases[] = {
+        { "", "" },
+        { "plain “é” 日本", "plain “é” 日本" },
+        { "a\u202C\u2069b", "a\u202C\u2069b" },
+        { "שלום abc", "\u2068שלום abc\u2069" },
+        { "a\u202Eb", "\u2068a\u202Eb\u2069" },
+        { "a\u2067b", "\u2068a\u2067b\u2069\u2069" },
+        { "a\u2066b\u2069c", "\u2068a\u2066b\u2069c\u2069" },
+        // Ends of nothing, which would end what closes the text in.
+        { "a\u2069\u2069\u202Eb\u2069", "\u2068a\u202Eb\u2069" },
+    };
+    for (auto const& [text, expected] : cases)
+        EXPECT_EQ(isolated(text), expected);
+}
+
 TEST(Text, MalformedBytes_becomeReplacementCharacters)
 {
     EXPECT_EQ(trimmed(" a\xFF "), "a\uFFFD");

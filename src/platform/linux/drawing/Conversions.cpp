@@ -64,6 +64,12 @@ QString toQString(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString withoutTabs(QString text)
+{
+    constexpr QChar emSpace(0x2003);
+    return text.replace(u'\t', QString(2, emSpace));
+}
+
 QRectF toQRectF(Rect const& rect)
 {
     return { rect.x, rect.y, rect.width, rect.height };

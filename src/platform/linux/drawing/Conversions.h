@@ -17,6 +17,9 @@ namespace quillbar::platform {
 /// Reads UTF-8; a malformed sequence becomes U+FFFD.
 [[nodiscard]] QString toQString(std::string_view text);
 
+/// With wide gaps for tabs: menus and lists of choices would take what follows one for a key.
+[[nodiscard]] QString withoutTabs(QString text);
+
 [[nodiscard]] QRectF toQRectF(Rect const& rect);
 
 /// A system colour is mixed for the palette, so that it reads well on a light and on a dark one.

@@ -45,16 +45,15 @@ bool isModifier(int key)
     return std::ranges::find(modifiers, key) != modifiers.end();
 }
 
-// Wide enough to be seen as a gap; the tab itself would move the rest into the key column.
-constexpr QChar tabGap(0x2003);
-
 } // namespace
 
 QString menuText(MenuItem const& item)
 {
     auto text = toQString(item.attributedTitle ? item.attributedTitle->text : item.title);
-    text.replace('&'_L1, "&&"_L1).replace('\t'_L1, QString(2, tabGap));
-    return text.replace('\n'_L1, QChar::Space).replace(QChar::Null, QChar::ReplacementCharacter);
+    text.replace('&'_L1, "&&"_L1);
+    return withoutTabs(text)
+        .replace('\n'_L1, QChar::Space)
+        .replace(QChar::Null, QChar::ReplacementCharacter);
 }
 
 StatusMenu::StatusMenu(std::shared_ptr<Menu const> menu)

@@ -153,7 +153,7 @@ private:
                 insertSeparator(count());
                 continue;
             }
-            addItem(toQString(item.title));
+            addItem(withoutTabs(toQString(item.title)));
             items->item(count() - 1)->setEnabled(item.isEnabled);
         }
         selectPortableItem();

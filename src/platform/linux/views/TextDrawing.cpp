@@ -18,8 +18,9 @@ constexpr int narrowestStretch = 82;
 
 } // namespace
 
-void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text)
+void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& line)
 {
+    auto const text = withoutTabs(line);
     int const flags = horizontalAlignment | Qt::AlignAbsolute | Qt::AlignVCenter
         | Qt::TextSingleLine | Qt::TextDontClip;
     // A name reads from the side on which its script begins, wherever it stands.
