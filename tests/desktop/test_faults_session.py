@@ -65,7 +65,7 @@ def test_a_start_without_a_bus_is_a_start(program):
     # Its status area takes icons without a bus too, by a window called like the palette's.
     program.desktop.panel.kill()
     program.pin("Alpha")
-    program.launch(DBUS_SESSION_BUS_ADDRESS="nonsense")
+    program.launch(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere/bus")
     probe.wait_for_hotkey(program)
     probe.palette_runs(program, "Alpha")
     probe.comes_to_rest(program)
