@@ -12,7 +12,7 @@ PrivateBus::PrivateBus(QString const& configuration)
 {
     daemon_.start("dbus-daemon", { configuration, "--nofork", "--print-address=1" });
     while (!daemon_.canReadLine()) {
-        if (!daemon_.waitForReadyRead(10'000))
+        if (!daemon_.waitForReadyRead(60'000))
             throw std::runtime_error("dbus-daemon does not start");
     }
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();

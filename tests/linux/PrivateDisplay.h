@@ -15,7 +15,7 @@ public:
         server_.start(
             "Xvfb", { "-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp" });
         while (!server_.canReadLine()) {
-            if (!server_.waitForReadyRead(10'000))
+            if (!server_.waitForReadyRead(60'000))
                 throw std::runtime_error("Xvfb does not start");
         }
         qputenv("DISPLAY", ':' + server_.readLine().trimmed());

@@ -95,7 +95,7 @@ protected:
 
     static void waitUntil(std::function<bool()> const& isDone)
     {
-        QDeadlineTimer const deadline { 20'000 };
+        QDeadlineTimer const deadline { 60'000 };
         while (!isDone()) {
             ASSERT_FALSE(deadline.hasExpired()) << "what the test waits for never came";
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);

@@ -18,7 +18,7 @@ protected:
     ViewsFixture()
     {
         window->makeKeyAndOrderFront();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window->native()));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window->native(), 60'000));
     }
     ~ViewsFixture() override
     {
