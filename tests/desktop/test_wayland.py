@@ -93,7 +93,7 @@ def test_settings_record_physical_keys(program):
     # There is no portal.
     recorder = program.desktop.accessibility.wait_for(
         program.process.pid, "push button", "Quick open hotkey")
-    assert "This session offers no global hotkeys." in recorder.description
+    assert "Super+Alt+T. This session offers no global hotkeys." in recorder.description
     plain = screen.settled_picture()
     # The compositor's frame moves a window that is new.
     place = program.windows()[0]["rect"]

@@ -70,6 +70,8 @@ public:
         auto* const list = QComboBox::view();
         constexpr int widestList = 480;
         list->setTextElideMode(Qt::ElideRight);
+        // By whole entries the end of a list that is too long for the screen would leave a gap.
+        list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
         list->setMinimumWidth(
             std::clamp(list->sizeHintForColumn(0) + 24, width(), std::max(width(), widestList)));
         QComboBox::showPopup();

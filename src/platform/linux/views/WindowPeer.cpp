@@ -52,6 +52,8 @@ NativeWindow::NativeWindow(Window& window)
         setAttribute(Qt::WA_TranslucentBackground);
     if (window.kind() == WindowKind::Panel)
         skipTaskbar(*this);
+    if (window.style() != WindowStyle::Borderless)
+        requestFrameMargins(*this);
 }
 
 void NativeWindow::release()
@@ -80,15 +82,17 @@ void NativeWindow::centerOnScreen()
     auto const* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    // The frame is not counted: it is known only some time after the window was shown, and
-    // putting a window that is new on the screen elsewhere would be seen as a jump.
-    auto place = geometry();
+    // A window that is new on the screen is not put elsewhere when its frame is known at last: that
+    // would be seen as a jump.
+    bool const hasFrame = portable_->style() != WindowStyle::Borderless;
+    auto const margins = hasFrame ? frameMargins(*this) : QMargins();
+    auto place = geometry() + margins;
     auto const available = screen->availableGeometry();
     place.moveCenter(available.center());
     // On a screen that is too low the title bar matters more than the end.
     place.moveTop(std::max(place.top(), available.top()));
-    if (place != geometry())
-        move(place.topLeft());
+    if (auto const inside = place - margins; inside != geometry())
+        setGeometry(inside);
 }
 
 void NativeWindow::bringForward()

@@ -6,7 +6,9 @@
 #include <QWindow>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -53,6 +55,47 @@ void skipTaskbar(QWidget const& window)
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
         static_cast<xcb_window_t>(window.winId()), state, XCB_ATOM_ATOM, 32, skipped.size(),
         skipped.data());
+}
+
+void requestFrameMargins(QWidget const& window)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    static auto const atom = atomNamed(connection, "_NET_REQUEST_FRAME_EXTENTS");
+    xcb_client_message_event_t request {};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = static_cast<xcb_window_t>(window.winId());
+    request.type = atom;
+    auto const root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    xcb_send_event(connection, 0, root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<char const*>(&request));
+    xcb_flush(connection);
+}
+
+QMargins frameMargins(QWidget const& window)
+{
+    static QMargins lastKnown;
+    auto* const connection = x11Connection();
+    if (!connection)
+        return {};
+    static auto const atom = atomNamed(connection, "_NET_FRAME_EXTENTS");
+    constexpr std::uint32_t sides = 4;
+    XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection,
+        xcb_get_property(connection, 0, static_cast<xcb_window_t>(window.winId()), atom,
+            XCB_ATOM_CARDINAL, 0, sides),
+        nullptr) };
+    if (reply && reply->format == 32 && reply->value_len == sides) {
+        auto const* const side
+            = static_cast<std::uint32_t const*>(xcb_get_property_value(reply.get()));
+        auto const size = [&](std::size_t index) {
+            return static_cast<int>(std::min(side[index], 512U) / window.devicePixelRatioF());
+        };
+        lastKnown = { size(0), size(2), size(1), size(3) };
+    }
+    return lastKnown;
 }
 
 void requestBlur(QWidget const& window, QRegion const& region)

@@ -12,6 +12,14 @@ namespace quillbar::platform {
 /// Keeps a window that is not shown yet out of task bars and window switchers.
 void skipTaskbar(QWidget const& window);
 
+/// Asks the window manager how much its frame will add to a window that is not shown yet. The
+/// answer takes it a moment.
+void requestFrameMargins(QWidget const& window);
+
+/// What the frame adds to the window, as far as the window manager has told of this one or of the
+/// one before: the frames of titled windows are alike.
+[[nodiscard]] QMargins frameMargins(QWidget const& window);
+
 /// Asks the compositor to blur what lies behind that part of the window.
 void requestBlur(QWidget const& window, QRegion const& region);
 
