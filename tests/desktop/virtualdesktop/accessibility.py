@@ -95,12 +95,6 @@ class AccessibleTree:
         windows = [window for below in self._children(self._programs(process)) for window in below]
         return [window for window in self._look(windows) if window and window.shown]
 
-    def answer_keys(self, process):
-        """Waits until the program knows what assistive programs make of the keys so far."""
-        # Both answer in the order of asking, the registry what the program asks it.
-        for _ in range(3):
-            self.windows(process)
-
     def _programs(self, process):
         (programs,) = self._children([(_REGISTRY, _ROOT)])
         return [program for program in programs if self.bus.process_of(program[0]) == process]
