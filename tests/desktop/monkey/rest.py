@@ -4,6 +4,7 @@ import contextlib
 import os
 import subprocess
 
+from gi.repository import GLib
 from virtualdesktop import Window, wait_until
 from virtualdesktop.screen import VANISHED
 
@@ -52,8 +53,14 @@ class Rest:
         """What was asked for last may still open while the first windows are closed."""
         def rests():
             self._close_everything()
-            self._settle()
-            return not self._world.windows()
+            try:
+                self._settle()
+            except GLib.Error:
+                wait_until(lambda: self._program.process.poll() is not None,
+                           "the program does not answer")
+            lives = self._world.lives
+            self._world.check_life()
+            return lives == self._world.lives and not self._world.windows()
 
         wait_until(rests, lambda: f"windows keep opening: {self._titles()}")
 
