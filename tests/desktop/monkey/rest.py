@@ -104,15 +104,20 @@ class Rest:
         """What the settings window shows is what it stores."""
         self._program.tray().menu.click("Settings…")
         settings = Window(self._program, "Quillbar Settings")
+        # The file may still wait for what could not be saved before.
+        self._save(settings)
         self._repair_hotkeys(settings)
-        before = self._time_of_save()
-        settings.click("push button", "Save")
-        wait_until(lambda: self._time_of_save() != before, "a click on Save stores nothing")
+        self._save(settings)
         buttons = [button.name.partition(_RECORDER) for button in settings.elements("push button")]
         shown = [name for _, recorder, name in buttons if recorder]
         # Rows out of sight do not exist.
         wait_until(lambda: self._world.config()["pinned"][:len(shown)] == shown,
                    lambda: f"{shown} is shown, {self._world.config()} stored")
+
+    def _save(self, settings):
+        before = self._time_of_save()
+        settings.click("push button", "Save")
+        wait_until(lambda: self._time_of_save() != before, "a click on Save stores nothing")
 
     def _time_of_save(self):
         path = self._program.config_path

@@ -120,20 +120,16 @@ bool takeMouse(QWidget const& window)
     auto* const handle = window.windowHandle();
     if (!connection || !handle)
         return false;
-    // Qt takes a refusal for success. So whether the mouse is free is asked first, and nobody may
-    // come in between; a grab of Qt's kind would refuse the one that asks, its own too.
-    xcb_grab_server(connection);
+    // Qt takes a refusal for success, so whether the mouse is free is asked right before, when Qt
+    // does not hold it itself. Holding the server in between would be safer, but would stop the
+    // whole desktop when this process is stopped here.
     handle->setMouseGrabEnabled(false);
     XcbPtr<xcb_grab_pointer_reply_t> const reply { xcb_grab_pointer_reply(connection,
         xcb_grab_pointer(connection, 0, static_cast<xcb_window_t>(handle->winId()), 0,
             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
         nullptr) };
     xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
-    bool const isTaken
-        = reply && reply->status == XCB_GRAB_STATUS_SUCCESS && handle->setMouseGrabEnabled(true);
-    xcb_ungrab_server(connection);
-    xcb_flush(connection);
-    return isTaken;
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS && handle->setMouseGrabEnabled(true);
 }
 
 } // namespace quillbar::platform
