@@ -2,11 +2,15 @@
 
 #include <QDBusMetaType>
 
+#include <array>
+
 namespace quillbar::testing {
 
 namespace {
 
 constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+constexpr auto watcherPath = "/StatusNotifierWatcher";
+constexpr std::array heard { "org.kde.StatusNotifierItem", "com.canonical.dbusmenu" };
 
 } // namespace
 
@@ -16,13 +20,17 @@ FakeHost::FakeHost(PrivateBus const& bus, QString const& name)
 {
     qDBusRegisterMetaType<MenuEvent>();
     qDBusRegisterMetaType<QList<MenuEvent>>();
-    connection_.registerVirtualObject("/StatusNotifierWatcher", this);
-    for (auto const* interface : { "org.kde.StatusNotifierItem", "com.canonical.dbusmenu" })
+    connection_.registerVirtualObject(watcherPath, this);
+    for (auto const* interface : heard)
         connection_.connect({}, {}, interface, {}, this, SLOT(hear(QDBusMessage)));
 }
 
+// The connection is closed on its own thread, later: it must not know this object any more.
 FakeHost::~FakeHost()
 {
+    for (auto const* interface : heard)
+        connection_.disconnect({}, {}, interface, {}, this, SLOT(hear(QDBusMessage)));
+    connection_.unregisterObject(watcherPath);
     QDBusConnection::disconnectFromBus(name_);
 }
 
@@ -39,7 +47,7 @@ void FakeHost::resign()
 void FakeHost::setHasHost(bool hasHost)
 {
     hasHost_ = hasHost;
-    connection_.send(QDBusMessage::createSignal("/StatusNotifierWatcher", watcherName,
+    connection_.send(QDBusMessage::createSignal(watcherPath, watcherName,
         hasHost ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered"));
 }
 

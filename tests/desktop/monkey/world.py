@@ -182,7 +182,11 @@ class World:
             self.screen.key_up(name)
 
     def restart_window_manager(self):
+        before = self.screen.window_manager_id()
         self.desktop.start(["openbox", "--sm-disable", "--replace"])
+        # One that starts takes the keyboard from the window that opens meanwhile.
+        wait_until(lambda: self.screen.window_manager_id() not in (0, before),
+                   "no window manager follows")
 
     def wait_for_panel(self):
         wait_until(lambda: self.desktop.panel.area(), "the panel does not show")

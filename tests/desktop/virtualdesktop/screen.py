@@ -215,9 +215,14 @@ class Screen:
 
     def window_manager(self):
         """The name of the window manager that runs."""
+        check = self.window_manager_id()
+        return self.title(check) if check else ""
+
+    def window_manager_id(self):
+        """The window that tells the window managers apart; 0 without any."""
         check = self.root.get_full_property(
             self.display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
-        return self.title(check.value[0]) if check else ""
+        return check.value[0] if check else 0
 
     def area(self, window_id):
         """Where the inside of a window is: (x, y, width, height)."""
