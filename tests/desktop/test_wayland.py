@@ -1,5 +1,6 @@
 """A Wayland session: the host draws the menu, the desktop's portal has the hotkeys."""
 
+import contextlib
 import os
 
 import pytest
@@ -7,6 +8,7 @@ from gi.repository import GLib
 from PIL import ImageChops
 from virtualdesktop import Program, wait_until
 from virtualdesktop.portal import Portal
+from virtualdesktop.waiting import NeverHappened
 from virtualdesktop.wayland import WaylandDesktop
 
 APPLICATION = ("com.quillbar.Quillbar", "/com/quillbar/Quillbar", "org.freedesktop.Application")
@@ -60,13 +62,20 @@ def changed_part(before, after):
     return 1 - same / (before.width * before.height)
 
 
+def open_menu_of_host(desktop, button):
+    """The bar drops a click while it reads the menu: then one clicks again."""
+    for _ in range(3):
+        desktop.panel.click_icon(button)
+        with contextlib.suppress(NeverHappened):
+            return wait_until(lambda: first_badge(desktop.screen.settled_picture()), patience=15)
+    raise NeverHappened("no menu comes")
+
+
 def test_the_host_opens_the_menu_on_either_button(program):
     start_with(program, "A", "B")
     wait_until(program.desktop.panel.shows_icon, "the icon does not show in the bar")
     for count, button in enumerate((1, 3), start=1):
-        program.desktop.panel.click_icon(button)
-        badge = wait_until(
-            lambda: first_badge(program.desktop.screen.settled_picture()), "no menu comes")
+        badge = open_menu_of_host(program.desktop, button)
         program.desktop.screen.click(*badge)
         program.wait_for_runs(*["A"] * count)
 
