@@ -1,15 +1,14 @@
 #include "platform/linux/tray/LegacyTray.h"
 
+#include "platform/linux/X11Connection.h"
 #include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <QApplication>
 #include <QSystemTrayIcon>
 #include <QWidget>
-#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <chrono>
-#include <string_view>
 #include <utility>
 
 namespace quillbar::platform {
@@ -21,28 +20,12 @@ namespace {
 // A panel that takes both kinds of icons opens for windows first.
 constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
 
-xcb_connection_t* xConnection()
-{
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 == nullptr ? nullptr : x11->connection();
-}
-
-xcb_atom_t existingAtom(xcb_connection_t* connection, std::string_view name)
-{
-    auto const cookie
-        = xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data());
-    XcbPtr<xcb_intern_atom_reply_t> const reply(xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t { XCB_ATOM_NONE };
-}
-
 bool hasTray()
 {
-    auto* connection = xConnection();
+    auto* connection = x11Connection();
     if (connection == nullptr)
         return false;
-    auto const selection = existingAtom(connection, "_NET_SYSTEM_TRAY_S0");
-    if (selection == XCB_ATOM_NONE)
-        return false;
+    static auto const selection = x11Atom(connection, "_NET_SYSTEM_TRAY_S0");
     XcbPtr<xcb_get_selection_owner_reply_t> const reply(xcb_get_selection_owner_reply(
         connection, xcb_get_selection_owner(connection, selection), nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
@@ -92,7 +75,7 @@ void LegacyTray::setWanted(bool isWanted)
         icon_.reset();
         return;
     }
-    if (xConnection() == nullptr)
+    if (x11Connection() == nullptr)
         return;
     makeQtAskForHosts();
     QCoreApplication::instance()->installNativeEventFilter(this);
@@ -118,7 +101,8 @@ bool LegacyTray::nativeEventFilter(QByteArray const& eventType, void* message, q
         return false;
     auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
     // An icon that is there by the time when Qt knows of the tray would ask twice.
-    if (announcement->type == existingAtom(xConnection(), "MANAGER"))
+    static auto const manager = x11Atom(x11Connection(), "MANAGER");
+    if (announcement->type == manager)
         later_.start();
     return false;
 }

@@ -1,14 +1,13 @@
 #include "platform/linux/tray/TrayGround.h"
 
+#include "platform/linux/X11Connection.h"
 #include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <QColor>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QSysInfo>
 #include <QWindow>
 #include <QtEndian>
-#include <xcb/xcb.h>
 
 #include <array>
 #include <utility>
@@ -38,8 +37,8 @@ std::optional<QColor> pixelOf(xcb_connection_t* connection, xcb_window_t window,
 
 std::optional<Ground> groundBehind(QWindow const& window)
 {
-    auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr)
+    auto* const connection = x11Connection();
+    if (connection == nullptr)
         return std::nullopt;
     auto const end = (QSizeF(window.size()) * window.devicePixelRatio()).toSize();
     std::array const corners { QPoint(0, 0), QPoint(end.width() - 1, 0),
@@ -47,8 +46,7 @@ std::optional<Ground> groundBehind(QWindow const& window)
     int brightness = 0;
     for (auto const& corner : corners) {
         constexpr int halfOpaque = 128;
-        auto const pixel
-            = pixelOf(x11->connection(), static_cast<xcb_window_t>(window.winId()), corner);
+        auto const pixel = pixelOf(connection, static_cast<xcb_window_t>(window.winId()), corner);
         if (!pixel || pixel->alpha() < halfOpaque)
             return std::nullopt;
         brightness += qGray(pixel->rgb());

@@ -1,44 +1,23 @@
 #include "platform/linux/views/X11Window.h"
 
+#include "platform/linux/X11Connection.h"
 #include "platform/linux/hotkeys/XcbPtr.h"
 
-#include <QGuiApplication>
 #include <QWindow>
-#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <string_view>
 #include <vector>
 
 namespace quillbar::platform {
-
-namespace {
-
-xcb_connection_t* x11Connection()
-{
-    auto const* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atomNamed(xcb_connection_t* connection, std::string_view name)
-{
-    auto const request
-        = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    XcbPtr<xcb_intern_atom_reply_t> const reply { xcb_intern_atom_reply(
-        connection, request, nullptr) };
-    return reply ? reply->atom : xcb_atom_t { XCB_ATOM_NONE };
-}
-
-} // namespace
 
 bool isTranslucencyPossible()
 {
     auto* const connection = x11Connection();
     if (!connection)
         return true;
-    static auto const atom = atomNamed(connection, "_NET_WM_CM_S0");
+    static auto const atom = x11Atom(connection, "_NET_WM_CM_S0");
     XcbPtr<xcb_get_selection_owner_reply_t> const reply { xcb_get_selection_owner_reply(
         connection, xcb_get_selection_owner(connection, atom), nullptr) };
     return reply && reply->owner != XCB_WINDOW_NONE;
@@ -49,9 +28,9 @@ void skipTaskbar(QWidget const& window)
     auto* const connection = x11Connection();
     if (!connection)
         return;
-    static auto const state = atomNamed(connection, "_NET_WM_STATE");
-    static std::array const skipped { atomNamed(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
-        atomNamed(connection, "_NET_WM_STATE_SKIP_PAGER") };
+    static auto const state = x11Atom(connection, "_NET_WM_STATE");
+    static std::array const skipped { x11Atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
+        x11Atom(connection, "_NET_WM_STATE_SKIP_PAGER") };
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
         static_cast<xcb_window_t>(window.winId()), state, XCB_ATOM_ATOM, 32, skipped.size(),
         skipped.data());
@@ -62,14 +41,13 @@ void requestFrameMargins(QWidget const& window)
     auto* const connection = x11Connection();
     if (!connection)
         return;
-    static auto const atom = atomNamed(connection, "_NET_REQUEST_FRAME_EXTENTS");
+    static auto const atom = x11Atom(connection, "_NET_REQUEST_FRAME_EXTENTS");
     xcb_client_message_event_t request {};
     request.response_type = XCB_CLIENT_MESSAGE;
     request.format = 32;
     request.window = static_cast<xcb_window_t>(window.winId());
     request.type = atom;
-    auto const root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_send_event(connection, 0, root,
+    xcb_send_event(connection, 0, x11RootWindow(connection),
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<char const*>(&request));
     xcb_flush(connection);
@@ -81,7 +59,7 @@ QMargins frameMargins(QWidget const& window)
     auto* const connection = x11Connection();
     if (!connection)
         return {};
-    static auto const atom = atomNamed(connection, "_NET_FRAME_EXTENTS");
+    static auto const atom = x11Atom(connection, "_NET_FRAME_EXTENTS");
     constexpr std::uint32_t sides = 4;
     XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection,
         xcb_get_property(connection, 0, static_cast<xcb_window_t>(window.winId()), atom,
@@ -103,7 +81,7 @@ void requestBlur(QWidget const& window, QRegion const& region)
     auto* const connection = x11Connection();
     if (!connection)
         return;
-    static auto const atom = atomNamed(connection, "_KDE_NET_WM_BLUR_BEHIND_REGION");
+    static auto const atom = x11Atom(connection, "_KDE_NET_WM_BLUR_BEHIND_REGION");
     std::vector<std::uint32_t> data;
     for (auto const& rect : region) {
         for (int const value : { rect.x(), rect.y(), rect.width(), rect.height() })
