@@ -1,4 +1,5 @@
-"""The session's own servers fail: without a bus the program goes on, without a display it ends."""
+"""The session's own servers fail: without a bus the program goes on, without a display it ends, and
+windows come back with the window manager."""
 
 import os
 import re
@@ -93,3 +94,21 @@ def test_without_the_display_it_ends_in_order_and_shortcuts_run_on(program, stat
     assert program.read_config() == before
     assert not program.desktop.runtime_files()
     end_long(program)
+
+
+@pytest.mark.parametrize("title", ["Quillbar", "Quillbar Settings"])
+def test_a_window_that_waits_for_a_dying_window_manager_comes_with_the_next(program, title):
+    tray = start(program)
+    screen = program.desktop.screen
+    with program.desktop.dying_window_manager():
+        tray.menu.click({"Quillbar": "Type to Jump…", "Quillbar Settings": "Settings…"}[title])
+        # One that no window manager has taken is the root's own child.
+        wait_until(lambda: title in [screen.title(child.id)
+                                     for child in screen.root.query_tree().children],
+                   "the window is not made")
+        tray.menu.revision()
+    window = Window(program, title)
+    x, _, width, _ = window.area()
+    assert abs(x + width / 2 - screen.root.get_geometry().width / 2) <= 1
+    screen.press("Escape")
+    window.wait_closed()

@@ -116,9 +116,16 @@ class World:
             return
         assert status == 0, f"the program ended with {status}: {self.program.take_output()}"
         self.note("quit")
+        self._end_launches()
         self.lives += 1
         self.end_troubles()
         self.tray = self.program.start()
+
+    def _end_launches(self):
+        """One that came too late to be the second is the program by now."""
+        for launch in self.launches:
+            self.desktop.processes.end(launch)
+        self.launches.clear()
 
     def check_silence(self):
         # The tool's own words are not the program's.

@@ -93,6 +93,14 @@ class VirtualDesktop:
         finally:
             self._bus_daemon.send_signal(signal.SIGCONT)
 
+    @contextlib.contextmanager
+    def dying_window_manager(self):
+        """It does nothing for the block, then dies, and another one follows."""
+        self._window_manager.send_signal(signal.SIGSTOP)
+        yield
+        self.processes.end(self._window_manager, signal.SIGKILL)
+        self._start_window_manager()
+
     def runtime_files(self):
         """What the program has put into the session's runtime folder."""
         return [name for name in os.listdir(self.environment["XDG_RUNTIME_DIR"])
@@ -115,7 +123,10 @@ class VirtualDesktop:
     def _start_screen(self):
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        self.start(["openbox", "--sm-disable"])
+        self._start_window_manager()
+
+    def _start_window_manager(self):
+        self._window_manager = self.start(["openbox", "--sm-disable"])
 
     def _start_panel(self):
         self.panel = Panel(self)

@@ -2,16 +2,13 @@
 
 #include "platform/Application.h"
 #include "platform/linux/UserTime.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/system/WindowManagerWatch.h"
 
 #include <QApplication>
 #include <QPointer>
 #include <QWidget>
 #include <QWindow>
-#include <xcb/xcb.h>
-
-#include <cstdlib>
-#include <memory>
-#include <string_view>
 
 namespace quillbar::platform {
 
@@ -43,25 +40,6 @@ QWindow* frontWindow()
     return nullptr;
 }
 
-xcb_connection_t* xConnection()
-{
-    auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
-xcb_atom_t activeWindowAtom(xcb_connection_t* connection)
-{
-    static xcb_atom_t const atom = [connection] {
-        constexpr std::string_view name = "_NET_ACTIVE_WINDOW";
-        auto const cookie = xcb_intern_atom(connection, 0, name.size(), name.data());
-        std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> const reply {
-            xcb_intern_atom_reply(connection, cookie, nullptr), &std::free
-        };
-        return reply ? reply->atom : xcb_atom_t { XCB_ATOM_NONE };
-    }();
-    return atom;
-}
-
 // Qt would send the time of the last event in its own windows, and window managers that guard
 // against stolen focus take that for an old wish when a hotkey or the tray asks.
 void sendActivation(xcb_connection_t* connection, QWindow& window)
@@ -70,12 +48,12 @@ void sendActivation(xcb_connection_t* connection, QWindow& window)
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = static_cast<xcb_window_t>(window.winId());
-    event.type = activeWindowAtom(connection);
+    static auto const activeWindow = x11Atom(connection, "_NET_ACTIVE_WINDOW");
+    event.type = activeWindow;
     constexpr std::uint32_t fromPerson = 2;
     event.data.data32[0] = fromPerson;
     event.data.data32[1] = userTime();
-    auto const root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_send_event(connection, 0, root,
+    xcb_send_event(connection, 0, x11RootWindow(connection),
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<char const*>(&event));
     xcb_flush(connection);
@@ -90,10 +68,11 @@ bool isWaylandSession()
 
 void activateWindow(QWindow& window)
 {
+    WindowManagerWatch::install();
     lastActivated() = &window;
     lastActivationTime() = userTime();
     window.raise();
-    if (auto* const connection = xConnection())
+    if (auto* const connection = x11Connection())
         sendActivation(connection, window);
     else
         window.requestActivate();

@@ -1,0 +1,88 @@
+#include "platform/linux/system/WindowManagerWatch.h"
+
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/hotkeys/XcbPtr.h"
+#include "platform/linux/system/WindowActivation.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+#include <array>
+
+namespace quillbar::platform {
+
+namespace {
+
+xcb_window_t idOf(QWindow const& window)
+{
+    return static_cast<xcb_window_t>(window.winId());
+}
+
+bool isOnScreen(xcb_connection_t* connection, QWindow const& window)
+{
+    XcbPtr<xcb_get_window_attributes_reply_t> const reply { xcb_get_window_attributes_reply(
+        connection, xcb_get_window_attributes(connection, idOf(window)), nullptr) };
+    return !reply || reply->map_state != XCB_MAP_STATE_UNMAPPED;
+}
+
+// The place, too, is something that only a window manager gives.
+void showAgain(xcb_connection_t* connection, QWindow const& window)
+{
+    // Where a screen begins is told in its own pixels, whatever the scale.
+    auto const screen = window.screen()->geometry().topLeft();
+    auto const place = screen + QPointF(window.position() - screen) * window.devicePixelRatio();
+    std::array const coordinates { static_cast<std::uint32_t>(qRound(place.x())),
+        static_cast<std::uint32_t>(qRound(place.y())) };
+    xcb_configure_window(
+        connection, idOf(window), XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, coordinates.data());
+    xcb_map_window(connection, idOf(window));
+}
+
+void showHiddenWindows()
+{
+    auto* const connection = x11Connection();
+    for (auto const* const widget : QApplication::topLevelWidgets()) {
+        auto* const window = widget->windowHandle();
+        if (!window || !window->isVisible() || isOnScreen(connection, *window))
+            continue;
+        showAgain(connection, *window);
+        activateWindow(*window);
+    }
+}
+
+} // namespace
+
+void WindowManagerWatch::install()
+{
+    static QPointer<WindowManagerWatch> installed;
+    if (!installed && x11Connection())
+        installed = new WindowManagerWatch(qApp);
+}
+
+WindowManagerWatch::WindowManagerWatch(QObject* application)
+    : QObject(application)
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+// A window manager that starts tells of itself in this property of the root window.
+bool WindowManagerWatch::nativeEventFilter(
+    QByteArray const& eventType, void* message, qintptr* /*result*/)
+{
+    constexpr int sentBySomebody = 0x80;
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    auto const* const event = static_cast<xcb_generic_event_t const*>(message);
+    if ((event->response_type & ~sentBySomebody) != XCB_PROPERTY_NOTIFY)
+        return false;
+    auto const* const change = reinterpret_cast<xcb_property_notify_event_t const*>(event);
+    static auto const managerWindow = x11Atom(x11Connection(), "_NET_SUPPORTING_WM_CHECK");
+    if (change->atom == managerWindow && change->state == XCB_PROPERTY_NEW_VALUE)
+        showHiddenWindows();
+    return false;
+}
+
+} // namespace quillbar::platform
