@@ -119,7 +119,21 @@ class World:
         self._end_launches()
         self.lives += 1
         self.end_troubles()
-        self.tray = self.program.start()
+        self._start_again()
+
+    def _start_again(self):
+        self.program.launch()
+        self.tray = self.program.tray()
+
+        def started():
+            if self.tray.menu.is_filled():
+                return True
+            # The question about pins that are gone comes before the menu.
+            for window in self.windows():
+                self.ask_to_close(window[0])
+            return False
+
+        wait_until(started, "the menu never comes")
 
     def _end_launches(self):
         """One that came too late to be the second is the program by now."""
