@@ -142,9 +142,9 @@ class World:
         self.launches.clear()
 
     def check_silence(self):
-        # The tool's own words are not the program's.
+        # The tool's own words are not the program's, nor are those of a shell whose script is gone.
         output = [line for line in self.program.take_output().splitlines()
-                  if not line.startswith("/proc/self/cwd/shortcuts:")]
+                  if "/proc/self/cwd/shortcuts" not in line]
         assert not output, f"the program writes: {output}"
 
     def config(self):

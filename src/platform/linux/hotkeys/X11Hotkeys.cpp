@@ -85,7 +85,8 @@ Token X11Hotkeys::claim(
     auto claim = makeClaim(keyCode, modifiers, id);
     auto const grabs = grabsOf(claim);
     auto const isOurs = [this](Grab const& grab) { return claimOf(grab.keycode, grab.mask); };
-    if (grabs.empty() || std::any_of(grabs.begin(), grabs.end(), isOurs) || !grab(claim))
+    if (grabs.empty() || std::any_of(grabs.begin(), grabs.end(), isOurs)
+        || !(takeOverReleased(claim) || grab(claim)))
         return {};
     claim.isHeld = true;
     auto const number = nextNumber_++;
@@ -103,10 +104,34 @@ void X11Hotkeys::regainLost()
         claim.isHeld = claim.isHeld || grab(claim);
 }
 
+/// Hotkeys are often given back and claimed anew one after the other, and a press in between would
+/// be lost: the server is told of the outcome only.
 void X11Hotkeys::release(std::uint64_t number)
 {
-    auto const claim = claims_.extract(number);
-    ungrab(claim.mapped());
+    auto claim = claims_.extract(number);
+    if (!claim.mapped().isHeld)
+        return;
+    if (released_.empty())
+        QMetaObject::invokeMethod(
+            &readable_, [this] { giveBackReleased(); }, Qt::QueuedConnection);
+    released_.push_back(std::move(claim.mapped()));
+}
+
+bool X11Hotkeys::takeOverReleased(Claim const& claim)
+{
+    return std::erase_if(released_, [&](Claim const& released) {
+        return released.keycodes == claim.keycodes && released.modifiers == claim.modifiers;
+    }) > 0;
+}
+
+void X11Hotkeys::giveBackReleased()
+{
+    for (auto const& claim : std::exchange(released_, {})) {
+        for (auto const& [keycode, mask] : grabsOf(claim)) {
+            if (!claimOf(keycode, mask))
+                xcb_ungrab_key(connection_.get(), keycode, root_, mask);
+        }
+    }
     xcb_flush(connection_.get());
 }
 
@@ -304,6 +329,7 @@ void X11Hotkeys::followKeyboard()
     setAsideEvents();
     if (bits == bits_)
         return;
+    giveBackReleased();
     for (auto& [number, claim] : claims_) {
         ungrab(claim);
         claim.isHeld = false;

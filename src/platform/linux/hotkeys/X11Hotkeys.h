@@ -75,6 +75,8 @@ private:
     void ungrab(Claim const& claim);
     void regainLost();
     void release(std::uint64_t number);
+    [[nodiscard]] bool takeOverReleased(Claim const& claim);
+    void giveBackReleased();
     [[nodiscard]] Claim const* claimOf(xcb_keycode_t keycode, std::uint16_t mask) const;
 
     void setAsideEvents();
@@ -97,6 +99,8 @@ private:
     ModifierBits bits_;
     std::map<std::uint64_t, Claim> claims_;
     std::uint64_t nextNumber_ = 1;
+    /// Grabs that nobody claims any more, until the main queue's next turn.
+    std::vector<Claim> released_;
     std::deque<XcbPtr<xcb_generic_event_t>> setAside_;
     std::set<xcb_keycode_t> held_;
     xcb_keycode_t grabbingKey_ = 0;

@@ -14,12 +14,14 @@ namespace quillbar::platform {
 std::vector<std::optional<HotkeyObstacle>> X11Hotkeys::obstacles(
     std::vector<KeyCombination> const& combinations)
 {
-    regainLost();
+    giveBackReleased();
     Claim const bareSuper { { bits_.superKeys.begin(), bits_.superKeys.end() }, 0, 0 };
     std::vector<Claim> tried { bareSuper };
     for (auto const& [keyCode, modifiers] : combinations)
         tried.push_back(makeClaim(keyCode, modifiers, 0));
     auto const isRefused = tryGrabs(tried);
+    // What is told to be free must not be lost any more.
+    regainLost();
 
     std::vector<std::optional<HotkeyObstacle>> found;
     for (std::size_t index = 0; index < combinations.size(); ++index) {

@@ -28,12 +28,16 @@ bool isOnScreen(xcb_connection_t* connection, QWindow const& window)
     return !reply || reply->map_state != XCB_MAP_STATE_UNMAPPED;
 }
 
-// The place, too, is something that only a window manager gives.
+// The place, too, is something that only a window manager gives; Qt may have taken over by now
+// where the window was left.
 void showAgain(xcb_connection_t* connection, QWindow const& window)
 {
+    auto const* const screen = window.screen();
+    QRect centered({}, window.size());
+    centered.moveCenter(screen->availableGeometry().center());
     // Where a screen begins is told in its own pixels, whatever the scale.
-    auto const screen = window.screen()->geometry().topLeft();
-    auto const place = screen + QPointF(window.position() - screen) * window.devicePixelRatio();
+    auto const origin = screen->geometry().topLeft();
+    auto const place = origin + QPointF(centered.topLeft() - origin) * window.devicePixelRatio();
     std::array const coordinates { static_cast<std::uint32_t>(qRound(place.x())),
         static_cast<std::uint32_t>(qRound(place.y())) };
     xcb_configure_window(
