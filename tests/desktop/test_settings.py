@@ -81,9 +81,11 @@ def test_pins_are_stored_at_once_and_the_rest_with_save(program):
     wait_config(program, "pinned", ["Alpha", "Yak"])
     wait_until(lambda: available(settings) == ["Zebra"])
 
-    settings.click("check box", "Start Quillbar at login")
-    settings.click("check box", "Login for Alpha")
-    settings.wait_for("check box", "Login for Alpha", "goes on", lambda box: box.checked)
+    # One after the other: the window manager holds each press for a moment, and the next click would
+    # move the mouse before the button is let go.
+    for box in ["Start Quillbar at login", "Login for Alpha"]:
+        settings.click("check box", box)
+        settings.wait_for("check box", box, "goes on", lambda found: found.checked)
     assert not program.read_config()["launchAtLoginShortcuts"]
     settings.click("push button", "Save")
     wait_config(program, "launchAtLoginShortcuts", {"Alpha": True})
