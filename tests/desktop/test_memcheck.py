@@ -42,7 +42,8 @@ def _live(program):
     wait_until(program.desktop.panel.shows_icon, "the icon does not show in the panel")
     # Once only: so slow a program would answer a second click, too.
     program.desktop.panel.click_icon()
-    wait_until(lambda: not program.desktop.screen.is_pointer_free(), "a click opens no menu")
+    wait_until(program.large_windows, "a click opens no menu")
+    wait_until(lambda: not program.desktop.screen.is_pointer_free(), "the menu gets no mouse")
     program.desktop.screen.press("1")
     program.wait_for_runs("A")
     menu.click("Broken")
