@@ -143,8 +143,9 @@ class Rest:
         rows = {name: None for name in pinned}
 
         def complete():
-            # A row's hotkey follows its name.
-            shown = {row.title.partition("  (")[0]: row.id for row in menu.rows(images=False)}
+            # A row's hotkey follows its name, which is isolated then when it goes right to left.
+            shown = {row.title.partition("  (")[0].strip("\u2068\u2069"): row.id
+                     for row in menu.rows(images=False)}
             rows.update({name: shown.get(name) for name in rows})
             return None not in rows.values()
 
