@@ -50,7 +50,9 @@ void showHiddenWindows()
     auto* const connection = x11Connection();
     for (auto const* const widget : QApplication::topLevelWidgets()) {
         auto* const window = widget->windowHandle();
-        if (!window || !window->isVisible() || isOnScreen(connection, *window))
+        // An icon in a tray, for one, is none of the window manager's.
+        if (!window || !window->isVisible() || window->flags() & Qt::BypassWindowManagerHint
+            || isOnScreen(connection, *window))
             continue;
         showAgain(connection, *window);
         activateWindow(*window);
