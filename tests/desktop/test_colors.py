@@ -68,6 +68,7 @@ def test_without_a_portal_the_name_of_the_gtk_theme_tells(program):
 
 def test_under_kde_windows_have_the_persons_colours(program):
     with open(os.path.join(program.config_home, "kdeglobals"), "w", encoding="utf-8") as file:
-        file.write("[Colors:Window]\nBackgroundNormal=120,60,90\n")
+        file.write("[Colors:Window]\nBackgroundNormal=120,60,90\n"
+                   "[Colors:Button]\nBackgroundNormal=120,60,90\n")
     about = open_about(program, XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5")
     wait_until(lambda: ground(about) == 90, lambda: f"the window has {ground(about)}")

@@ -58,8 +58,8 @@ public:
     {
         QProxyStyle::polish(palette);
         constexpr double share = 0.5;
-        palette.setColor(
-            QPalette::PlaceholderText, faded(palette.color(QPalette::Active, QPalette::Text), share));
+        palette.setColor(QPalette::PlaceholderText,
+            faded(palette.color(QPalette::Active, QPalette::Text), share));
     }
 };
 

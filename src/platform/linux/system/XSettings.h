@@ -2,7 +2,6 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QByteArray>
-
 #include <xcb/xcb.h>
 
 #include <functional>
