@@ -70,8 +70,7 @@ public:
     std::function<void()> onMenuOpen;
     void userOpenedMenu();
 
-    /// Called when the person asks for the menu where neither this program nor the panel can show
-    /// it.
+    /// Called when the person asks for the menu where nothing can show it.
     std::function<void()> onMenuMissed;
     void userMissedMenu();
 

@@ -46,7 +46,7 @@ QByteArray textIn(QByteArray const& settings, QByteArray const& wanted)
         in >> serial >> value;
         if (kind == Kind::Color)
             in.skipRawData(4);
-        auto const text = kind == Kind::Text ? padded(in, value) : QByteArray();
+        auto text = kind == Kind::Text ? padded(in, value) : QByteArray();
         if (name == wanted)
             return text;
     }
