@@ -67,10 +67,10 @@ std::string nameOf(MenuItem const& item, int parent)
     return name + (item.representedObject ? "= " + *item.representedObject : "- " + item.title);
 }
 
-// Not every host scales icons: mate-panel shows each of their pixels as one of the screen's.
 QByteArray pngOf(Image const& image)
 {
-    // A session may have no screen for a while.
+    // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
+    // session may have no screen for a while.
     auto const* const screen = QGuiApplication::primaryScreen();
     return encodePng(renderImage(image,
         { .symbolSize = { 16, 16 },
