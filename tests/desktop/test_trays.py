@@ -113,5 +113,5 @@ def test_without_any_tray_the_program_says_so_and_stays_reachable(program):
     assert shown["summary"] == "Quillbar is running"
     assert shown["body"] == (
         "This desktop shows no tray icons. Press ⌥⌘T to jump to any shortcut, or start "
-        "Quillbar again to open its settings.")
+        "Quillbar again to open its settings; Ctrl+Q in its windows quits it.")
     assert not shown["hints"].get("transient")
