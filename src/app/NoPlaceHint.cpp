@@ -16,6 +16,7 @@ namespace quillbar {
 
 namespace {
 
+using platform::HotkeyObstacle;
 using platform::NotificationAuthorization;
 
 /// Whether this is the first time; notes that it has been. Where nothing can be noted, every time
@@ -43,11 +44,11 @@ std::string labelOf(Hotkey const& hotkey)
         : HotkeyRecorder::label(hotkey.keyCode, hotkey.modifiers);
 }
 
-bool works(Hotkey const& hotkey)
+std::optional<HotkeyObstacle> obstacleOf(Hotkey const& hotkey)
 {
-    return !platform::hotkeyObstacles(
+    return platform::hotkeyObstacles(
         { { static_cast<std::uint32_t>(hotkey.keyCode), hotkey.modifiers } })
-                .front();
+        .front();
 }
 
 std::string explanation(Hotkey const& paletteHotkey)
@@ -56,10 +57,12 @@ std::string explanation(Hotkey const& paletteHotkey)
         = "Quillbar again to open its settings; Ctrl+Q in its windows quits it.";
     std::string const text = "This desktop shows no tray icons. ";
     auto const label = labelOf(paletteHotkey);
-    if (works(paletteHotkey))
+    auto const obstacle = obstacleOf(paletteHotkey);
+    if (!obstacle)
         return text + "Press " + label + " to jump to any shortcut, or start " + again;
-    return text + "Start " + again + " " + label + " does not work here. "
-        + platform::hotkeyAlternative();
+    auto const* const verb
+        = obstacle == HotkeyObstacle::CommandKeyTaken ? " may not work" : " does not work";
+    return text + "Start " + again + " " + label + verb + " here. " + platform::hotkeyAlternative();
 }
 
 } // namespace

@@ -190,8 +190,8 @@ TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
 TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWay)
 {
     headless::setNotificationAuthorization(platform::NotificationAuthorization::Denied);
-    headless::setHotkeyObstacle({ 17, platform::commandKey | platform::optionKey },
-        platform::HotkeyObstacle::NoService);
+    headless::setHotkeyObstacle(
+        { 17, platform::commandKey | platform::optionKey }, platform::HotkeyObstacle::NoService);
     start(settled({ "A" }));
     headless::statusItem()->systemFoundNoPlace();
     headless::runPosted();
