@@ -180,8 +180,9 @@ std::optional<std::vector<std::string>> AppDelegate::listAtStart()
 
 void AppDelegate::explainThatThereIsNoPlace() const
 {
-    auto const hotkey = config_.menuHotkeyEff();
-    tellOnceThatThereIsNoPlace(menuHotkeyID_ == 0 ? std::nullopt : std::optional(hotkey));
+    // One that is free is not yet claimed for that.
+    hotkeyManager().retryRefused();
+    tellOnceThatThereIsNoPlace(config_.menuHotkeyEff());
 }
 
 platform::StatusItem& AppDelegate::existingStatusItem() const

@@ -107,6 +107,9 @@ public:
     {
         using Instance = DesktopApplication::Instance;
         DesktopApplication::claimName([this](Instance instance) {
+            // A command to quit that started this process must not use up the welcome.
+            if (isTerminating())
+                return;
             if (instance == Instance::First)
                 launch();
             else
