@@ -43,6 +43,7 @@ void AppDelegate::applicationDidFinishLaunching()
     statusItem_->onNoPlace
         = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
     statusItem_->onMenuOpen = weakly(*this, [](AppDelegate& self) { self.menuOpened(); });
+    statusItem_->onMenuMissed = weakly(*this, [](AppDelegate& self) { self.openPalette(); });
     updateIcon();
     cleanupStalePins();
     finishLaunching();
