@@ -76,8 +76,9 @@ void Catalogue::add(std::vector<Shortcut> found)
     }
     // Names that an earlier folder has already stay with it.
     std::ranges::inplace_merge(shortcuts_, shortcuts_.begin() + earlier, {}, &Shortcut::name);
-    auto const hidden = std::ranges::unique(shortcuts_, {}, &Shortcut::name);
-    shortcuts_.erase(hidden.begin(), hidden.end());
+    auto const hidden = std::unique(shortcuts_.begin(), shortcuts_.end(),
+        [](auto const& left, auto const& right) { return left.name == right.name; });
+    shortcuts_.erase(hidden, shortcuts_.end());
 }
 
 Shortcut const* Catalogue::find(std::string_view name) const
