@@ -22,6 +22,7 @@ template <typename Element> void append(std::vector<Element>& target, std::vecto
 void settleNames(std::vector<Shortcut>& shortcuts)
 {
     std::vector<Shortcut*> unsettled;
+    unsettled.reserve(shortcuts.size());
     for (auto& shortcut : shortcuts)
         unsettled.push_back(&shortcut);
     // By name, the one that has it so far; null when several had it, which all changed theirs.
