@@ -46,8 +46,8 @@ TEST_F(SettingsHotkeyMarks, Marks_areAskedForAnew)
     KeyCombination const quickOpen { 17, 0x900 };
     window().userChangedKey(false);
     std::function<void()> const causes[] = { [] { headless::tellHotkeyObstacleObservers(); },
-        [this] { window().userChangedKey(true); }, [this] { save(); },
-        [this] { click(find("B")); }, [this] { click(removeButton(0)); } };
+        [this] { window().userChangedKey(true); }, [this] { save(); }, [this] { click(find("B")); },
+        [this] { click(removeButton(0)); } };
     std::optional<HotkeyObstacle> obstacle;
     for (auto const& cause : causes) {
         obstacle = obstacle ? std::nullopt : std::optional(HotkeyObstacle::Taken);
