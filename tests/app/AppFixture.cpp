@@ -61,7 +61,7 @@ platform::MenuItem const& AppFixture::item(std::string const& title) const
 
 platform::StatusButton const& AppFixture::button() const
 {
-    return *record.statusItem->button();
+    return record.statusItem->button();
 }
 
 Names AppFixture::runNames() const

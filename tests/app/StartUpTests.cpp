@@ -173,7 +173,7 @@ TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
     record.notificationAuthorization = platform::NotificationAuthorization::Authorized;
     for (int run = 0; run < 2; ++run) {
         start(settled({ "A" }));
-        record.statusItem->systemFoundNoPlace();
+        record.statusItem->systemReportedUnavailable("No icons.");
         headless::runPosted();
         app.reset();
     }
@@ -190,12 +190,11 @@ TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWay)
     record.hotkeyObstacles[{ 17, platform::commandKey | platform::optionKey }]
         = platform::HotkeyObstacle::NoService;
     start(settled({ "A" }));
-    record.statusItem->systemFoundNoPlace();
+    record.statusItem->systemReportedUnavailable("No icons.");
     headless::runPosted();
     ASSERT_THAT(record.shownAlerts, testing::SizeIs(1));
     EXPECT_EQ(record.shownAlerts.front().informativeText,
-        "This desktop shows no tray icons. Start Quillbar again to open its settings; Ctrl+Q in "
-        "its windows quits it. ⌥⌘T does not work here. Use the menu instead.");
+        "No icons. ⌥⌘T: It does not work.\nUse the menu instead.");
 }
 
 } // namespace

@@ -33,8 +33,8 @@ protected:
     {
         host.becomeWatcher();
         item = std::make_unique<StatusItem>();
-        item->button()->setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
-        item->button()->setToolTip("Quillbar · ⌥⌘T");
+        item->button().setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
+        item->button().setToolTip("Quillbar · ⌥⌘T");
         ASSERT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
     }
 
@@ -80,18 +80,18 @@ TEST_F(TrayBusTest, PulseSwitchesTheIconAndBack)
 {
     auto const shown = [this] { return host.property("IconName").toString(); };
     EXPECT_EQ(shown(), "quillbar-heart-fill-symbolic");
-    item->button()->setAlpha(0.35);
+    item->button().setAlpha(0.35);
     EXPECT_EQ(shown(), "quillbar-heart-fill-dim35-symbolic");
-    item->button()->setAlpha(1);
-    item->button()->setContentTintColor(Color(Rgba { .red = 1 }));
+    item->button().setAlpha(1);
+    item->button().setContentTintColor(Color(Rgba { .red = 1 }));
     EXPECT_EQ(shown(), "quillbar-heart-fill-ff0000");
-    item->button()->setAlpha(0.35);
+    item->button().setAlpha(0.35);
     EXPECT_TRUE(waitUntil([&] { return shown() == "quillbar-heart-fill-dim35-ff0000"; }));
     auto const file
         = host.property("IconThemePath").toString() + "/quillbar-heart-fill-dim35-ff0000.svg";
     EXPECT_TRUE(QFile::exists(file));
-    item->button()->setAlpha(1);
-    item->button()->setContentTintColor({});
+    item->button().setAlpha(1);
+    item->button().setContentTintColor({});
     EXPECT_EQ(shown(), "quillbar-heart-fill-symbolic");
     EXPECT_GE(host.signalNames.count("NewIcon"), 5);
 }

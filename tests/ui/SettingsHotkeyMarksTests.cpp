@@ -16,10 +16,9 @@ TEST_F(SettingsHotkeyMarks, HotkeyTheRecorderShows_isNamedForEyesAndEars)
     config.shortcutHotkeys = { { { "A", { 7, controlKey } }, { "B", { 8, controlKey } } } };
     open(config);
     auto const recorder = find<HotkeyRecorder>("Hotkey for A");
-    EXPECT_EQ(recorder->toolTip(),
-        "keys 4096+7\nThis session offers no global hotkeys.\nUse the menu instead.");
+    EXPECT_EQ(recorder->toolTip(), "keys 4096+7\nIt does not work.\nUse the menu instead.");
     EXPECT_EQ(recorder->accessibilityDescription(),
-        "⌃·7, keys 4096+7. This session offers no global hotkeys. Use the menu instead.");
+        "⌃·7, keys 4096+7. It does not work. Use the menu instead.");
     EXPECT_EQ(find<HotkeyRecorder>("Hotkey for B")->toolTip(), "keys 4096+8");
     EXPECT_EQ(find<HotkeyRecorder>("Hotkey for C")->toolTip(), "");
     EXPECT_EQ(find<HotkeyRecorder>("Hotkey for C")->accessibilityDescription(), "None");

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/HotkeyObstacles.h"
 #include "platform/LoginEntry.h"
 #include "platform/Notifications.h"
-#include "platform/SystemHotkeys.h"
 #include "platform/view/Alert.h"
 #include "platform/view/StatusItem.h"
 #include "platform/view/Window.h"

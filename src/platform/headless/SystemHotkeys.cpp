@@ -74,9 +74,9 @@ std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinat
     return names;
 }
 
-std::string hotkeyAlternative()
+std::string hotkeyObstacleText(HotkeyObstacle /*obstacle*/)
 {
-    return "Use the menu instead.";
+    return "It does not work.\nUse the menu instead.";
 }
 
 Token observeHotkeyObstacles(std::function<void()> onChange)

@@ -116,11 +116,6 @@ NativeStatusItem* createNativeStatusItem(StatusItem& item)
     return new NativeStatusItem { item };
 }
 
-bool statusItemsHaveButtons()
-{
-    return true;
-}
-
 void syncStatusButton(StatusItem const& /*item*/)
 {
     record().journal.emplace_back("syncStatusButton");

@@ -126,11 +126,24 @@ std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinat
     return names;
 }
 
-std::string hotkeyAlternative()
+std::string hotkeyObstacleText(HotkeyObstacle obstacle)
 {
-    return std::string(
-               "Bind this command in your desktop's settings instead:\ngapplication action ")
-        + applicationId + " palette";
+    switch (obstacle) {
+    case HotkeyObstacle::Taken:
+        return "Another program already uses this combination.";
+    case HotkeyObstacle::NoSuchKey:
+        return "Your keyboard has no such key.";
+    case HotkeyObstacle::CommandKeyTaken:
+        return "Another program holds the Super key and may keep this combination.";
+    case HotkeyObstacle::NoService:
+        return std::string("This session offers no global hotkeys.\n"
+                           "Bind this command in your desktop's settings instead:\n"
+                           "gapplication action ")
+            + applicationId + " palette";
+    case HotkeyObstacle::Declined:
+        return "You declined this combination when the desktop asked.";
+    }
+    return {};
 }
 
 Token observeHotkeyObstacles(std::function<void()> onChange)

@@ -23,6 +23,10 @@ MenuOwner menuOwner()
     return isWaylandSession() ? MenuOwner::Host : MenuOwner::Program;
 }
 
+constexpr auto const* unavailable
+    = "This desktop shows no tray icons. Start Quillbar again to open its settings; Ctrl+Q in its "
+      "windows quits it.";
+
 IconPixmap toPixmap(QImage const& image)
 {
     auto const argb = image.convertToFormat(QImage::Format_ARGB32);
@@ -59,7 +63,7 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
     placeWait_.setInterval(10s);
     QObject::connect(&placeWait_, &QTimer::timeout, &placeWait_, [this] {
         if (!legacyTray_.isShown())
-            item_.systemFoundNoPlace();
+            item_.systemReportedUnavailable(unavailable);
     });
 }
 
@@ -70,7 +74,7 @@ NativeStatusItem::~NativeStatusItem()
 
 void NativeStatusItem::syncFace()
 {
-    if (auto toolTip = toQString(item_.button()->toolTip()); toolTip != toolTip_) {
+    if (auto toolTip = toQString(item_.button().toolTip()); toolTip != toolTip_) {
         toolTip_ = std::move(toolTip);
         notifier_.emitNewToolTip();
         legacyTray_.update();
@@ -107,7 +111,7 @@ StatusNotifierFace NativeStatusItem::notifierFace()
 
 IconLook NativeStatusItem::wantedLook() const
 {
-    auto const& button = *item_.button();
+    auto const& button = item_.button();
     IconLook look;
     look.alpha = button.alpha();
     if (button.image()) {
@@ -131,7 +135,7 @@ void NativeStatusItem::show(IconLook const& look)
 
 QImage NativeStatusItem::rendered(int side, int edge, Ground ground) const
 {
-    auto const& image = item_.button()->image();
+    auto const& image = item_.button().image();
     QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     if (!image)
@@ -201,11 +205,6 @@ void NativeStatusItemDeleter::operator()(NativeStatusItem* native) const
 NativeStatusItem* createNativeStatusItem(StatusItem& item)
 {
     return new NativeStatusItem(item, QDBusConnection::sessionBus());
-}
-
-bool statusItemsHaveButtons()
-{
-    return true;
 }
 
 void syncStatusButton(StatusItem const& item)
