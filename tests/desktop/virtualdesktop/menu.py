@@ -11,7 +11,7 @@ _INTERFACE = "com.canonical.dbusmenu"
 @dataclass
 class Row:
     id: int
-    title: str = ""
+    name: str = ""
     separator: bool = False
     enabled: bool = True
     visible: bool = True
@@ -50,12 +50,12 @@ class ExportedMenu:
         """The first row of that title; an error names the rows there are."""
         rows = self.rows(images)
         for row in rows:
-            if row.title == title:
+            if row.name == title:
                 return row
-        raise AssertionError(f"no row {title!r} in {[row.title for row in rows]}")
+        raise AssertionError(f"no row {title!r} in {[row.name for row in rows]}")
 
     def titles(self):
-        return ["---" if row.separator else row.title for row in self.rows(images=False)]
+        return ["---" if row.separator else row.name for row in self.rows(images=False)]
 
     def click(self, title):
         """What a host sends when the person clicks the row."""
@@ -74,7 +74,7 @@ def _row(layout):
     row_id, values, children = layout
     return Row(
         id=row_id,
-        title=plain_text(values.get("label", "")),
+        name=plain_text(values.get("label", "")),
         separator=values.get("type") == "separator",
         enabled=values.get("enabled", True),
         visible=values.get("visible", True),
