@@ -185,10 +185,13 @@ class Monkey:
             self.screen.press("Control", "Alt", letter)
             settings.wait_for("push button", name, "shows what was recorded",
                               lambda found: found.description != "Press keys…")
+        path = self.program.config_path
+        before = os.stat(path).st_mtime_ns
         settings.click("push button", "Save")
+        wait_until(lambda: os.stat(path).st_mtime_ns != before, "a click on Save stores nothing")
         pins = [name.removeprefix(_RECORDER) for name in recorders if name != _PALETTE_RECORDER]
-        wait_until(lambda: self.program.read_config()["pinned"] == pins,
-                   lambda: f"{pins} are shown, {self.program.read_config()} is stored")
+        stored = self.program.read_config()["pinned"]
+        assert stored == pins, f"{pins} are shown, {stored} are stored"
         self.close(settings.id)
         settings.wait_closed()
         return pins

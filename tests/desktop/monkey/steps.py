@@ -1,6 +1,7 @@
 """What the monkey does, by weight: what people do, and what fails around the program."""
 
 import os
+import signal
 import string
 
 from gi.repository import GLib
@@ -127,8 +128,9 @@ def kill_panel(monkey):
 
 @trouble(1, "hung notifications")
 def freeze_notifications(monkey):
-    monkey.desktop.notifications.freeze()
-    return monkey.desktop.notifications.thaw
+    process = monkey.desktop.notifications.process
+    process.send_signal(signal.SIGSTOP)
+    return lambda: process.send_signal(signal.SIGCONT)
 
 
 @trouble(5, "broken tool")

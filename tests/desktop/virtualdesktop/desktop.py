@@ -1,6 +1,5 @@
 """The virtual desktop as a whole."""
 
-import contextlib
 import os
 import shutil
 import signal
@@ -81,25 +80,8 @@ class VirtualDesktop:
 
     def lose_bus(self):
         """The session bus dies, and assistive programs with it."""
-        self.processes.end(self._bus_daemon, signal.SIGKILL)
+        self.processes.end(self.bus_daemon, signal.SIGKILL)
         self.bus = self.accessibility = None
-
-    @contextlib.contextmanager
-    def frozen_bus(self):
-        """The session bus answers nothing for the block."""
-        self._bus_daemon.send_signal(signal.SIGSTOP)
-        try:
-            yield
-        finally:
-            self._bus_daemon.send_signal(signal.SIGCONT)
-
-    @contextlib.contextmanager
-    def dying_window_manager(self):
-        """It does nothing for the block, then dies, and another one follows."""
-        self._window_manager.send_signal(signal.SIGSTOP)
-        yield
-        self.processes.end(self._window_manager, signal.SIGKILL)
-        self._start_window_manager()
 
     def runtime_files(self):
         """What the program has put into the session's runtime folder."""
@@ -109,7 +91,7 @@ class VirtualDesktop:
     def _start(self):
         self.environment = self._base_environment()
         self._start_screen()
-        self._bus_daemon, address = start_bus(
+        self.bus_daemon, address = start_bus(
             self.processes, self.folder, self.environment, self._root)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
@@ -123,10 +105,10 @@ class VirtualDesktop:
     def _start_screen(self):
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        self._start_window_manager()
+        self.start_window_manager()
 
-    def _start_window_manager(self):
-        self._window_manager = self.start(["openbox", "--sm-disable"])
+    def start_window_manager(self):
+        self.window_manager = self.start(["openbox", "--sm-disable"])
 
     def _start_panel(self):
         self.panel = Panel(self)

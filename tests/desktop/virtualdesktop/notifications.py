@@ -2,7 +2,6 @@
 
 import json
 import os
-import signal
 import sys
 
 from .waiting import wait_until
@@ -14,24 +13,17 @@ class Notifications:
     def __init__(self, desktop):
         self._desktop = desktop
         self._path = os.path.join(desktop.folder, "notifications.jsonl")
-        self._process = None
+        self.process = None
 
     def start(self, *capabilities):
         service = os.path.join(os.path.dirname(__file__), "notification_service.py")
-        self._process = self._desktop.start(
+        self.process = self._desktop.start(
             [sys.executable, service, self._path, *capabilities], name="notifications")
         wait_until(lambda: self._desktop.bus.owner(NAME), "the notification service did not start")
 
     def stop(self):
-        self._desktop.processes.end(self._process)
+        self._desktop.processes.end(self.process)
         wait_until(lambda: not self._desktop.bus.owner(NAME), "the notification service stayed")
-
-    def freeze(self):
-        """The service keeps its name but answers nothing."""
-        self._process.send_signal(signal.SIGSTOP)
-
-    def thaw(self):
-        self._process.send_signal(signal.SIGCONT)
 
     def shown(self):
         """Everything shown since the start or the last clear(), oldest first."""

@@ -22,13 +22,13 @@ def wait_for_hotkey(program):
 def menu_answers(program, menu):
     """The exported menu is read, and the row that is chosen opens its window."""
     menu.click("About Quillbar")
-    _close(program, "About Quillbar")
+    Window(program, "About Quillbar").dismiss()
 
 
 def hotkey_answers(program):
     """The palette comes by its hotkey, as it is set from the beginning."""
     program.desktop.screen.press("Super", "Alt", "T")
-    _close(program, "Quillbar")
+    Window(program, "Quillbar").dismiss()
 
 
 def own_menu_answers(program):
@@ -88,9 +88,3 @@ def descriptors(program):
     folder = f"/proc/{program.process.pid}/fd"
     targets = [os.readlink(os.path.join(folder, name)) for name in os.listdir(folder)]
     return sorted(target.split(":[")[0] for target in targets if target != _EVENT)
-
-
-def _close(program, title):
-    window = Window(program, title)
-    program.desktop.screen.press("Escape")
-    window.wait_closed()

@@ -1,5 +1,6 @@
 """Processes that never outlive the desktop they were started for."""
 
+import contextlib
 import ctypes
 import os
 import signal
@@ -72,6 +73,16 @@ class Processes:
         mark = f"{_MARKER}={self._identity}".encode()
         return [int(entry) for entry in os.listdir("/proc")
                 if entry.isdigit() and mark in _environment(entry)]
+
+
+@contextlib.contextmanager
+def stopped(process):
+    """It does nothing for the block."""
+    process.send_signal(signal.SIGSTOP)
+    try:
+        yield
+    finally:
+        process.send_signal(signal.SIGCONT)
 
 
 def _environment(process_id):

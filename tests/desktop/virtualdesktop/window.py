@@ -43,6 +43,11 @@ class Window:
     def wait_closed(self):
         wait_until(lambda: not self.is_open(), f"{self.title!r} stays open")
 
+    def dismiss(self):
+        """Closes it by Escape."""
+        self.screen.press("Escape")
+        self.wait_closed()
+
     def elements(self, role=None):
         """What assistive programs are told, outermost first."""
         return self._program.desktop.accessibility.elements(self._program.process.pid, role)
