@@ -223,7 +223,7 @@ def test_it_ends_whatever_is_open_and_lets_go_of_everything(program, bring_about
 def test_it_ends_at_any_point_of_the_start(program):
     """Until it owns its name there is nothing to put in order, and the signal may end it at once."""
     owners, bus = [], program.desktop.bus
-    stop_watching = bus.on_signal(
+    bus.on_signal(
         "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged",
         lambda _path, arguments, _sender: owners.append(arguments[0]))
     started = time.monotonic()
@@ -243,4 +243,3 @@ def test_it_ends_at_any_point_of_the_start(program):
         assert status == 0 or (status == -signal.SIGTERM and NAME not in owners)
         assert program.read_config() == before
         assert not program.desktop.runtime_files()
-    stop_watching()

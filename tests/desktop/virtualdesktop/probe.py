@@ -9,7 +9,6 @@ from Xlib import X
 from .waiting import wait_until
 from .window import Window
 
-
 _EVENT = "anon_inode:[eventfd]"
 
 
@@ -26,9 +25,7 @@ def menu_answers(program, menu):
 
 
 def hotkey_answers(program):
-    """The palette comes by its hotkey, as it is set from the beginning."""
-    program.desktop.screen.press("Super", "Alt", "T")
-    Window(program, "Quillbar").dismiss()
+    program.open_palette().dismiss()
 
 
 def own_menu_answers(program):
@@ -49,8 +46,7 @@ def runs(program, menu, name):
 def palette_runs(program, name):
     """The palette finds a shortcut and runs it once more."""
     before = program.ran()
-    program.desktop.screen.press("Super", "Alt", "T")
-    palette = Window(program, "Quillbar")
+    palette = program.open_palette()
     program.desktop.screen.type(name)
     program.desktop.screen.press("Return")
     palette.wait_closed()

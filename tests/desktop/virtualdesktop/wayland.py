@@ -128,8 +128,7 @@ class Bar:
         return _SIZE[0] - side, (_BAR_HEIGHT - side) // 2, side, side
 
     def click_icon(self, button=1):
-        x, y, width, height = self._icon_area()
-        self._desktop.screen.click(x + width // 2, y + height // 2, button)
+        self._desktop.screen.click_middle(self._icon_area(), button)
 
     def shows_icon(self):
         x, y, width, height = self._icon_area()
