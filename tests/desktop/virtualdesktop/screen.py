@@ -97,10 +97,12 @@ class Screen(Input):
             return bytes(self._property(window, "_NET_WM_NAME")).decode()
         return ""
 
-    def click(self, x, y, button=1):
-        self.point(x, y)
-        self.button(True, button)
-        self.button(False, button)
+    def click(self, x, y, button=1, count=1):
+        xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
+        for _ in range(count):
+            xtest.fake_input(self.display, X.ButtonPress, button)
+            xtest.fake_input(self.display, X.ButtonRelease, button)
+        self.display.sync()
 
     def click_ground(self):
         """Where no window is: in the lower right corner."""
@@ -119,8 +121,8 @@ class Screen(Input):
         xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
         self.display.sync()
 
-    def button(self, is_pressed, number=1):
-        xtest.fake_input(self.display, X.ButtonPress if is_pressed else X.ButtonRelease, number)
+    def button(self, is_pressed):
+        xtest.fake_input(self.display, X.ButtonPress if is_pressed else X.ButtonRelease, 1)
         self.display.sync()
 
     def key_down(self, name):
