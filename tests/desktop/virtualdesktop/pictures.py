@@ -4,6 +4,7 @@ import os
 
 from Xlib import X
 
+from .client import Client
 from .desktop import VirtualDesktop
 from .portal import Portal
 from .program import Program
@@ -52,7 +53,9 @@ def _draw(program, path_of):
     picture_of_menu(program, path_of("menu"))
     picture_of_window(program.open_settings(), path_of("settings"))
     program.stop()
-    _draw_marked_hotkey(program, path_of("marked-hotkey"))
+    with Client(program.desktop) as other:
+        other.grab(KEY["J"], X.ControlMask | X.Mod1Mask)
+        _draw_marked_hotkey(program, path_of("marked-hotkey"))
     palette = program.open_window("Type to Jump…", "Quillbar")
     program.desktop.screen.type("to")
     wait_until(lambda: len(palette.elements("list item")) < len(_PINS), "nothing is found")
@@ -80,9 +83,6 @@ def picture_of_window(window, path):
 def _draw_marked_hotkey(program, path):
     """The row of a hotkey that another program has, with the pointer on its recorder."""
     screen = program.desktop.screen
-    screen.root.grab_key(KEY["J"], X.ControlMask | X.Mod1Mask, False, X.GrabModeAsync,
-                         X.GrabModeAsync)
-    screen.display.sync()
     program.pin(*_PINS, **{**_SETTINGS,
                            "shortcutHotkeys": {**_SETTINGS["shortcutHotkeys"], **_TAKEN}})
     program.start()

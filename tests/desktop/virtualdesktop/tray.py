@@ -29,6 +29,7 @@ class TrayItem:
 class Row:
     id: int
     name: str
+    icon: bytes
 
 
 class ExportedMenu:
@@ -37,11 +38,10 @@ class ExportedMenu:
 
     def rows(self):
         """The rows that are no separators; none until the tool has listed."""
-        # Unpacking the images of thousands takes Python long.
         _, (_, _, children) = self._bus.call(
-            self._name, self._path, _MENU, "GetLayout", "(iias)", 0, -1, ["label"])
-        return [Row(row_id, _plain_text(values["label"])) for row_id, values, _ in children
-                if "label" in values]
+            self._name, self._path, _MENU, "GetLayout", "(iias)", 0, -1, ["label", "icon-data"])
+        return [Row(row_id, _plain_text(values["label"]), bytes(values.get("icon-data", b"")))
+                for row_id, values, _ in children if "label" in values]
 
     def titles(self):
         return [row.name for row in self.rows()]
