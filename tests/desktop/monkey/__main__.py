@@ -33,20 +33,10 @@ def main():
             monkey.note(f"FAILED: {failure!r}")
             desktop.screen.picture().save(f"{options.log}.png")
             raise
-        finally:
-            _tell(monkey)
-    grown = growth(monkey.samples)
-    for line in grown:
-        print(f"grew: {line}", file=sys.stderr)
-    return 1 if grown else 0
-
-
-def _tell(monkey):
-    samples = monkey.samples
-    print(f"{monkey.count} steps, {len(samples)} rests")
-    shown = [samples[place * (len(samples) - 1) // 4] for place in range(5)] if samples else []
-    for name in shown and shown[0]:
-        print(f"{name:>12} " + " ".join(f"{sample[name]:>8}" for sample in shown))
+    for name, last in monkey.samples[-1].items():
+        print(f"{name:>12} {monkey.samples[0][name]:>8} {last:>8}")
+    print(f"{monkey.count} steps; grew: {growth(monkey.samples) or 'nothing'}")
+    return 1 if growth(monkey.samples) else 0
 
 
 if __name__ == "__main__":

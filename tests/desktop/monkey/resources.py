@@ -28,15 +28,15 @@ def measure(desktop, process_id):
 
 
 def growth(samples):
-    """What grew, as one text a resource: the first third of a run warms up, the others compare."""
-    third = len(samples) // 3
-    found = []
-    for name, allowed in ALLOWANCE.items() if third else ():
-        before = statistics.median(sample[name] for sample in samples[third:2 * third])
-        after = statistics.median(sample[name] for sample in samples[-third:])
-        if after > before + allowed:
-            found.append(f"{name}: {before} became {after}")
-    return found
+    """What grew: the first third of a run warms up, the others compare."""
+    third = max(len(samples) // 3, 1)
+
+    def grown(name):
+        before, after = (statistics.median(sample[name] for sample in part)
+                         for part in (samples[third:2 * third] or samples, samples[-third:]))
+        return after > before + ALLOWANCE[name]
+
+    return list(filter(grown, ALLOWANCE))
 
 
 def _own_memory(process_id):

@@ -1,5 +1,7 @@
 """Physical keys, whatever the keyboard layout, and what is done with them and a mouse."""
 
+from .waiting import settled
+
 # X key codes are the kernel's plus 8.
 KEY = {
     "Escape": 9, "1": 10, "2": 11, "3": 12, "4": 13, "5": 14, "6": 15, "7": 16, "8": 17, "9": 18,
@@ -15,7 +17,11 @@ _WRITTEN = {" ": "Space", ",": "Comma", ".": "Period"}
 
 
 class Input:
-    """For what has `key_down(name)`, `key_up(name)` and `click(x, y, button)`."""
+    """For a screen with `picture()`, `key_down(name)`, `key_up(name)` and `click(x, y, button)`."""
+
+    def settled_picture(self):
+        """The whole screen, once two looks at it agree."""
+        return settled(self.picture)
 
     def press(self, *names):
         """Presses keys in order and releases them in reverse."""

@@ -83,10 +83,9 @@ class Program:
         self.write_config({**_SETTLED, "pinned": list(names), **settings})
 
     def write_config(self, config):
-        text = config if isinstance(config, (str, bytes)) else json.dumps(config)
         os.makedirs(os.path.dirname(self.config_path), mode=0o700, exist_ok=True)
-        with open(self.config_path, "wb") as file:
-            file.write(text.encode() if isinstance(text, str) else text)
+        with open(self.config_path, "w", encoding="utf-8") as file:
+            json.dump(config, file)
 
     def read_config(self):
         with open(self.config_path, encoding="utf-8") as file:

@@ -9,7 +9,6 @@ from Xlib.error import BadAccess, CatchError
 from Xlib.ext import xtest
 
 from .input import KEY, Input
-from .waiting import settled
 
 _GROUND = 0x5B7083
 
@@ -36,36 +35,28 @@ class Screen(Input):
         raw = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF)
         return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")
 
-    def settled_picture(self):
-        """The whole screen, once two looks at it agree."""
-        return settled(self.picture)
-
     def windows(self, instance=None, process=None):
         """Shown top-level windows as (id, x, y, width, height), lowest first."""
         shown = []
         for frame in self.root.query_tree().children:
-            with _ignoring_vanished_windows():
-                attributes = frame.get_attributes()
-                if attributes.map_state != X.IsViewable:
-                    continue
-                client = self._client(frame)
+            with contextlib.suppress(*VANISHED):
+                # The program's window is within a window manager's frame.
+                client = next(self._named(frame), frame)
                 if instance and (client.get_wm_class() or [None])[0] != instance:
                     continue
                 if process and process not in self._property(client, "_NET_WM_PID"):
                     continue
-                geometry = frame.get_geometry()
-                shown.append((client.id, geometry.x, geometry.y, geometry.width, geometry.height))
+                if frame.get_attributes().map_state == X.IsViewable:
+                    place = frame.get_geometry()
+                    shown.append((client.id, place.x, place.y, place.width, place.height))
         return shown
 
-    def _client(self, frame):
-        """The program's window within a window manager's frame."""
-        if frame.get_wm_class():
-            return frame
-        for child in frame.query_tree().children:
-            found = self._client(child)
-            if found.get_wm_class():
-                return found
-        return frame
+    def _named(self, window):
+        """Which of the window and those inside it belong to programs, outermost first."""
+        if window.get_wm_class():
+            yield window
+        for child in window.query_tree().children:
+            yield from self._named(child)
 
     def _property(self, window, name):
         """The values of a property, or nothing."""
@@ -74,15 +65,11 @@ class Screen(Input):
 
     def shown_inside(self, window_id, instance):
         """The id of a shown window of that instance within the other, or None."""
-        window = self.display.create_resource_object("window", window_id)
-        with _ignoring_vanished_windows():
-            for child in window.query_tree().children:
-                is_shown = child.get_attributes().map_state == X.IsViewable
-                if is_shown and (child.get_wm_class() or [None])[0] == instance:
-                    return child.id
-                found = self.shown_inside(child.id, instance)
-                if found:
-                    return found
+        with contextlib.suppress(*VANISHED):
+            for window in self._named(self.display.create_resource_object("window", window_id)):
+                is_shown = window.get_attributes().map_state == X.IsViewable
+                if is_shown and window.get_wm_class()[0] == instance:
+                    return window.id
         return None
 
     def selection_owner(self, name):
@@ -93,7 +80,7 @@ class Screen(Input):
     def title(self, window_id):
         """The title; empty for a window that has vanished."""
         window = self.display.create_resource_object("window", window_id)
-        with _ignoring_vanished_windows():
+        with contextlib.suppress(*VANISHED):
             return bytes(self._property(window, "_NET_WM_NAME")).decode()
         return ""
 
@@ -193,7 +180,3 @@ class Screen(Input):
         geometry = window.get_geometry()
         place = self.root.translate_coords(window, 0, 0)
         return place.x, place.y, geometry.width, geometry.height
-
-
-def _ignoring_vanished_windows():
-    return contextlib.suppress(Xlib.error.BadWindow, Xlib.error.BadDrawable)

@@ -12,7 +12,7 @@ from PIL import Image
 
 from .desktop import VirtualDesktop
 from .panel import WATCHER, registered_items
-from .waiting import settled, wait_until
+from .waiting import wait_until
 from .wayland_input import WaylandInput
 
 _SIZE = (1280, 800)
@@ -78,10 +78,6 @@ class Compositor(WaylandInput):
     def picture(self):
         """The pixels of the whole screen."""
         return Image.open(io.BytesIO(self._output("grim", "-t", "ppm", "-")))
-
-    def settled_picture(self):
-        """The whole screen, once two looks at it agree."""
-        return settled(self.picture)
 
     def _sockets(self):
         names = os.listdir(self._folder)
