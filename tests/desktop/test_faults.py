@@ -15,15 +15,64 @@ ACCESSIBILITY = True
 NAME = "com.quillbar.Quillbar"
 POINTS = 24
 RESTARTS = 20
+RUNS = 20
 # How the toolkit says it; Xlib adds where it stood when it noticed first.
 DISPLAY_GONE = re.compile(r"The X11 connection broke.*\n(XIO:.*\n.*\n)?")
 
 
+TOOL = """#!/bin/sh
+if [ "$1" = list ]; then
+{listing}
+else
+echo "$2" >>ran
+{run}
+fi
+"""
+WHOLE = "printf '%s\\n' A B Yak Zebra"
+
+
+def write_tool(program, listing=WHOLE, run="", mode=0o700):
+    """The tool where the program under test looks for it: in the home folder, where it also starts.
+    One that runs cannot be written to."""
+    path = os.path.join(program.home, "shortcuts")
+    with open(f"{path}.new", "w", encoding="utf-8") as file:
+        file.write(TOOL.format(listing=listing, run=run))
+    os.chmod(f"{path}.new", mode)
+    os.rename(f"{path}.new", path)
+
+
 def start(program, *names):
+    write_tool(program)
     program.pin("A", *names)
     tray = program.start()
     probe.wait_for_hotkey(program)
     return tray
+
+
+@contextlib.contextmanager
+def leaving_nothing(program):
+    """What goes on in here leaves no child and no descriptor."""
+    wait_until(program.desktop.panel.shows_icon, "the icon never shows")
+    before = probe.descriptors(program)
+    yield
+    wait_until(lambda: not program.children(), "a child stays")
+    wait_until(lambda: probe.descriptors(program) == before,
+               lambda: f"open before {before}, after {probe.descriptors(program)}")
+
+
+def by_menu(program, menu):
+    probe.menu_answers(program, menu, "A")
+
+
+def by_palette(program, _menu):
+    probe.palette_answers(program, "A")
+
+
+def by_icon(program, _menu):
+    probe.icon_answers(program)
+
+
+EVERY_WAY = [by_menu, by_palette, by_icon]
 
 
 # Faults that pass.
@@ -58,59 +107,119 @@ def stopped_program(program):
     wait_until(program.desktop.screen.is_keyboard_free, "the keyboard is still held")
 
 
-def by_menu(program, menu):
-    probe.menu_answers(program, menu)
-    probe.runs(program, menu, "A")
-
-
-def by_palette(program, _menu):
-    probe.hotkey_answers(program)
-    probe.palette_runs(program, "A")
-
-
-def by_icon(program, _menu):
-    probe.own_menu_answers(program)
-
-
 @pytest.mark.parametrize("fault, ways", [
-    (no_notifications, [by_menu, by_palette, by_icon]),
-    (lambda program: stopped(program.desktop.notifications.process), [by_menu, by_palette, by_icon]),
+    (no_notifications, EVERY_WAY),
+    (lambda program: stopped(program.desktop.notifications.process), EVERY_WAY),
     (no_panel, [by_menu, by_palette]),
     (lambda program: stopped(program.desktop.bus_daemon), [by_palette]),
     (stopped_program, []),
 ], ids=["no notifications", "hung notifications", "no panel", "hung bus", "stopped program"])
 def test_it_answers_meanwhile_and_afterwards(program, fault, ways):
-    desktop = program.desktop
     menu = start(program).menu
-    wait_until(desktop.panel.shows_icon, "the icon never shows")
-    before = probe.descriptors(program)
-    with fault(program):
-        for way in ways:
+    with leaving_nothing(program):
+        with fault(program):
+            for way in ways:
+                way(program, menu)
+        program.desktop.notifications.clear()
+        for way in EVERY_WAY:
             way(program, menu)
-    desktop.notifications.clear()
-    for way in (by_menu, by_palette, by_icon):
-        way(program, menu)
-    wait_until(desktop.notifications.shown, "a run is not reported")
-    wait_until(lambda: probe.descriptors(program) == before,
-               lambda: f"open before {before}, after {probe.descriptors(program)}")
+        wait_until(program.desktop.notifications.shown, "a run is not reported")
 
 
-@pytest.mark.parametrize("row, title", [
-    ("Type to Jump…", "Quillbar"), ("Settings…", "Quillbar Settings")])
-def test_a_window_that_waits_for_a_dying_window_manager_comes_with_the_next(program, row, title):
-    menu, screen = start(program).menu, program.desktop.screen
-    program.desktop.window_manager.send_signal(signal.SIGSTOP)
-    menu.click(row)
-    # One that no window manager has taken is the root's own child.
-    wait_until(lambda: title in [screen.title(child.id)
-                                 for child in screen.root.query_tree().children],
-               "the window is not made")
-    program.desktop.processes.end(program.desktop.window_manager, signal.SIGKILL)
-    program.desktop.start_window_manager()
-    window = Window(program, title)
-    x, _, width, _ = window.area()
-    assert abs(x + width / 2 - screen.root.get_geometry().width / 2) <= 1
-    window.dismiss()
+@contextlib.contextmanager
+def nowhere_to_save(program):
+    """In the folder's place is a file, which stops even root."""
+    folder = os.path.dirname(program.config_path)
+    os.rename(folder, f"{folder}.away")
+    with open(folder, "w", encoding="ascii"):
+        pass
+    yield
+    os.remove(folder)
+    os.rename(f"{folder}.away", folder)
+
+
+def pin(program, name):
+    """Ticks the box of a shortcut, which saves at once, and waits until that is over."""
+    settings = program.open_settings()
+    settings.click("check box", name)
+    settings.element("check box", f"Login for {name}")
+    settings.dismiss()
+
+
+def test_what_cannot_be_saved_is_saved_with_the_next_change_or_at_the_end(program):
+    menu = start(program).menu
+    with nowhere_to_save(program):
+        pin(program, "Yak")
+        by_menu(program, menu)
+        assert "Yak" in menu.titles()
+    assert program.read_config()["pinned"] == ["A"]
+    pin(program, "Zebra")
+    assert program.read_config()["pinned"] == ["A", "Yak", "Zebra"]
+    with nowhere_to_save(program):
+        pin(program, "B")
+    assert program.stop() == 0
+    assert program.read_config()["pinned"] == ["A", "Yak", "Zebra", "B"]
+
+
+# What the settings show as pinned and to pin. Without a whole answer, the pins are what there is.
+@pytest.mark.parametrize("tool, expected", [
+    ({"mode": 0o600}, (["A", "B"], [])),
+    ({"listing": "echo A; echo X; kill -9 $$"}, (["A", "B"], [])),
+    ({"listing": "cat /dev/zero"}, (["A", "B"], [])),
+    # After 10 seconds it is killed.
+    ({"listing": "echo A; sleep 600"}, (["A", "B"], [])),
+    ({"listing": "echo A; echo X; sleep 600 &"}, (["A"], ["X"])),
+])
+def test_nothing_is_concluded_from_a_listing_that_fails(program, tool, expected):
+    menu, before = start(program, "B").menu, program.read_config()
+    with leaving_nothing(program):
+        write_tool(program, **tool)
+        settings = program.open_settings()
+        elements = settings.elements()
+        settings.dismiss()
+        assert expected == (
+            [row.name for row in elements if row.role == "list item"],
+            [box.name for box in elements if box.role == "check box"
+             and not box.name.startswith(("Start ", "Login "))])
+        write_tool(program)
+        by_menu(program, menu)
+    assert program.read_config() == before
+
+
+def test_hotkeys_pressed_while_the_tool_takes_its_time_come_afterwards(program):
+    screen, gate = program.desktop.screen, os.path.join(program.home, "gate")
+    os.mkfifo(gate)
+    start(program)
+    write_tool(program, f"read line <gate; {WHOLE}")
+    # A menu that is just being closed held the keyboard.
+    program.open_own_menu()
+    for key in ["Up"] * 4 + ["Return"]:
+        screen.press(key)
+    wait_until(program.children, "the tool is not asked")
+    wait_until(screen.is_keyboard_free, "the menu's keyboard is still held")
+    screen.press("Super", "Alt", "T")
+    assert screen.is_keyboard_free()
+    with open(gate, "w", encoding="ascii") as file:
+        file.write("\n")
+    Window(program, "Quillbar").dismiss()
+    Window(program, "Quillbar Settings")
+
+
+@pytest.mark.parametrize("run, told", [
+    ("kill -9 $$", "“A” couldn’t run"), ("head -c 100M /dev/zero; head -c 100M /dev/zero >&2", "Launched"),
+    ("sleep 600 & sleep 600 >&2 &", "Launched")])
+def test_runs_that_go_wrong_are_told(program, run, told):
+    menu = start(program).menu
+    by_menu(program, menu)
+    wait_until(program.desktop.notifications.shown, "the run is not reported")
+    with leaving_nothing(program):
+        program.desktop.notifications.clear()
+        write_tool(program, run=run)
+        row = menu.row("A").id
+        for _ in range(RUNS):
+            menu.send(row)
+        wait_until(lambda: len(program.desktop.notifications.shown()) == RUNS, "not all are reported")
+    assert all(told in shown["body"] for shown in program.desktop.notifications.shown())
 
 
 # Servers that are gone for good.
@@ -130,7 +239,7 @@ def test_without_the_bus_everything_else_goes_on(alone):
     settings.screen.press("Return")
     wait_until(lambda: os.path.exists(alone.config_path), "the settings are not saved")
     # Saving may still be claiming the hotkey anew.
-    probe.palette_runs(alone, "A")
+    by_palette(alone, None)
     assert alone.read_config()["pinned"] == ["A"]
     settings.dismiss()
     probe.comes_to_rest(alone)
@@ -141,19 +250,21 @@ def test_without_the_bus_everything_else_goes_on(alone):
 def test_a_start_without_a_bus_is_a_start(alone):
     # Its status area takes icons without a bus too, by a window called like the palette's.
     alone.desktop.panel.kill()
+    write_tool(alone)
     alone.pin("A")
     alone.launch(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere/bus")
     probe.wait_for_hotkey(alone)
-    probe.palette_runs(alone, "A")
+    by_palette(alone, None)
     probe.comes_to_rest(alone)
 
 
 def test_without_the_display_it_ends_in_order_and_shortcuts_run_on(alone):
     pipe, done = os.path.join(alone.home, "pipe"), os.path.join(alone.home, "done")
     os.mkfifo(pipe)
-    alone.add_shortcut("Long", f'cat "{pipe}"; echo done >"{done}"')
-    start(alone, "Long").menu.click("Long")
-    alone.wait_for_runs("Long")
+    menu = start(alone).menu
+    write_tool(alone, run=f'cat "{pipe}"; echo done >"{done}"')
+    menu.click("A")
+    alone.wait_for_runs("A")
     alone.open_settings()
     before = alone.read_config()
     alone.desktop.lose_display()
@@ -170,7 +281,7 @@ def test_without_the_display_it_ends_in_order_and_shortcuts_run_on(alone):
 # SIGTERM in whatever state.
 
 def ask_about_gone_pins(program):
-    os.remove(os.path.join(program.shortcuts_folder, "A"))
+    write_tool(program, "echo B")
     assert program.stop() == 0
     program.launch()
     Window(program, "Quillbar")

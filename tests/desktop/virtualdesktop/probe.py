@@ -7,9 +7,6 @@ import time
 from Xlib import X
 
 from .waiting import wait_until
-from .window import Window
-
-_EVENT = "anon_inode:[eventfd]"
 
 
 def wait_for_hotkey(program):
@@ -18,33 +15,20 @@ def wait_for_hotkey(program):
                "the palette's hotkey is not registered")
 
 
-def menu_answers(program, menu):
-    """The exported menu is read, and the row that is chosen opens its window."""
-    menu.click("About Quillbar")
-    Window(program, "About Quillbar").dismiss()
-
-
 def hotkey_answers(program):
     program.open_palette().dismiss()
 
 
-def own_menu_answers(program):
-    """A click on the icon opens the menu."""
-    menu = program.open_own_menu()
-    program.desktop.screen.press("Escape")
-    wait_until(lambda: menu not in [window[0] for window in program.windows()],
-               "the menu stays open")
-
-
-def runs(program, menu, name):
-    """A click on a shortcut's row runs it once more."""
+def menu_answers(program, menu, name):
+    """The exported menu is read, opens a window, and runs the shortcut once more."""
+    program.open_about().dismiss()
     before = program.ran()
     menu.click(name)
     program.wait_for_runs(*before, name)
 
 
-def palette_runs(program, name):
-    """The palette finds a shortcut and runs it once more."""
+def palette_answers(program, name):
+    """The palette comes by its hotkey, finds the shortcut and runs it once more."""
     before = program.ran()
     palette = program.open_palette()
     program.desktop.screen.type(name)
@@ -53,11 +37,11 @@ def palette_runs(program, name):
     program.wait_for_runs(*before, name)
 
 
-def everything_answers(program, menu, pinned):
-    menu_answers(program, menu)
-    hotkey_answers(program)
-    own_menu_answers(program)
-    runs(program, menu, pinned)
+def icon_answers(program):
+    """A click on the icon opens the menu."""
+    program.open_own_menu()
+    program.desktop.screen.press("Escape")
+    wait_until(lambda: not program.large_windows(), "the menu stays open")
 
 
 def comes_to_rest(program):
@@ -83,4 +67,5 @@ def descriptors(program):
     threads have, and lose when they were idle for long, are left out."""
     folder = f"/proc/{program.process.pid}/fd"
     targets = [os.readlink(os.path.join(folder, name)) for name in os.listdir(folder)]
-    return sorted(target.split(":[")[0] for target in targets if target != _EVENT)
+    return sorted(target.split(":[")[0] for target in targets
+                  if target != "anon_inode:[eventfd]")
