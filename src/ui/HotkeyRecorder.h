@@ -30,7 +30,7 @@ public:
     /// For example "⌘⌥·17". Ends the program for a key code outside 0 … 2³²−1.
     [[nodiscard]] static std::string label(std::int64_t keyCode, std::uint32_t modifiers);
 
-    /// Shows the hotkey; no text when there is none or its key code names no key.
+    /// Shows the hotkey's label, or the placeholder when there is none.
     void setHotkey(std::optional<Hotkey> const& hotkey);
     void setStringValue(std::string text);
     /// Told with the hotkey that is shown, which a problem marks; forgotten when another one is

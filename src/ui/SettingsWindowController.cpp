@@ -30,10 +30,10 @@ std::shared_ptr<platform::Window> makeWindow()
 // More would keep the interface waiting, and far fewer are in sight.
 constexpr std::size_t rowsAtOnce = 2000;
 
-// A tool that does not answer must not cost the pins: then they are the shortcuts that are known.
+// Without the tool's answer the pins are the only shortcuts known, and all of them stay.
 SettingsModel makeModel(Config config)
 {
-    auto const all = ShortcutsService::listIfAnswered().value_or(config.pinned);
+    auto const all = ShortcutsService::list().value_or(config.pinned);
     return SettingsModel(std::move(config), all);
 }
 
@@ -44,7 +44,7 @@ SettingsWindowController::SettingsWindowController(
     : WindowController(makeWindow())
     , model_(makeModel(std::move(config)))
     , onSave_(std::move(onSave))
-    , availableRows_(std::make_shared<FlippedView>())
+    , availableRows_(std::make_shared<platform::View>())
     , pinnedTable_(std::make_shared<platform::TableView>())
     , iconPopup_(std::make_shared<platform::PopUpButton>())
     , launchLoginBox_(std::make_shared<Button>(ButtonStyle::CheckBox, "Start Quillbar at login"))

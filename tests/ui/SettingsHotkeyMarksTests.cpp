@@ -9,23 +9,6 @@ using headless::click;
 
 using SettingsHotkeyMarks = SettingsWindowFixture;
 
-TEST_F(SettingsHotkeyMarks, HotkeyThatCannotWork_isMarkedWithTheReason)
-{
-    using enum HotkeyObstacle;
-    for (auto const& [obstacle, reason] : std::map<HotkeyObstacle, std::string> {
-             { Taken, "Another program already uses this combination." },
-             { NoSuchKey, "Your keyboard has no such key." },
-             { CommandKeyTaken,
-                 "Another program holds the Super key and may keep this combination." },
-             { NoService, "This session offers no global hotkeys.\nUse the menu instead." },
-             { Declined, "You declined this combination when the desktop asked." },
-         }) {
-        headless::setHotkeyObstacle({ 17, 0x900 }, obstacle);
-        open(pinning({}));
-        EXPECT_EQ(problem("Quick open hotkey"), reason);
-    }
-}
-
 TEST_F(SettingsHotkeyMarks, HotkeyTheRecorderShows_isNamedForEyesAndEars)
 {
     headless::setHotkeyObstacle({ 7, controlKey }, HotkeyObstacle::NoService);
@@ -55,15 +38,6 @@ TEST_F(SettingsHotkeyMarks, OneHotkeyForTwo_marksWhatComesLaterWhenHotkeysAreReg
     EXPECT_EQ(problem("Hotkey for B"), "");
     record("Quick open hotkey", 10, 0);
     EXPECT_EQ(problem("Hotkey for C"), "");
-}
-
-TEST_F(SettingsHotkeyMarks, KeyThatNoShortcutCanHave_isMarked)
-{
-    open(pinning({ "A" }));
-    record("Hotkey for A", 0, commandKey);
-    EXPECT_EQ(problem("Hotkey for A"), "This key cannot start a shortcut.");
-    record("Quick open hotkey", 0, commandKey);
-    EXPECT_EQ(problem("Quick open hotkey"), "");
 }
 
 TEST_F(SettingsHotkeyMarks, Marks_followWhatTheSystemSays)

@@ -27,8 +27,6 @@ namespace {
 
 using MakeDelegate = std::function<std::shared_ptr<ApplicationDelegate>()>;
 
-bool isEnding = false;
-
 std::string_view variable(char const* name)
 {
     auto const* const value = std::getenv(name);
@@ -95,6 +93,8 @@ public:
     Program& operator=(Program const&) = delete;
     ~Program()
     {
+        if (delegate_)
+            delegate_->applicationWillTerminate();
         // Whatever may hold windows goes while there is an application object.
         dropPendingWork();
         childWatcher().forgetAll();
@@ -118,8 +118,8 @@ private:
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
         delegate_ = makeDelegate_();
-        delegate_->onReady = [this] { onTheDesktop_.serve(delegate_); };
         delegate_->applicationDidFinishLaunching();
+        onTheDesktop_.serve(delegate_);
     }
 
     MakeDelegate const& makeDelegate_;
@@ -155,14 +155,8 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
 
 void terminate()
 {
-    isEnding = true;
     // Unlike quit(), it cannot be refused by a window.
     QCoreApplication::exit(0);
-}
-
-bool isTerminating()
-{
-    return isEnding;
 }
 
 } // namespace quillbar::platform

@@ -89,13 +89,12 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     if (equivalent.key.empty())
         return {};
     auto key = toQString(equivalent.key);
-    auto const needsShift = key.toLower() != key || (equivalent.modifiers & shiftKey) != 0;
     QStringList keys;
     if ((equivalent.modifiers & controlKey) != 0)
         keys << u"Control"_s;
     if ((equivalent.modifiers & optionKey) != 0)
         keys << u"Alt"_s;
-    if (needsShift)
+    if ((equivalent.allModifiers() & shiftKey) != 0)
         keys << u"Shift"_s;
     if ((equivalent.modifiers & commandKey) != 0)
         keys << u"Super"_s;
