@@ -7,6 +7,7 @@ import time
 from Xlib import X
 
 from .waiting import wait_until
+from .window import Window
 
 
 def wait_for_hotkey(program):
@@ -21,7 +22,8 @@ def hotkey_answers(program):
 
 def menu_answers(program, menu, name):
     """The exported menu is read, opens a window, and runs the shortcut once more."""
-    program.open_about().dismiss()
+    menu.click("About Quillbar")
+    Window(program, "About Quillbar").dismiss()
     before = program.ran()
     menu.click(name)
     program.wait_for_runs(*before, name)
