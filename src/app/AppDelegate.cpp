@@ -37,6 +37,7 @@ void AppDelegate::applicationDidFinishLaunching()
     statusItem_->onNoPlace
         = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
     statusItem_->onMenuOpen = weakly(*this, [](AppDelegate& self) { self.menuOpened(); });
+    statusItem_->onMenuMissed = weakly(*this, [](AppDelegate& self) { self.openPalette(); });
     updateIcon();
     cleanupStalePins();
     rebuildMenu();
@@ -190,8 +191,9 @@ void AppDelegate::cleanupStalePins()
 
 void AppDelegate::explainThatThereIsNoPlace() const
 {
-    auto const hotkey = config_.menuHotkeyEff();
-    tellOnceThatThereIsNoPlace(menuHotkeyID_ == 0 ? std::nullopt : std::optional(hotkey));
+    // One that is free is not yet claimed for that.
+    hotkeyManager().retryRefused();
+    tellOnceThatThereIsNoPlace(config_.menuHotkeyEff());
 }
 
 platform::StatusItem& AppDelegate::existingStatusItem() const

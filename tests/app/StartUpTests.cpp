@@ -189,13 +189,15 @@ TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
 TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWay)
 {
     headless::setNotificationAuthorization(platform::NotificationAuthorization::Denied);
-    headless::refuseHotkey(17, platform::commandKey | platform::optionKey);
+    headless::setHotkeyObstacle(
+        { 17, platform::commandKey | platform::optionKey }, platform::HotkeyObstacle::NoService);
     start(settled({ "A" }));
     headless::statusItem()->systemFoundNoPlace();
     headless::runPosted();
     ASSERT_THAT(headless::shownAlerts(), testing::SizeIs(1));
     EXPECT_EQ(headless::shownAlerts().front().informativeText,
-        "This desktop shows no tray icons. Start Quillbar again to open its settings.");
+        "This desktop shows no tray icons. Start Quillbar again to open its settings; Ctrl+Q in "
+        "its windows quits it. ⌥⌘T does not work here. Use the menu instead.");
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 """Windows in the desktop's colours and at its scale."""
 
+import io
 import os
+import signal
 import subprocess
 
 import pytest
@@ -15,13 +17,17 @@ def desktop():
         yield running
 
 
-def wait_for_ground(window, is_dark):
-    def is_right():
-        x, y, _, _ = window.area()
-        lightness = sum(window.screen.picture((x + 4, y + 4, 1, 1)).getpixel((0, 0))) // 3
-        return lightness < 80 if is_dark else lightness > 200
+def ground(window):
+    x, y, _, _ = window.area()
+    return window.screen.picture((x + 4, y + 4, 1, 1)).getpixel((0, 0))
 
-    wait_until(is_right, f"{window.title} does not become {'dark' if is_dark else 'light'}")
+
+def wait_dark(window):
+    wait_until(lambda: max(ground(window)) < 80, lambda: f"the window has {ground(window)}")
+
+
+def wait_light(window):
+    wait_until(lambda: min(ground(window)) > 200, lambda: f"the window has {ground(window)}")
 
 
 def test_windows_have_the_desktops_colours_from_the_first_one_on(program):
@@ -31,16 +37,40 @@ def test_windows_have_the_desktops_colours_from_the_first_one_on(program):
         # The menu comes only after the alert is answered.
         program.launch()
         alert = Window(program, "Quillbar")
-        wait_for_ground(alert, is_dark=True)
+        wait_dark(alert)
         portal.change("light")
-        wait_for_ground(alert, is_dark=False)
+        wait_light(alert)
         alert.screen.press("Escape")
 
 
-def test_without_a_portal_windows_are_light(program):
+def test_without_a_portal_the_name_of_the_gtk_theme_tells(program):
     program.pin("A")
     program.start()
-    wait_for_ground(program.open_about(), is_dark=False)
+    about = program.open_about()
+    wait_light(about)
+    configuration = os.path.join(program.home, "xsettingsd.conf")
+
+    def name_theme(name):
+        with open(configuration, "w", encoding="utf-8") as file:
+            file.write(f'Xft/DPI 98304\nNet/ThemeName "{name}"\n')
+
+    name_theme("Adwaita-dark")
+    manager = program.desktop.start(["xsettingsd", "--config", configuration])
+    wait_dark(about)
+    name_theme("Arc-Darker")
+    manager.send_signal(signal.SIGHUP)
+    wait_light(about)
+    program.desktop.processes.end(manager)
+
+
+def test_under_kde_windows_have_the_persons_colours(program):
+    with open(os.path.join(program.config_home, "kdeglobals"), "w", encoding="utf-8") as file:
+        file.write("[Colors:Window]\nBackgroundNormal=120,60,90\n"
+                   "[Colors:Button]\nBackgroundNormal=120,60,90\n")
+    program.pin("A")
+    program.start(XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5")
+    about = program.open_about()
+    wait_until(lambda: ground(about) == (120, 60, 90), lambda: f"the window has {ground(about)}")
 
 
 @pytest.fixture
@@ -72,6 +102,8 @@ def test_windows_are_drawn_at_the_desktops_scale(program, set_dots_per_inch, sca
     program.stop()
     set_dots_per_inch(dots)
     program.start(**environment)
+    icon = Image.open(io.BytesIO(program.tray().menu.row("A").icon))
+    assert icon.width == 16 * scale
     large = picture_of_settings(program, scale)
     # Not enlarged, and everything where it was.
     assert ImageChops.difference(

@@ -119,7 +119,8 @@ TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
     ::setenv("HOME", folder.path().c_str(), 1);
     ::setenv("KEPT", "yes", 1);
     ::setenv("REPLACED", "theirs", 1);
-    for (auto const* name : { "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN" })
+    for (auto const* name : { "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "DBUS_STARTER_ADDRESS",
+             "DBUS_STARTER_BUS_TYPE" })
         ::setenv(name, "ours", 1);
     setOwnVariable("REPLACED", "ours");
     setOwnVariable("ADDED", "ours");

@@ -59,10 +59,13 @@ bool hasDisplay()
 
 void chooseTheme()
 {
-    // The GTK theme would more than double the program's memory and start-up time.
     auto const theme = variable("QT_QPA_PLATFORMTHEME");
-    if (theme.empty() || qstrnicmp(theme.data(), "gtk", 3) == 0)
-        setOwnVariable("QT_QPA_PLATFORMTHEME", "generic");
+    if (!theme.empty() && qstrnicmp(theme.data(), "gtk", 3) != 0)
+        return;
+    // The GTK theme would more than double the program's memory and start-up time; KDE's, which is
+    // part of Qt, brings the colours and fonts that the person chose there.
+    auto const isKde = variable("XDG_CURRENT_DESKTOP").find("KDE") != std::string_view::npos;
+    setOwnVariable("QT_QPA_PLATFORMTHEME", isKde ? "kde" : "generic");
 }
 
 void setUp(QApplication& application)
@@ -104,6 +107,9 @@ public:
     {
         using Instance = DesktopApplication::Instance;
         DesktopApplication::claimName([this](Instance instance) {
+            // A command to quit that started this process must not use up the welcome.
+            if (isTerminating())
+                return;
             if (instance == Instance::First)
                 launch();
             else

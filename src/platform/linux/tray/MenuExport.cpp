@@ -4,7 +4,9 @@
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/drawing/PngEncoder.h"
 
+#include <QGuiApplication>
 #include <QList>
+#include <QScreen>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -67,9 +69,12 @@ std::string nameOf(MenuItem const& item, int parent)
 
 QByteArray pngOf(Image const& image)
 {
+    // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
+    // session may have no screen for a while.
+    auto const* const screen = QGuiApplication::primaryScreen();
     return encodePng(renderImage(image,
         { .symbolSize = { 16, 16 },
-            .devicePixelRatio = 2,
+            .devicePixelRatio = screen ? screen->devicePixelRatio() : 1,
             .foreground = symbolColor,
             .palette = {} }));
 }
