@@ -78,7 +78,7 @@ void HotkeyManager::trigger(std::uint32_t id)
 
 HotkeyManager& hotkeyManager()
 {
-    // Never destroyed: at the process's end there may be no system left to give hotkeys back to.
+    // Never destroyed: giving hotkeys back needs the backend, which may be gone before this.
     static auto& manager = *new HotkeyManager;
     return manager;
 }

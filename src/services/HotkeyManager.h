@@ -30,9 +30,8 @@ public:
     void unregister(std::uint32_t id);
     void unregisterAll();
 
-    /// Claims what was refused and may be free now. To be called at moments when that matters:
-    /// nobody reports that another program gave a combination back. Costs nothing when nothing was
-    /// refused.
+    /// Claims what was refused and may be free now: systems do not report that another program gave
+    /// a combination back. Costs nothing when nothing was refused.
     void retryRefused();
 
     /// Runs the action of `id`, if there is one. The action may unregister any hotkey, its own too.

@@ -35,7 +35,7 @@ constexpr auto noHotkey = "None";
 std::string keyName(std::uint32_t keyCode)
 {
     // Counted through the alphabet although the keys with these codes are A, S, D, F, H, G and Z:
-    // people know their hotkeys by these labels.
+    // hotkeys have always been labelled so.
     if (keyCode <= 6)
         return std::string(1, static_cast<char>('A' + keyCode));
 
@@ -160,7 +160,7 @@ void HotkeyRecorder::stopRecording()
     if (displayString_.empty())
         displayString_ = noHotkey;
     refreshTitle();
-    // Whoever works by keyboard goes on from here.
+    // The focus was taken from this control to record; who uses Tab continues from here.
     auto* const owner = window();
     if (std::exchange(hadFocus_, false) && owner && !owner->firstResponder())
         owner->makeFirstResponder(shared_from_this());
@@ -168,7 +168,7 @@ void HotkeyRecorder::stopRecording()
 
 void HotkeyRecorder::stopWhenWindowCloses()
 {
-    // Observers stay for good, so that each window gets one only.
+    // Observers cannot be removed, so each window gets only one.
     if (observedWindow_.lock().get() == window())
         return;
     observedWindow_ = window()->weak_from_this();
@@ -207,7 +207,7 @@ void HotkeyRecorder::refreshNote()
     setImage(note.problem.empty() ? std::nullopt : std::optional<platform::Image>(warning()));
     bool const needsBreak = !note.keys.empty() && !note.problem.empty();
     setToolTip(note.keys + (needsBreak ? "\n" : "") + note.problem);
-    // The label says whose hotkey it is, so that the text needs a place of its own.
+    // The accessible name says whose hotkey it is, so the text goes into the description.
     setAccessibilityDescription(spokenText(attributedTitle()->text, note));
 }
 

@@ -114,7 +114,8 @@ void SettingsWindowController::bindEdits(PinnedCellView& cell, std::string const
     cell.setGroup(model_.group(name));
 }
 
-/// What other programs claim changes unreported, mostly while the person uses them.
+/// The system does not report what other programs claim, so that is asked anew whenever the window
+/// gets the keyboard.
 void SettingsWindowController::watchHotkeys()
 {
     auto const refresh
@@ -126,7 +127,7 @@ void SettingsWindowController::watchHotkeys()
 
 void SettingsWindowController::refreshHotkeyNotes()
 {
-    // A combination that is free by now is to be had, not only unmarked.
+    // Registers what has become free, so that a hotkey without a warning works.
     hotkeyManager().retryRefused();
     hotkeyNotes_ = hotkeyNotes(model_);
     menuHotkeyRecorder_->setNote(hotkeyNotes_.quickOpen);

@@ -71,7 +71,7 @@ private:
     platform::Token hotkeyObservation_;
     std::function<void(Config const&)> const onSave_;
     std::map<std::string, std::shared_ptr<platform::Button>> checkboxes_;
-    // Which filling of the list the rows belong to.
+    // Counts the rebuilds of the list, so that no later turn adds rows to a rebuilt one.
     std::uint64_t availableVersion_ = 0;
     std::shared_ptr<platform::View> const availableRows_;
     std::shared_ptr<platform::TableView> const pinnedTable_;

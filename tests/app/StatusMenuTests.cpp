@@ -47,13 +47,6 @@ protected:
         return { all.begin() + 1, all.end() - 9 };
     }
 
-    /// Among the fixed commands, counted from the end.
-    [[nodiscard]] MenuItem fromEnd(std::size_t index) const
-    {
-        auto const all = items();
-        return all.at(all.size() - index);
-    }
-
     Config config;
     StatusMenuActions actions;
 };
@@ -130,41 +123,6 @@ TEST_F(StatusMenuTest, FirstNine_haveBareDigitKeysAndTheBadgesRepeat)
         EXPECT_EQ(drawing(*item.image), drawing(badges.at(i % 8)));
     }
     EXPECT_NE(drawing(badges.at(0)), drawing(badges.at(7)));
-}
-
-TEST_F(StatusMenuTest, FixedCommands_haveTheirKeysAndActions)
-{
-    Titles called;
-    auto const note = [&](char const* name) { return [&called, name] { called.push_back(name); }; };
-    actions = { .run = {},
-        .runAll = note("runAll"),
-        .openShortcutsApp = note("openShortcutsApp"),
-        .openPalette = note("openPalette"),
-        .openSettings = note("openSettings"),
-        .checkForUpdates = note("checkForUpdates"),
-        .showAbout = note("showAbout") };
-    struct Case {
-        std::size_t fromEnd;
-        KeyEquivalent key;
-        char const* action;
-    };
-    for (auto const& [index, key, action] : {
-             Case { 8, {}, "openShortcutsApp" },
-             Case { 7, { "t", commandKey | optionKey }, "openPalette" },
-             Case { 6, { ",", commandKey }, "openSettings" },
-             Case { 4, { "u", commandKey }, "checkForUpdates" },
-             Case { 3, {}, "showAbout" },
-         }) {
-        auto const item = fromEnd(index);
-        EXPECT_EQ(item.keyEquivalent, key);
-        called.clear();
-        platform::performAction(item);
-        EXPECT_THAT(called, ElementsAre(action));
-    }
-    auto const quit = fromEnd(2);
-    EXPECT_EQ(quit.keyEquivalent, (KeyEquivalent { "q", commandKey }));
-    platform::performAction(quit);
-    EXPECT_EQ(headless::journal().back(), "terminate");
 }
 
 } // namespace

@@ -76,17 +76,6 @@ TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheLi
     EXPECT_EQ(box->state(), platform::ButtonState::Off);
 }
 
-TEST_F(WindowTest, PaletteChoice_closesThePaletteThenRuns)
-{
-    start(settled({ "A", "B" }));
-    openPalette();
-    headless::press(platform::key::downArrow);
-    headless::press(platform::key::returnKey);
-    EXPECT_EQ(titles(), Names {});
-    EXPECT_EQ(runNames(), Names { "B" });
-    EXPECT_LT(button().alpha(), 1) << "a choice has the feedback of a click";
-}
-
 TEST_F(WindowTest, NextPalette_listsThePinsOfItsTime)
 {
     setListing("A\nB\n");

@@ -16,7 +16,7 @@ NAMES = [
     "עברית (שלום) abc",
     "turned \u202egnp.exe",
     "combining e\u0301 Z\u0338\u035a",
-    "long words " * 450 + "end",
+    "long words " * 22 + "end",
 ]
 # What every menu shows of a name that is too long for one.
 CUT = 80

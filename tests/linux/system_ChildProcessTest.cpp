@@ -116,7 +116,9 @@ TEST_F(ChildProcess, Child_inheritsNoSignalStateAndNoDescriptor)
 
 TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
 {
-    ::setenv("HOME", folder.path().c_str(), 1);
+    auto const home = folder.path() / "home";
+    std::filesystem::create_directory(home);
+    ::setenv("HOME", home.c_str(), 1);
     ::setenv("KEPT", "yes", 1);
     ::setenv("REPLACED", "theirs", 1);
     for (auto const* name : { "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "DBUS_STARTER_ADDRESS",
@@ -125,13 +127,13 @@ TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
     setOwnVariable("REPLACED", "ours");
     setOwnVariable("ADDED", "ours");
 
-    EXPECT_EQ(readChildOutput({ "/bin/pwd" }), folder.path().string() + "\n");
+    EXPECT_EQ(readChildOutput({ "/bin/pwd" }), home.string() + "\n");
     auto const variables = readChildOutput({ "/usr/bin/env" }).value_or("");
     EXPECT_THAT(variables, HasSubstr("KEPT=yes\n"));
     EXPECT_THAT(variables, HasSubstr("REPLACED=theirs\n"));
     EXPECT_THAT(variables, Not(HasSubstr("ours")));
 
-    ::setenv("HOME", "/missing", 1);
+    std::filesystem::remove(home);
     EXPECT_EQ(readChildOutput({ "/bin/pwd" }), "/\n");
 }
 

@@ -30,30 +30,6 @@ TEST_F(SettingsWindow, Pin_showsAndHandsOverAtOnceWithPendingEdits)
     EXPECT_TRUE(find("Save")->isEnabled());
 }
 
-TEST_F(SettingsWindow, Save_handsOverEveryEdit)
-{
-    auto config = pinning({ "A", "B" });
-    config.launchAtLoginShortcuts = { { { "B", true } } };
-    open(config);
-    record("Quick open hotkey", 49, optionKey);
-    record("Hotkey for A", 53, 0);
-    click(find("Login for A"));
-    click(find("Login for B"));
-    choose(find<PopUpButton>("Section for B"), "Work");
-    choose(find<PopUpButton>("Menu bar icon"), "Moon & Stars");
-    EXPECT_TRUE(saved.empty());
-
-    auto expected = config;
-    expected.iconSymbol = "moon.stars.fill";
-    expected.launchAtLogin = true;
-    expected.menuHotkey = Hotkey { 49, optionKey };
-    expected.shortcutHotkeys = { { { "A", { 53, 0 } } } };
-    expected.launchAtLoginShortcuts = { { { "A", true }, { "B", false } } };
-    expected.groupOf = { { { "B", "Work" } } };
-    EXPECT_EQ(save(), expected);
-    EXPECT_EQ(saved.size(), 1u);
-}
-
 TEST_F(SettingsWindow, SavedFeedback_lastsAndKeepsSaveFromRepeating)
 {
     open(pinning({}));
@@ -104,7 +80,6 @@ TEST_F(SettingsWindow, CustomSection_comesFromThePrompt)
         { "Work", { .button = 0, .text = " Games\n" }, "", "Games" },
         { "Games", { .button = 0, .text = "Evening" }, "Games", "Evening" },
         { "Games", { .button = 1, .text = "Evening" }, "Games", "Games" },
-        { "Work", { .button = 1, .text = "" }, "", "Work" },
         { "Games", { .button = 0, .text = "  " }, "Games", "None" },
     };
     for (auto const& [before, answer, asked, shown] : cases) {
