@@ -27,6 +27,12 @@ FakePortal::FakePortal(PrivateBus const& bus)
     EXPECT_TRUE(connection_.registerService(portalName));
 }
 
+void FakePortal::becomeUnitManager()
+{
+    connection_.registerVirtualObject(u"/org/freedesktop/systemd1"_s, this);
+    EXPECT_TRUE(connection_.registerService(u"org.freedesktop.systemd1"_s));
+}
+
 FakePortal::~FakePortal()
 {
     QDBusConnection::disconnectFromBus(connectionName_);
@@ -81,8 +87,7 @@ QVariant FakePortal::keptShortcuts()
         auto const isLost = known_.contains(shortcut.id) && taken.contains(shortcut.trigger);
         kept.beginStructure();
         kept << shortcut.id
-             << QVariantMap { { u"trigger_description"_s,
-                    isLost ? QString() : shortcut.trigger } };
+             << QVariantMap { { u"trigger_description"_s, isLost ? QString() : shortcut.trigger } };
         kept.endStructure();
         known_ << shortcut.id;
     }

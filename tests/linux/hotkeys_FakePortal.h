@@ -46,6 +46,9 @@ public:
     void emitSignal(QString const& path, QString const& interface, QString const& name,
         QVariantList const& arguments);
 
+    /// Answers for systemd's user manager too.
+    void becomeUnitManager();
+
     bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
     [[nodiscard]] QString introspect(QString const& path) const override;
 

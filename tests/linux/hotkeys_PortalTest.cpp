@@ -198,6 +198,24 @@ TEST_F(PortalHotkeysTest, TakenAtCreation_isNotBoundAndShowsItsKeysInTheNextSess
     EXPECT_EQ(presses, std::vector<std::uint32_t> { 3 });
 }
 
+TEST_F(PortalHotkeysTest, Portal_isCalledOnlyInTheApplicationsOwnScope)
+{
+    startPortal();
+    portal->becomeUnitManager();
+    startHotkeys();
+    claim(keyT, 1, "a");
+    waitForCall(u"StartTransientUnit"_s);
+    auto const own
+        = u"app-com.quillbar.Quillbar-%1.scope"_s.arg(QCoreApplication::applicationPid());
+    for (auto const& unit : { u"other.scope"_s, own }) {
+        EXPECT_FALSE(callsSoFar().contains(u"Get"_s));
+        portal->emitSignal(u"/org/freedesktop/systemd1"_s, u"org.freedesktop.systemd1.Manager"_s,
+            u"JobRemoved"_s,
+            { 1u, QVariant::fromValue(QDBusObjectPath(u"/job"_s)), unit, u"done"_s });
+    }
+    waitForCall(u"BindShortcuts"_s);
+}
+
 TEST_F(PortalHotkeysTest, Press_countsFromThePortalForItsOwnSessionAndIdsOnly)
 {
     bindTwo();

@@ -89,8 +89,8 @@ TEST_F(TrayBusTest, PulseIsHeldForHostsThatReadLate)
         button.setContentTintColor({});
         for (auto const* const expected : { name, "quillbar-heart-fill-symbolic" }) {
             EXPECT_TRUE(waitUntil([&] { return host.property("IconName") == expected; }));
-            EXPECT_TRUE(QFile::exists(
-                host.property("IconThemePath").toString() + '/' + expected + ".svg"));
+            EXPECT_TRUE(
+                QFile::exists(host.property("IconThemePath").toString() + '/' + expected + ".svg"));
         }
     }
 }

@@ -160,9 +160,8 @@ void PortalHotkeys::update()
 void PortalHotkeys::contact()
 {
     // Newer portals know programs outside of sandboxes by this only, and only before other calls.
-    bus_.send(
-        portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry", u"Register"_s,
-            { QLatin1String(applicationId), QVariantMap() }));
+    bus_.send(portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry",
+        u"Register"_s, { QLatin1String(applicationId), QVariantMap() }));
     auto const call = portalCall(portalName, portalPath, "org.freedesktop.DBus.Properties",
         u"Get"_s, { QLatin1String(globalShortcutsInterface), u"version"_s });
     callOnBus(

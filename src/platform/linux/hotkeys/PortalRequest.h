@@ -18,7 +18,8 @@ inline constexpr auto globalShortcutsInterface = "org.freedesktop.portal.GlobalS
 
 /// The desktop's portal as it is reached.
 struct Portal {
-    /// A connection for the portal alone: it takes who a program is from the connection's first call.
+    /// A connection for the portal alone: it takes who a program is from the connection's first
+    /// call.
     QDBusConnection bus;
     /// The bus's own name of the process behind it.
     QString name;
@@ -43,8 +44,8 @@ public:
 
     /// Calls the method of GlobalShortcuts with `arguments` and, as the last one, `options`. `done`
     /// is called once, through the event loop, and may destroy the request.
-    PortalRequest(Portal portal, QString const& method, QVariantList arguments,
-        QVariantMap options, Done done);
+    PortalRequest(Portal portal, QString const& method, QVariantList arguments, QVariantMap options,
+        Done done);
     PortalRequest(PortalRequest const&) = delete;
     PortalRequest& operator=(PortalRequest const&) = delete;
     ~PortalRequest() override;

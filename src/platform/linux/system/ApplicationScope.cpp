@@ -77,8 +77,8 @@ bool isInOwnUnit()
     QFile file(u"/proc/self/cgroup"_s);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    QRegularExpression const ownUnit("/app-(\\w+-)?"_L1
-        + QRegularExpression::escape(QLatin1String(applicationId)) + "[@-]"_L1);
+    QRegularExpression const ownUnit(
+        "/app-(\\w+-)?"_L1 + QRegularExpression::escape(QLatin1String(applicationId)) + "[@-]"_L1);
     return QString::fromUtf8(file.readAll()).contains(ownUnit);
 }
 
@@ -116,8 +116,8 @@ public:
         // Before the call, for the move may be done before the call's own answer is read.
         QDBusConnection::sessionBus().connect(QString(), managerPath, managerInterface,
             u"JobRemoved"_s, this, SLOT(jobRemoved(QDBusMessage)));
-        callOnBus(startScope(name_), managerTimeout,
-            [self = QPointer(this)](QDBusMessage const& reply) {
+        callOnBus(
+            startScope(name_), managerTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
                 if (self && reply.type() == QDBusMessage::ErrorMessage)
                     self->finish();
             });
