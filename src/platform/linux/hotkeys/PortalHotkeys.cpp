@@ -42,7 +42,7 @@ PortalHotkeys::PortalHotkeys(PressHandler onPressed)
     , watcher_(portalName, bus_, QDBusServiceWatcher::WatchForOwnerChange)
 {
     // The portal takes who a program is from its systemd unit, at the connection's first call.
-    enterApplicationScope([self = QPointer(this)] {
+    ApplicationScope::enter([self = QPointer(this)] {
         if (self)
             self->start();
     });

@@ -9,7 +9,6 @@
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QFile>
-#include <QObject>
 #include <QPointer>
 #include <QRegularExpression>
 
@@ -102,55 +101,43 @@ QDBusMessage startScope(QString const& name)
     return call;
 }
 
-/// The way into the scope, which deletes itself at its end.
-class ScopeEntry final : public QObject {
-    Q_OBJECT
-
-public:
-    explicit ScopeEntry(std::function<void()> done)
-        : QObject(QCoreApplication::instance())
-        , name_("app-"_L1 + QLatin1String(applicationId) + '-'_L1
-              + QString::number(QCoreApplication::applicationPid()) + ".scope"_L1)
-        , done_(std::move(done))
-    {
-        // Before the call, for the move may be done before the call's own answer is read.
-        QDBusConnection::sessionBus().connect(QString(), managerPath, managerInterface,
-            u"JobRemoved"_s, this, SLOT(jobRemoved(QDBusMessage)));
-        callOnBus(
-            startScope(name_), managerTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
-                if (self && reply.type() == QDBusMessage::ErrorMessage)
-                    self->finish();
-            });
-    }
-
-private:
-    Q_SLOT void jobRemoved(QDBusMessage const& signal)
-    {
-        if (signal.arguments().value(2).toString() == name_)
-            finish();
-    }
-
-    void finish()
-    {
-        deleteLater();
-        if (auto const done = std::exchange(done_, nullptr))
-            done();
-    }
-
-    QString name_;
-    std::function<void()> done_;
-};
-
 } // namespace
 
-void enterApplicationScope(std::function<void()> done)
+void ApplicationScope::enter(std::function<void()> done)
 {
     if (isInOwnUnit())
         done();
     else
-        new ScopeEntry(std::move(done));
+        new ApplicationScope(std::move(done));
+}
+
+ApplicationScope::ApplicationScope(std::function<void()> done)
+    : QObject(QCoreApplication::instance())
+    , name_("app-"_L1 + QLatin1String(applicationId) + '-'_L1
+          + QString::number(QCoreApplication::applicationPid()) + ".scope"_L1)
+    , done_(std::move(done))
+{
+    // Before the call, for the move may be done before the call's own answer is read.
+    QDBusConnection::sessionBus().connect(QString(), managerPath, managerInterface, u"JobRemoved"_s,
+        this, SLOT(jobRemoved(QDBusMessage)));
+    callOnBus(
+        startScope(name_), managerTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
+            if (self && reply.type() == QDBusMessage::ErrorMessage)
+                self->finish();
+        });
+}
+
+void ApplicationScope::jobRemoved(QDBusMessage const& signal)
+{
+    if (signal.arguments().value(2).toString() == name_)
+        finish();
+}
+
+void ApplicationScope::finish()
+{
+    deleteLater();
+    if (auto const done = std::exchange(done_, nullptr))
+        done();
 }
 
 } // namespace quillbar::platform
-
-#include "ApplicationScope.moc"
