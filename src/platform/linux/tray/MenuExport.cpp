@@ -4,7 +4,9 @@
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/drawing/PngEncoder.h"
 
+#include <QGuiApplication>
 #include <QList>
+#include <QScreen>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -74,9 +76,12 @@ QString nameOfComma()
 
 QByteArray pngOf(Image const& image)
 {
+    // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
+    // session may have no screen for a while.
+    auto const* const screen = QGuiApplication::primaryScreen();
     return encodePng(renderImage(image,
         { .symbolSize = { 16, 16 },
-            .devicePixelRatio = 2,
+            .devicePixelRatio = screen ? screen->devicePixelRatio() : 1,
             .foreground = symbolColor,
             .palette = {} }));
 }
@@ -96,13 +101,12 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     if (equivalent.key.empty())
         return {};
     auto key = toQString(equivalent.key);
-    auto const needsShift = key.toLower() != key || (equivalent.modifiers & shiftKey) != 0;
     QStringList keys;
     if ((equivalent.modifiers & controlKey) != 0)
         keys << u"Control"_s;
     if ((equivalent.modifiers & optionKey) != 0)
         keys << u"Alt"_s;
-    if (needsShift)
+    if ((equivalent.allModifiers() & shiftKey) != 0)
         keys << u"Shift"_s;
     if ((equivalent.modifiers & commandKey) != 0)
         keys << u"Super"_s;
