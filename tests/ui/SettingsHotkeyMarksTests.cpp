@@ -16,7 +16,8 @@ TEST_F(SettingsHotkeyMarks, HotkeyThatCannotWork_isMarkedWithTheReason)
              { Taken, "Another program already uses this combination." },
              { NoSuchKey, "Your keyboard has no such key." },
              { CommandKeyTaken,
-                 "Another program holds the Super key and may keep this combination." },
+                 "Another program holds the Super key and may keep this combination.\n"
+                 "Use the menu instead." },
              { NoService, "This session offers no global hotkeys.\nUse the menu instead." },
              { Declined, "You declined this combination when the desktop asked." },
          }) {

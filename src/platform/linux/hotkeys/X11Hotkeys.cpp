@@ -56,6 +56,7 @@ X11Hotkeys::X11Hotkeys(Connection connection, xcb_window_t root, PressHandler on
     , root_(root)
     , onPressed_(std::move(onPressed))
     , readable_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read)
+    , deviceGrabs_(connection_.get(), root)
 {
     QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { readEvents(); });
 }
@@ -158,7 +159,9 @@ X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
 {
     Requests sent;
     for (auto const& [keycode, mask] : grabsOf(claim)) {
-        sent.push_back(xcb_grab_key_checked(
+        if (deviceGrabs_.areThere())
+            sent.questions.push_back(deviceGrabs_.ask(keycode, mask));
+        sent.grabs.push_back(xcb_grab_key_checked(
             connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
     return sent;
@@ -168,7 +171,9 @@ X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
 bool X11Hotkeys::isAnyRefused(Requests const& sent)
 {
     bool isRefused = false;
-    for (auto const cookie : sent) {
+    for (auto const question : sent.questions)
+        isRefused = deviceGrabs_.isTaken(question) || isRefused;
+    for (auto const cookie : sent.grabs) {
         XcbPtr<xcb_generic_error_t> const error { xcb_request_check(connection_.get(), cookie) };
         isRefused = isRefused || error != nullptr;
     }
@@ -178,7 +183,7 @@ bool X11Hotkeys::isAnyRefused(Requests const& sent)
 bool X11Hotkeys::grab(Claim const& claim)
 {
     auto const sent = sendGrabs(claim);
-    bool const isRefused = sent.empty() || isAnyRefused(sent);
+    bool const isRefused = sent.grabs.empty() || isAnyRefused(sent);
     if (isRefused) {
         ungrab(claim);
         xcb_flush(connection_.get());
@@ -257,6 +262,8 @@ void X11Hotkeys::handle(xcb_generic_event_t const& event)
         keyPressed(reinterpret_cast<xcb_key_press_event_t const&>(event));
     else if (type == XCB_KEY_RELEASE)
         keyReleased(reinterpret_cast<xcb_key_release_event_t const&>(event).detail);
+    else if (type == XCB_GE_GENERIC)
+        deviceGrabs_.passOn(event);
     else if (type == keyboardChange_)
         keyboardChanged_ = true;
 }

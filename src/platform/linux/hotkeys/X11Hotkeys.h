@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/hotkeys/DeviceGrabs.h"
 #include "platform/linux/hotkeys/FocusWait.h"
 #include "platform/linux/hotkeys/HotkeyBackend.h"
 #include "platform/linux/hotkeys/ModifierBits.h"
@@ -60,7 +61,10 @@ private:
 
     X11Hotkeys(Connection connection, xcb_window_t root, PressHandler onPressed);
 
-    using Requests = std::vector<xcb_void_cookie_t>;
+    struct Requests {
+        std::vector<xcb_void_cookie_t> grabs;
+        std::vector<DeviceGrabs::Question> questions;
+    };
 
     [[nodiscard]] bool startListening();
     [[nodiscard]] static Claim makeClaim(
@@ -94,6 +98,7 @@ private:
     xcb_window_t root_;
     PressHandler onPressed_;
     QSocketNotifier readable_;
+    DeviceGrabs deviceGrabs_;
     std::uint8_t keyboardChange_ = 0;
     bool keyboardChanged_ = false;
     ModifierBits bits_;
