@@ -96,6 +96,16 @@ TEST_F(TrayBusTest, PulseSwitchesTheIconAndBack)
     EXPECT_GE(host.signalNames.count("NewIcon"), 5);
 }
 
+TEST_F(TrayBusTest, IconIsNotCalledSymbolicInCinnamon)
+{
+    host.resign();
+    host.becomeCinnamon();
+    host.items.clear();
+    host.becomeWatcher();
+    EXPECT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
+    EXPECT_EQ(host.property("IconName"), "quillbar-heart-fill");
+}
+
 TEST_F(TrayBusTest, LayoutHonoursDepthAndNames)
 {
     setMenu({ heading("WORK"), pin("under_score"), MenuItem::separator() });
