@@ -27,14 +27,14 @@ TEST_F(X11HotkeysTest, Obstacles_nameWhatKeepsACombinationFromWorking)
         { codeT, commandKey | shiftKey }, { codeT, controlKey }, { codeT, optionKey },
         { codeWithoutKey, commandKey }, { codeS, commandKey } };
     EXPECT_EQ(hotkeyObstacles(combinations),
-        (Obstacles { {}, HotkeyObstacle::Taken, HotkeyObstacle::Taken, {},
-            HotkeyObstacle::NoSuchKey, {} }));
+        (Obstacles {
+            {}, HotkeyObstacle::Taken, HotkeyObstacle::Taken, {}, HotkeyObstacle::NoSuchKey, {} }));
 
     ASSERT_TRUE(other.grabDevice(keySuper, 0));
+    ASSERT_TRUE(other.grabDevice(keyT, superMask));
     EXPECT_EQ(hotkeyObstacles(combinations),
-        (Obstacles { HotkeyObstacle::CommandKeyTaken, HotkeyObstacle::Taken,
-            HotkeyObstacle::Taken, {}, HotkeyObstacle::NoSuchKey,
-            HotkeyObstacle::CommandKeyTaken }));
+        (Obstacles { HotkeyObstacle::Taken, HotkeyObstacle::Taken, HotkeyObstacle::Taken, {},
+            HotkeyObstacle::NoSuchKey, HotkeyObstacle::CommandKeyTaken }));
 }
 
 TEST_F(X11HotkeysTest, Obstacles_leaveEveryGrabAsItWas)

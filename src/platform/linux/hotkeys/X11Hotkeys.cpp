@@ -155,12 +155,20 @@ std::vector<X11Hotkeys::Grab> X11Hotkeys::grabsOf(Claim const& claim) const
     return grabs;
 }
 
-X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
+X11Hotkeys::Requests X11Hotkeys::sendQuestions(Claim const& claim) const
 {
     Requests sent;
+    if (!deviceGrabs_.areThere())
+        return sent;
+    for (auto const& [keycode, mask] : grabsOf(claim))
+        sent.questions.push_back(deviceGrabs_.ask(keycode, mask));
+    return sent;
+}
+
+X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
+{
+    auto sent = sendQuestions(claim);
     for (auto const& [keycode, mask] : grabsOf(claim)) {
-        if (deviceGrabs_.areThere())
-            sent.questions.push_back(deviceGrabs_.ask(keycode, mask));
         sent.grabs.push_back(xcb_grab_key_checked(
             connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }

@@ -71,6 +71,7 @@ private:
         std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id);
     [[nodiscard]] std::vector<Grab> grabsOf(Claim const& claim) const;
     [[nodiscard]] bool isHeld(Claim const& claim) const;
+    [[nodiscard]] Requests sendQuestions(Claim const& claim) const;
     [[nodiscard]] Requests sendGrabs(Claim const& claim);
     [[nodiscard]] bool isAnyRefused(Requests const& sent);
     /// Whether somebody else holds a part of each claim.
