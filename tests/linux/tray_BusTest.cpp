@@ -95,6 +95,16 @@ TEST_F(TrayBusTest, PulseIsHeldForHostsThatReadLate)
     }
 }
 
+TEST_F(TrayBusTest, IconIsNotCalledSymbolicInCinnamon)
+{
+    host.resign();
+    host.becomeCinnamon();
+    host.items.clear();
+    host.becomeWatcher();
+    EXPECT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
+    EXPECT_EQ(host.property("IconName"), "quillbar-heart-fill");
+}
+
 TEST_F(TrayBusTest, LayoutHonoursDepthAndNames)
 {
     setMenu({ heading("WORK"), pin("under_score"), MenuItem::separator() });

@@ -95,7 +95,12 @@ StatusNotifierFace NativeStatusItem::notifierFace()
     return {
         .title = [] { return QGuiApplication::applicationDisplayName(); },
         .toolTip = [this] { return toolTip_; },
-        .iconName = [this] { return files_.iconName(look_); },
+        .iconName =
+            [this] {
+                auto look = look_;
+                look.isSymbolic = registration_.showsSymbolicIcons();
+                return files_.iconName(look);
+            },
         .iconThemePath = [this] { return files_.folder(); },
         .iconPixmap = [this] { return pixmaps(); },
         .activate = [this] { toggleMenu(); },
@@ -131,8 +136,10 @@ void NativeStatusItem::show(IconLook const& look)
     legacyTray_.update();
 }
 
-QImage NativeStatusItem::rendered(int side, int edge, Ground ground) const
+QImage NativeStatusItem::rendered(int side, Ground ground) const
 {
+    // As wide as that of the icons beside it.
+    auto const edge = side * 3 / 32;
     auto const& image = item_.button()->image();
     QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
@@ -155,7 +162,7 @@ QList<IconPixmap> const& NativeStatusItem::pixmaps()
 {
     if (!pixmaps_) {
         auto const ground = likelyGround();
-        pixmaps_ = { toPixmap(rendered(22, 0, ground)), toPixmap(rendered(44, 0, ground)) };
+        pixmaps_ = { toPixmap(rendered(22, ground)), toPixmap(rendered(44, ground)) };
     }
     return *pixmaps_;
 }
@@ -164,8 +171,7 @@ QIcon NativeStatusItem::legacyIcon(std::optional<Ground> ground) const
 {
     QIcon icon;
     for (auto const side : { 16, 22, 24, 32, 48 })
-        icon.addPixmap(
-            QPixmap::fromImage(rendered(side, side / 16, ground.value_or(likelyGround()))));
+        icon.addPixmap(QPixmap::fromImage(rendered(side, ground.value_or(likelyGround()))));
     return icon;
 }
 
