@@ -13,7 +13,9 @@ NO_KEY = 52
 SUPER_KEY = 133
 CONTROL_OPTION, COMMAND = 0x1800, 0x100
 TAKEN = "Another program already uses this combination."
-SUPER_HELD = "Another program holds the Super key and may keep this combination."
+SUPER_HELD = (
+    "Another program holds the Super key and may keep this combination. Bind this command in "
+    "your desktop's settings instead: gapplication action com.quillbar.Quillbar palette")
 
 
 def hotkey(name, modifiers):
