@@ -77,7 +77,6 @@ public:
     {
         return style_ == WindowStyle::TitledClosable;
     }
-    [[nodiscard]] virtual bool canBecomeMainWindow() const { return canBecomeKeyWindow(); }
 
     /// Gives the view the keyboard; null leaves it to the window alone. Does not scroll.
     void makeFirstResponder(std::shared_ptr<View> const& view);

@@ -23,10 +23,10 @@ QKeySequence keySequence(KeyEquivalent const& equivalent)
         text += QLatin1String("Ctrl+");
     if (equivalent.modifiers & optionKey)
         text += QLatin1String("Alt+");
-    auto const key = QString::fromStdString(equivalent.key);
-    if ((equivalent.modifiers & shiftKey) || key != key.toLower())
+    if (equivalent.allModifiers() & shiftKey)
         text += QLatin1String("Shift+");
-    return QKeySequence::fromString(text + key.toUpper(), QKeySequence::PortableText);
+    auto const key = QString::fromStdString(equivalent.key).toUpper();
+    return QKeySequence::fromString(text + key, QKeySequence::PortableText);
 }
 
 /// Gives every window the commands of the main menu when it is shown.

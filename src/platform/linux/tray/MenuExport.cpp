@@ -4,7 +4,9 @@
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/drawing/PngEncoder.h"
 
+#include <QGuiApplication>
 #include <QList>
+#include <QScreen>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -65,11 +67,21 @@ std::string nameOf(MenuItem const& item, int parent)
     return name + (item.representedObject ? "= " + *item.representedObject : "- " + item.title);
 }
 
+// GTK's importer takes the names of X key symbols only, Qt's a sign only as itself.
+QString nameOfComma()
+{
+    auto const desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':'_L1);
+    return desktops.contains("KDE"_L1) || desktops.contains("LXQt"_L1) ? u","_s : u"comma"_s;
+}
+
 QByteArray pngOf(Image const& image)
 {
+    // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
+    // session may have no screen for a while.
+    auto const* const screen = QGuiApplication::primaryScreen();
     return encodePng(renderImage(image,
         { .symbolSize = { 16, 16 },
-            .devicePixelRatio = 2,
+            .devicePixelRatio = screen ? screen->devicePixelRatio() : 1,
             .foreground = symbolColor,
             .palette = {} }));
 }
@@ -89,18 +101,16 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     if (equivalent.key.empty())
         return {};
     auto key = toQString(equivalent.key);
-    auto const needsShift = key.toLower() != key || (equivalent.modifiers & shiftKey) != 0;
     QStringList keys;
     if ((equivalent.modifiers & controlKey) != 0)
         keys << u"Control"_s;
     if ((equivalent.modifiers & optionKey) != 0)
         keys << u"Alt"_s;
-    if (needsShift)
+    if ((equivalent.allModifiers() & shiftKey) != 0)
         keys << u"Shift"_s;
     if ((equivalent.modifiers & commandKey) != 0)
         keys << u"Super"_s;
-    // Hosts take the names of X key symbols.
-    return keys << (key == ","_L1 ? u"comma"_s : key.toLower());
+    return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }
 
 bool isSameMenu(Menu const& left, Menu const& right)

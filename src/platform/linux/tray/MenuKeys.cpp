@@ -12,19 +12,13 @@ using namespace std::string_view_literals;
 
 namespace {
 
-bool needsShift(KeyEquivalent const& equivalent)
-{
-    auto const key = toQString(equivalent.key);
-    return (equivalent.modifiers & shiftKey) != 0 || key.toLower() != key;
-}
-
 Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent)
 {
     Qt::KeyboardModifiers result;
     result.setFlag(Qt::MetaModifier, (equivalent.modifiers & commandKey) != 0);
     result.setFlag(Qt::AltModifier, (equivalent.modifiers & optionKey) != 0);
     result.setFlag(Qt::ControlModifier, (equivalent.modifiers & controlKey) != 0);
-    result.setFlag(Qt::ShiftModifier, needsShift(equivalent));
+    result.setFlag(Qt::ShiftModifier, (equivalent.allModifiers() & shiftKey) != 0);
     return result;
 }
 

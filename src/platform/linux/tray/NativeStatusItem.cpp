@@ -10,6 +10,7 @@
 #include <QtEndian>
 
 #include <chrono>
+#include <utility>
 
 namespace quillbar::platform {
 
@@ -51,9 +52,11 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
 {
     using namespace std::chrono_literals;
     menu_.onOpen = [this] { item_.userOpenedMenu(); };
-    fade_.setSingleShot(true);
-    fade_.setInterval(70ms);
-    QObject::connect(&fade_, &QTimer::timeout, &fade_, [this] { show(wantedLook()); });
+    hold_.setSingleShot(true);
+    // Plasma and GNOME read an icon up to some 0.3 s after they are told of it.
+    hold_.setInterval(450ms);
+    QObject::connect(&hold_, &QTimer::timeout, &hold_,
+        [this] { show(std::exchange(nextPulse_, std::nullopt).value_or(wantedLook())); });
     // At login the panel may well start later.
     placeWait_.setSingleShot(true);
     placeWait_.setInterval(10s);
@@ -76,15 +79,10 @@ void NativeStatusItem::syncFace()
         legacyTray_.update();
     }
     auto const look = wantedLook();
-    // A colour is shown in full before it fades: pale from the first moment it would be missed.
-    if (look.tint && look.alpha < 1) {
-        if (look.tint != look_.tint)
-            show({ .symbol = look.symbol, .tint = look.tint, .alpha = 1 });
-        fade_.start();
-        return;
-    }
-    fade_.stop();
-    show(look);
+    if (!hold_.isActive())
+        show(look);
+    else if (item_.button()->alpha() < 1 && look != look_)
+        nextPulse_ = look;
 }
 
 void NativeStatusItem::syncMenu()
@@ -106,6 +104,7 @@ StatusNotifierFace NativeStatusItem::notifierFace()
         .iconThemePath = [this] { return files_.folder(); },
         .iconPixmap = [this] { return pixmaps(); },
         .activate = [this] { toggleMenu(); },
+        .menuMissed = [this] { item_.userMissedMenu(); },
     };
 }
 
@@ -118,8 +117,11 @@ IconLook NativeStatusItem::wantedLook() const
         if (auto const* symbol = std::get_if<SymbolImage>(&*button.image()))
             look.symbol = symbol->name;
     }
-    if (button.contentTintColor())
+    if (button.contentTintColor()) {
         look.tint = toQColor(*button.contentTintColor(), QGuiApplication::palette());
+        // A pale colour would be missed.
+        look.alpha = 1;
+    }
     return look;
 }
 
@@ -128,6 +130,7 @@ void NativeStatusItem::show(IconLook const& look)
     pixmaps_.reset();
     if (look != look_) {
         look_ = look;
+        hold_.start();
         notifier_.emitNewIcon();
     }
     legacyTray_.update();

@@ -45,7 +45,9 @@ private:
     IconLook look_;
     std::optional<QList<IconPixmap>> pixmaps_;
     QString toolTip_;
-    QTimer fade_;
+    QTimer hold_;
+    /// Begun while another look was held.
+    std::optional<IconLook> nextPulse_;
     QTimer placeWait_;
     DBusMenu menu_;
     StatusNotifierItem notifier_;
