@@ -57,22 +57,11 @@ TEST(Image, BadgeHasItsCornersGradientAndGlyphAtEveryScale)
 TEST(Image, GradientRunsAlongItsAngle)
 {
     application();
-    auto const ends = [](double angle) {
-        Image const image = std::make_shared<Drawing const>(Drawing { { 64, 32 },
-            { FillLinearGradient { { 0, 0, 64, 32 }, { .red = 1 }, { .green = 1 }, angle } } });
-        return renderImage(image, { .palette = {} });
-    };
-    QColor const start(255, 0, 0);
-    QColor const end(0, 255, 0);
-    auto const across = ends(0);
-    EXPECT_COLOR(across, 0, 16, start);
-    EXPECT_COLOR(across, 63, 16, end);
-    auto const downwards = ends(-90);
-    EXPECT_COLOR(downwards, 32, 0, start);
-    EXPECT_COLOR(downwards, 32, 31, end);
-    auto const slanted = ends(45);
-    EXPECT_COLOR(slanted, 0, 31, start);
-    EXPECT_COLOR(slanted, 63, 0, end);
+    Image const image = std::make_shared<Drawing const>(Drawing { { 64, 32 },
+        { FillLinearGradient { { 0, 0, 64, 32 }, { .red = 1 }, { .green = 1 }, 45 } } });
+    auto const slanted = renderImage(image, { .palette = {} });
+    EXPECT_COLOR(slanted, 0, 31, QColor(255, 0, 0));
+    EXPECT_COLOR(slanted, 63, 0, QColor(0, 255, 0));
     EXPECT_COLOR(slanted, 32, 16, QColor(127, 127, 0));
 }
 
