@@ -2,6 +2,7 @@
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 
+#include <QDir>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -97,10 +98,21 @@ TEST(Image, WhatCannotBeDrawnIsClear)
     auto const unknown = renderImage(SymbolImage { "no.such.symbol", {}, {}, {} }, {});
     EXPECT_EQ(unknown.size(), QSize(16, 16));
     EXPECT_EQ(unknown.pixelColor(8, 8).alpha(), 0);
-    EXPECT_EQ(renderImage(std::shared_ptr<Drawing const>(), {}).size(), QSize(16, 16));
-    auto const huge = renderImage(SymbolImage { "heart", {}, Size { 1e9, -1 }, {} }, {});
-    EXPECT_LE(huge.width(), 4096);
-    EXPECT_EQ(huge.height(), 1);
+}
+
+// A thread of Qt's pool would end half a minute later, which wakes the idle program.
+TEST(Image, PicturesOfTheMenu_startNoThreads)
+{
+    application();
+    auto const threads = [] { return QDir("/proc/self/task").entryList(QDir::Dirs).size(); };
+    auto const before = threads();
+    for (auto const ratio : { 1, 2, 3 }) {
+        EXPECT_FALSE(badge(ratio).isNull());
+        auto const symbol = renderImage(SymbolImage { "snowflake", {}, {}, {} },
+            { .devicePixelRatio = static_cast<double>(ratio), .palette = {} });
+        EXPECT_FALSE(encodePng(symbol).isEmpty());
+    }
+    EXPECT_EQ(threads(), before);
 }
 
 TEST(Conversions, LabelsReadOnLightAndDark)

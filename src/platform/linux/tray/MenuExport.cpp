@@ -2,7 +2,6 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "platform/linux/drawing/PngEncoder.h"
 
 #include <QList>
 #include <QTextBoundaryFinder>
