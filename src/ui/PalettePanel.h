@@ -10,7 +10,6 @@ public:
     using Panel::Panel;
 
     [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }
-    [[nodiscard]] bool canBecomeMainWindow() const override { return true; }
 };
 
 } // namespace quillbar

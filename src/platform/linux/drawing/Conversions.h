@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/KeyModifiers.h"
 #include "platform/view/Color.h"
 #include "platform/view/Font.h"
 #include "platform/view/Geometry.h"
+#include "platform/view/Menu.h"
 
 #include <QColor>
 #include <QFont>
@@ -29,5 +31,12 @@ namespace quillbar::platform {
 [[nodiscard]] QFont toQFont(Font const& font);
 
 [[nodiscard]] bool isDark(QPalette const& palette);
+
+/// Command is Super, which Qt calls Meta; Option is Alt.
+[[nodiscard]] Qt::KeyboardModifiers toQtModifiers(KeyModifiers modifiers);
+[[nodiscard]] KeyModifiers toKeyModifiers(Qt::KeyboardModifiers modifiers);
+
+/// With the Shift that an upper-case letter stands for.
+[[nodiscard]] Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent);
 
 } // namespace quillbar::platform

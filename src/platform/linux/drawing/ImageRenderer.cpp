@@ -8,11 +8,10 @@
 #include <QPainterPath>
 #include <QSvgRenderer>
 
-#include <png.h>
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <png.h>
 
 namespace quillbar::platform {
 
@@ -23,8 +22,7 @@ QImage clearImage(QSizeF size, double ratio)
     auto const pixels = [ratio](double points) {
         return std::max(1, static_cast<int>(std::ceil(points * ratio - 1e-6)));
     };
-    QImage image(
-        pixels(size.width()), pixels(size.height()), QImage::Format_ARGB32_Premultiplied);
+    QImage image(pixels(size.width()), pixels(size.height()), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
     return image;
@@ -43,8 +41,7 @@ QLinearGradient toQGradient(FillLinearGradient const& fill, QPalette const& pale
     return gradient;
 }
 
-void drawSymbol(
-    QPainter& painter, std::string_view name, QRectF const& rect, QColor const& color)
+void drawSymbol(QPainter& painter, std::string_view name, QRectF const& rect, QColor const& color)
 {
     auto const svg = symbolSvg(name,
         { .canvas = rect.size(),
@@ -75,8 +72,7 @@ struct OperationPainter {
 
     void operator()(DrawSymbol const& symbol) const
     {
-        drawSymbol(
-            painter, symbol.name, toQRectF(symbol.rect), toQColor(symbol.color, palette));
+        drawSymbol(painter, symbol.name, toQRectF(symbol.rect), toQColor(symbol.color, palette));
     }
 };
 

@@ -37,8 +37,8 @@ bool readRoot(QByteArray const& document, Body& body)
     if (!reader.readNextStartElement() || reader.name() != "svg"_L1)
         return false;
     auto const attributes = reader.attributes();
-    QRectF const plain(0, 0, attributes.value("width"_L1).toDouble(),
-        attributes.value("height"_L1).toDouble());
+    QRectF const plain(
+        0, 0, attributes.value("width"_L1).toDouble(), attributes.value("height"_L1).toDouble());
     body.viewBox = parseViewBox(attributes.value("viewBox"_L1)).value_or(plain);
     for (auto const& declaration : reader.namespaceDeclarations()) {
         if (!declaration.prefix().isEmpty())

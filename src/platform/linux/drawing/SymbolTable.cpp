@@ -146,8 +146,8 @@ std::optional<QString> inIconTheme(QString const& dashed)
     for (auto const& root : QIcon::themeSearchPaths()) {
         for (auto const& theme : themes) {
             for (auto const folder : folders) {
-                if (auto found = existing(root + '/'_L1 + theme + "/symbolic/"_L1 + folder
-                        + '/'_L1 + dashed + "-symbolic.svg"_L1))
+                if (auto found = existing(root + '/'_L1 + theme + "/symbolic/"_L1 + folder + '/'_L1
+                        + dashed + "-symbolic.svg"_L1))
                     return found;
             }
         }

@@ -87,16 +87,16 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto key = toQString(equivalent.key);
-    auto const needsShift = key.toLower() != key || (equivalent.modifiers & shiftKey) != 0;
+    auto const key = toQString(equivalent.key);
+    auto const modifiers = toQtModifiers(equivalent);
     QStringList keys;
-    if ((equivalent.modifiers & controlKey) != 0)
+    if (modifiers.testFlag(Qt::ControlModifier))
         keys << u"Control"_s;
-    if ((equivalent.modifiers & optionKey) != 0)
+    if (modifiers.testFlag(Qt::AltModifier))
         keys << u"Alt"_s;
-    if (needsShift)
+    if (modifiers.testFlag(Qt::ShiftModifier))
         keys << u"Shift"_s;
-    if ((equivalent.modifiers & commandKey) != 0)
+    if (modifiers.testFlag(Qt::MetaModifier))
         keys << u"Super"_s;
     // Hosts take the names of X key symbols.
     return keys << (key == ","_L1 ? u"comma"_s : key.toLower());

@@ -12,22 +12,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-bool needsShift(KeyEquivalent const& equivalent)
-{
-    auto const key = toQString(equivalent.key);
-    return (equivalent.modifiers & shiftKey) != 0 || key.toLower() != key;
-}
-
-Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent)
-{
-    Qt::KeyboardModifiers result;
-    result.setFlag(Qt::MetaModifier, (equivalent.modifiers & commandKey) != 0);
-    result.setFlag(Qt::AltModifier, (equivalent.modifiers & optionKey) != 0);
-    result.setFlag(Qt::ControlModifier, (equivalent.modifiers & controlKey) != 0);
-    result.setFlag(Qt::ShiftModifier, needsShift(equivalent));
-    return result;
-}
-
 // What the key at this position is called on a US keyboard; 0 for keys that type no such character.
 char usCharacter(quint32 scanCode)
 {
