@@ -62,7 +62,7 @@ void SettingsWindowController::buildGeneral(platform::View& content)
     rebuildIconMenu();
 
     addText(content, { 28, 126, 120, 20 }, "Quick open hotkey:", {})
-        ->setLineBreak(platform::LineBreak::Clip);
+        ->setLineBreak(platform::LineBreak::Tighten);
     content.addSubview(menuHotkeyRecorder_)->setFrame({ 200, 120, 336, 28 });
     menuHotkeyRecorder_->setAccessibilityLabel("Quick open hotkey");
     menuHotkeyRecorder_->setPlaceholderString("Click to record");

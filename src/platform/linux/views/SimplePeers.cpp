@@ -41,7 +41,12 @@ public:
     void sync() override
     {
         text_ = toQString(portableView()->text());
-        setFont(toQFont(portableView()->font()));
+        auto font = toQFont(portableView()->font());
+        double const width = QFontMetricsF(font).horizontalAdvance(text_);
+        double const room = portable->frame().width;
+        if (portableView()->lineBreak() == LineBreak::Tighten && width > room)
+            font.setLetterSpacing(QFont::PercentageSpacing, 100 * (room - 1) / width);
+        setFont(font);
         update();
     }
 
@@ -63,8 +68,6 @@ protected:
         int const alignment = horizontalFlag(portableView()->alignment());
         if (portableView()->lineBreak() == LineBreak::WordWrap)
             painter.drawText(rect(), alignment | Qt::AlignTop | Qt::TextWordWrap, text_);
-        else if (portableView()->lineBreak() == LineBreak::Clip)
-            painter.drawText(rect(), alignment | Qt::AlignVCenter | Qt::TextSingleLine, text_);
         else
             drawLine(painter, rect(), alignment, text_);
     }
