@@ -56,6 +56,7 @@ void drawSymbol(QPainter& painter, std::string_view name, QRectF const& rect, QC
 
 struct OperationPainter {
     QPainter& painter;
+    QSizeF canvas;
     QPalette const& palette;
 
     void operator()(ClipToRoundedRect const& clip) const
@@ -65,9 +66,24 @@ struct OperationPainter {
         painter.setClipPath(path, Qt::IntersectClip);
     }
 
+    // Qt fills a clipped gradient on threads, which end half a minute later and so wake the idle
+    // program. One colour and whole rectangles of this size it fills at once.
     void operator()(FillLinearGradient const& fill) const
     {
-        painter.fillRect(toQRectF(fill.rect), toQGradient(fill, palette));
+        auto const rect = toQRectF(fill.rect);
+        auto layer = clearImage(canvas, painter.device()->devicePixelRatioF());
+        QPainter layerPainter(&layer);
+        layerPainter.setRenderHint(QPainter::Antialiasing);
+        if (painter.hasClipping())
+            layerPainter.setClipPath(painter.clipPath());
+        layerPainter.fillRect(rect, Qt::black);
+        layerPainter.setClipping(false);
+        layerPainter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        layerPainter.fillRect(rect, toQGradient(fill, palette));
+        layerPainter.end();
+        painter.setClipping(false);
+        painter.drawImage(QPointF(0, 0), layer);
+        painter.setClipping(true);
     }
 
     void operator()(DrawSymbol const& symbol) const
@@ -78,11 +94,12 @@ struct OperationPainter {
 
 QImage render(Drawing const& drawing, ImageContext const& context)
 {
-    auto image = clearImage({ drawing.size.width, drawing.size.height }, context.devicePixelRatio);
+    QSizeF const size(drawing.size.width, drawing.size.height);
+    auto image = clearImage(size, context.devicePixelRatio);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     for (auto const& operation : drawing.operations)
-        std::visit(OperationPainter { painter, context.palette }, operation);
+        std::visit(OperationPainter { painter, size, context.palette }, operation);
     return image;
 }
 
