@@ -118,22 +118,5 @@ TEST(Image, PicturesOfTheMenu_startNoThreads)
     }
 }
 
-TEST(Conversions, LabelsReadOnLightAndDark)
-{
-    application();
-    for (auto const background : { Qt::white, Qt::black }) {
-        QPalette palette;
-        palette.setColor(QPalette::Window, background);
-        palette.setColor(QPalette::WindowText, background == Qt::white ? Qt::black : Qt::white);
-        auto const label = toQColor(SystemColor::Label, palette);
-        auto const secondary = toQColor(SystemColor::SecondaryLabel, palette);
-        auto const tertiary = toQColor(SystemColor::TertiaryLabel, palette);
-        EXPECT_EQ(isDark(palette), background == Qt::black);
-        EXPECT_EQ(label.rgb(), secondary.rgb() | 0xff000000);
-        EXPECT_GT(label.alpha(), secondary.alpha());
-        EXPECT_GT(secondary.alpha(), tertiary.alpha());
-    }
-}
-
 } // namespace
 } // namespace quillbar::platform
