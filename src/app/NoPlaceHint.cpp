@@ -6,6 +6,7 @@
 #include "platform/Folders.h"
 #include "platform/MainQueue.h"
 #include "platform/Notifications.h"
+#include "platform/SystemHotkeys.h"
 #include "platform/view/Alert.h"
 #include "ui/HotkeyRecorder.h"
 
@@ -15,6 +16,7 @@ namespace quillbar {
 
 namespace {
 
+using platform::HotkeyObstacle;
 using platform::NotificationAuthorization;
 
 /// Whether this is the first time; notes that it has been. Where nothing can be noted, every time
@@ -42,19 +44,30 @@ std::string labelOf(Hotkey const& hotkey)
         : HotkeyRecorder::label(hotkey.keyCode, hotkey.modifiers);
 }
 
-std::string explanation(std::optional<Hotkey> const& paletteHotkey)
+std::optional<HotkeyObstacle> obstacleOf(Hotkey const& hotkey)
 {
-    std::string text = "This desktop shows no tray icons. ";
-    if (paletteHotkey)
-        text += "Press " + labelOf(*paletteHotkey) + " to jump to any shortcut, or start ";
-    else
-        text += "Start ";
-    return text + "Quillbar again to open its settings.";
+    return platform::hotkeyObstacles(
+        { { static_cast<std::uint32_t>(hotkey.keyCode), hotkey.modifiers } })
+        .front();
+}
+
+std::string explanation(Hotkey const& paletteHotkey)
+{
+    std::string const again
+        = "Quillbar again to open its settings; Ctrl+Q in its windows quits it.";
+    std::string const text = "This desktop shows no tray icons. ";
+    auto const label = labelOf(paletteHotkey);
+    auto const obstacle = obstacleOf(paletteHotkey);
+    if (!obstacle)
+        return text + "Press " + label + " to jump to any shortcut, or start " + again;
+    auto const* const verb
+        = obstacle == HotkeyObstacle::CommandKeyTaken ? " may not work" : " does not work";
+    return text + "Start " + again + " " + label + verb + " here. " + platform::hotkeyAlternative();
 }
 
 } // namespace
 
-void tellOnceThatThereIsNoPlace(std::optional<Hotkey> const& paletteHotkey)
+void tellOnceThatThereIsNoPlace(Hotkey const& paletteHotkey)
 {
     if (!isFirstTime())
         return;

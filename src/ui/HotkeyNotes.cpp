@@ -34,15 +34,13 @@ std::string sentence(HotkeyObstacle obstacle)
     return {};
 }
 
-/// The hotkeys in the order in which they are registered: of two that are equal the first works.
-class Survey {
+/// Collects hotkeys in the order in which they are registered: of two that are equal the first
+/// works.
+class ObstacleQuery {
 public:
     void add(Hotkey const& hotkey, std::string owner, HotkeyNote& note)
     {
-        if (!std::in_range<std::uint32_t>(hotkey.keyCode))
-            return;
-        KeyCombination const combination { static_cast<std::uint32_t>(hotkey.keyCode),
-            hotkey.modifiers };
+        KeyCombination const combination { hotkey.systemKeyCode(), hotkey.modifiers };
         combinations_.push_back(combination);
         notes_.push_back(&note);
         auto const [first, isFirst] = owners_.emplace(combination, std::move(owner));
@@ -73,16 +71,16 @@ private:
 HotkeyNotes hotkeyNotes(SettingsModel const& model)
 {
     HotkeyNotes notes;
-    Survey survey;
-    survey.add(model.menuHotkeyEff(), "The quick open hotkey", notes.quickOpen);
+    ObstacleQuery query;
+    query.add(model.menuHotkeyEff(), "The quick open hotkey", notes.quickOpen);
     for (auto const& [name, hotkey] : model.pinnedHotkeys()) {
         auto& note = notes.shortcuts[name];
         if (hotkey.isValid())
-            survey.add(hotkey, "“" + platform::isolated(name) + "”", note);
+            query.add(hotkey, "“" + platform::isolated(name) + "”", note);
         else
             note.problem = "This key cannot start a shortcut.";
     }
-    survey.askTheSystem();
+    query.askTheSystem();
     return notes;
 }
 

@@ -40,7 +40,7 @@ void addScrollView(platform::View& content, Rect frame, std::shared_ptr<platform
 
 void SettingsWindowController::buildUserInterface()
 {
-    auto const content = std::make_shared<FlippedView>();
+    auto const content = std::make_shared<platform::View>();
     buildGeneral(*content);
     content->addSubview(std::make_shared<platform::Separator>())->setFrame({ 24, 166, 512, 1 });
     buildPinned(*content);

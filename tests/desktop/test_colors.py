@@ -1,6 +1,7 @@
 """Light and dark windows, as the desktop prefers."""
 
 import os
+import signal
 
 from virtualdesktop import Window, wait_until
 from virtualdesktop.portal import Portal
@@ -12,9 +13,9 @@ def ground(window):
     return sum(window.screen.picture((x + 4, y + 4, 1, 1)).getpixel((0, 0))) // 3
 
 
-def open_about(program):
+def open_about(program, **environment):
     program.pin("Alpha")
-    program.start()
+    program.start(**environment)
     return program.open_about()
 
 
@@ -47,5 +48,27 @@ def test_an_alert_at_the_start_has_the_desktops_colours(program):
         alert.screen.press("Escape")
 
 
-def test_without_a_portal_windows_are_light(program):
-    wait_light(open_about(program))
+def test_without_a_portal_the_name_of_the_gtk_theme_tells(program):
+    about = open_about(program)
+    wait_light(about)
+    configuration = os.path.join(program.home, "xsettingsd.conf")
+
+    def name_theme(name):
+        with open(configuration, "w", encoding="utf-8") as file:
+            file.write(f'Xft/DPI 98304\nNet/ThemeName "{name}"\n')
+
+    name_theme("Adwaita-dark")
+    manager = program.desktop.start(["xsettingsd", "--config", configuration])
+    wait_dark(about)
+    name_theme("Arc-Darker")
+    manager.send_signal(signal.SIGHUP)
+    wait_light(about)
+    program.desktop.processes.end(manager)
+
+
+def test_under_kde_windows_have_the_persons_colours(program):
+    with open(os.path.join(program.config_home, "kdeglobals"), "w", encoding="utf-8") as file:
+        file.write("[Colors:Window]\nBackgroundNormal=120,60,90\n"
+                   "[Colors:Button]\nBackgroundNormal=120,60,90\n")
+    about = open_about(program, XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5")
+    wait_until(lambda: ground(about) == 90, lambda: f"the window has {ground(about)}")

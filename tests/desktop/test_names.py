@@ -16,8 +16,8 @@ NAMES = [
     "العربية 123",
     "turned \u202egnp.exe",
     "combining e\u0301 Z\u0338\u035a",
-    "x" * 5000,
-    "long words " * 450 + "end",
+    "x" * 255,
+    "long words " * 22 + "end",
 ]
 # What every menu shows of a name that is too long for one.
 CUT = 80

@@ -1,5 +1,6 @@
 """Screens of many dots: windows keep their shape and are sharp."""
 
+import io
 import subprocess
 
 import pytest
@@ -54,6 +55,8 @@ def test_windows_are_their_frames_times_the_scale(program, set_dots_per_inch, sc
     program.stop()
     set_dots_per_inch(dots)
     program.start(**environment)
+    icon = Image.open(io.BytesIO(program.tray().menu.row("A", images=True).icon))
+    assert icon.width == 16 * scale
     for small, large in zip(plain, pictures(program, scale)):
         # Drawn at the scale, not enlarged, and everything where it was.
         enlarged = small.resize(large.size, Image.Resampling.NEAREST)

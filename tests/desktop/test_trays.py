@@ -111,7 +111,5 @@ def test_without_any_tray_the_program_says_so_and_stays_reachable(program):
     settings.wait_closed()
     (shown,) = wait_until(program.desktop.notifications.shown, "the program says nothing")
     assert shown["summary"] == "Quillbar is running"
-    assert shown["body"] == (
-        "This desktop shows no tray icons. Press ⌥⌘T to jump to any shortcut, or start "
-        "Quillbar again to open its settings.")
+    assert "Press ⌥⌘T to jump to any shortcut" in shown["body"]
     assert not shown["hints"].get("transient")

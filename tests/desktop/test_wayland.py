@@ -80,6 +80,19 @@ def test_the_host_opens_the_menu_on_either_button(program):
         program.wait_for_runs(*["A"] * count)
 
 
+def test_a_click_opens_the_palette_where_the_bar_draws_no_menu(tmp_path):
+    with WaylandDesktop(swaybar=True) as desktop:
+        program = Program(desktop, os.environ["QUILLBAR"], tmp_path)
+        start_with(program, "A")
+        wait_until(desktop.panel.shows_icon, "the icon does not show in the bar")
+        for button in (1, 3):
+            desktop.panel.click_icon(button)
+            wait_for_window(program, "Quillbar")
+            desktop.screen.press("Escape")
+            wait_closed(program)
+        assert program.stop() == 0
+
+
 def test_the_palette_runs_what_is_typed(program):
     start_with(program, "Alpha", "Beta")
     # A token that is too long for a message to the compositor would end the program.

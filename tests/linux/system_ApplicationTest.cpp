@@ -9,7 +9,6 @@
 #include <QVariantMap>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <cstdlib>
 
 namespace quillbar::platform {
@@ -52,21 +51,23 @@ protected:
     Mailbox mailbox { folder.path() / "mailbox" };
 };
 
-TEST_F(Applications, StartByTheBus_carriesOutTheAction)
+TEST_F(Applications, StartByTheBus_opensNothingOfItself)
 {
     folder.write(
         "services/q.service", "[D-BUS Service]\nName=com.quillbar.Quillbar\nExec=" + driver + "\n");
     PrivateBus const bus(busConfiguration(folder.path()));
-    EXPECT_EQ(act(QStringLiteral("settings")), "");
+    EXPECT_EQ(act(QStringLiteral("quit")), "");
+    auto const isRunning
+        = busCall(QStringLiteral("NameHasOwner"), { QStringLiteral("com.quillbar.Quillbar") });
+    while (ask(QDBusConnection::sessionBus(), isRunning).arguments().constFirst().toBool()) { }
+
+    EXPECT_EQ(call(QStringLiteral("Activate"), { QVariantMap {} }), "");
     EXPECT_EQ(mailbox.nextLine(), "launched 0");
-    EXPECT_EQ(mailbox.nextLine(), "settings 0");
+    EXPECT_EQ(act(QStringLiteral("palette")), "");
+    EXPECT_EQ(mailbox.nextLine(), "palette 0");
     EXPECT_EQ(call(QStringLiteral("Open"), { QStringList {}, QVariantMap {} }), "");
     EXPECT_EQ(mailbox.nextLine(), "settings 0");
-
-    auto const owner = ask(QDBusConnection::sessionBus(),
-        busCall(QStringLiteral("GetConnectionUnixProcessID"),
-            { QStringLiteral("com.quillbar.Quillbar") }));
-    ::kill(owner.arguments().constFirst().toInt(), SIGTERM);
+    EXPECT_EQ(act(QStringLiteral("quit")), "");
     EXPECT_EQ(mailbox.nextLine(), "gone");
 }
 
@@ -76,8 +77,7 @@ TEST_F(Applications, Calls_thatMakeNoSenseAreRefused)
     Process const first({ driver });
     mailbox.nextLine();
     auto const* const invalid = "org.freedesktop.DBus.Error.InvalidArgs";
-    EXPECT_EQ(act(QStringLiteral("quit")), invalid);
-    EXPECT_EQ(call(QStringLiteral("Activate"), {}), invalid);
+    EXPECT_EQ(act(QStringLiteral("about")), invalid);
     EXPECT_EQ(call(QStringLiteral("Activate"), { QStringLiteral("x") }), invalid);
     EXPECT_EQ(call(QStringLiteral("ActivateAction"), { 1, 2, 3 }), invalid);
     EXPECT_NE(call(QStringLiteral("Quit"), {}), "");

@@ -33,8 +33,8 @@ public:
         tell("launched " + std::to_string(userTime()));
         // Work that is never reached keeps what it holds alive.
         postDelayed(std::chrono::hours(1), [held = self.lock()] {});
-        onReady();
     }
+    void applicationWillTerminate() override { }
     void openSettings() override { tell("settings " + std::to_string(userTime())); }
     void openPalette() override { tell("palette " + std::to_string(userTime())); }
 

@@ -158,8 +158,8 @@ TEST_F(MenuExportTest, PropertiesAreWhatWasAskedForAndNoDefaults)
     EXPECT_EQ(propertiesOf(item, { "label", "visible" }).keys(), QStringList({ "label" }));
     EXPECT_EQ(propertiesOf(MenuItem::separator()), QVariantMap({ { "type", "separator" } }));
     auto const icon = QImage::fromData(all.value("icon-data").toByteArray(), "PNG");
-    EXPECT_EQ(icon.size(), QSize(32, 32));
-    EXPECT_EQ(icon.pixelColor(16, 12), QColor(0x80, 0x80, 0x80));
+    EXPECT_EQ(icon.size(), QSize(16, 16));
+    EXPECT_EQ(icon.pixelColor(8, 6), QColor(0x80, 0x80, 0x80));
 }
 
 } // namespace

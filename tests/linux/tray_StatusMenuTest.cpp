@@ -102,19 +102,6 @@ TEST_F(StatusMenuTest, ShowsNamesExactly)
     menu->close();
 }
 
-TEST_F(StatusMenuTest, UnknownKeysAndEscapeRunNothing)
-{
-    open({ numbered("A", "1") });
-    type(Qt::Key_7);
-    for (auto const modifier : { Qt::Key_Alt, Qt::Key_Meta, Qt::Key_Control, Qt::Key_Shift })
-        type(modifier);
-    type(Qt::Key_Q, Qt::MetaModifier);
-    EXPECT_TRUE(menu->isVisible());
-    type(Qt::Key_Escape);
-    EXPECT_TRUE(waitUntil([this] { return menu.isNull(); }));
-    EXPECT_TRUE(ran.empty());
-}
-
 TEST_F(StatusMenuTest, StaysOnTheScreenHoweverLongNamesAndListAre)
 {
     std::vector<MenuItem> items(5000, pin("A"));

@@ -96,10 +96,12 @@ TEST(IconFiles, WritesEachLookOncePrivatelyAndCleansUp)
 
 TEST(IconFiles, FallsBackToTheTemporaryFolder)
 {
-    qputenv("XDG_RUNTIME_DIR", "/nonexistent");
-    IconFiles files;
-    EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
-    EXPECT_TRUE(files.folder().startsWith(QDir::tempPath()));
+    for (auto const* unusable : { "/nonexistent", "." }) {
+        qputenv("XDG_RUNTIME_DIR", unusable);
+        IconFiles files;
+        EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
+        EXPECT_TRUE(files.folder().startsWith(QDir::tempPath()));
+    }
 }
 
 } // namespace

@@ -62,6 +62,12 @@ void StatusItem::userOpenedMenu()
         callback();
 }
 
+void StatusItem::userMissedMenu()
+{
+    if (auto const callback = onMenuMissed)
+        callback();
+}
+
 void StatusItem::systemFoundNoPlace()
 {
     if (auto const callback = onNoPlace)

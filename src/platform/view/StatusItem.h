@@ -70,6 +70,10 @@ public:
     std::function<void()> onMenuOpen;
     void userOpenedMenu();
 
+    /// Called when the person asks for the menu where nothing can show it.
+    std::function<void()> onMenuMissed;
+    void userMissedMenu();
+
     /// Called when the item has found no place for some time, so that nobody can see it.
     std::function<void()> onNoPlace;
     void systemFoundNoPlace();

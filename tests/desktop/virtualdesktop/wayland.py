@@ -1,4 +1,4 @@
-"""The virtual desktop of a Wayland session: sway, without a screen or a graphics card, and waybar."""
+"""The virtual desktop of a Wayland session: sway, without a screen or a graphics card, and a bar."""
 
 import io
 import json
@@ -17,15 +17,28 @@ from .wayland_input import WaylandInput
 
 _SIZE = (1280, 800)
 _BAR_HEIGHT = 32
+_BAR_ID = "bar"
 _COMPOSITOR = f"""output * resolution {_SIZE[0]}x{_SIZE[1]}
 xwayland disable
+bar {{
+    id {_BAR_ID}
+    # What starts it is the desktop: it needs the session bus.
+    swaybar_command true
+    status_command -
+    position top
+    height {_BAR_HEIGHT}
+}}
 """
 _BAR = {"layer": "top", "height": _BAR_HEIGHT, "modules-right": ["tray"],
         "tray": {"icon-size": 22, "spacing": 10}}
 
 
 class WaylandDesktop(VirtualDesktop):
-    """Its screen is a compositor's, and its panel a bar."""
+    """Its screen is a compositor's, and its panel a bar: waybar, or sway's own."""
+
+    def __init__(self, swaybar=False, **options):
+        super().__init__(**options)
+        self._bar = SwayBar if swaybar else Bar
 
     def _start_screen(self):
         self.environment["XDG_SESSION_TYPE"] = "wayland"
@@ -33,7 +46,7 @@ class WaylandDesktop(VirtualDesktop):
         self._display = self.screen.process
 
     def _start_panel(self):
-        self.panel = Bar(self)
+        self.panel = self._bar(self)
         self.panel.start()
 
     def lose_display(self):
@@ -112,10 +125,12 @@ class Bar:
         self._desktop = desktop
 
     def start(self):
-        self._process = self._desktop.start([
-            "waybar", "--config", self._write("waybar.json", json.dumps(_BAR)),
-            "--style", self._write("waybar.css", "window { background: #202020; }")])
+        self._desktop.start(self._command())
         wait_until(lambda: self._desktop.bus.owner(WATCHER), "the bar's tray did not start")
+
+    def _command(self):
+        return ["waybar", "--config", self._write("waybar.json", json.dumps(_BAR)),
+                "--style", self._write("waybar.css", "window { background: #202020; }")]
 
     def _write(self, name, text):
         path = os.path.join(self._desktop.folder, name)
@@ -138,3 +153,10 @@ class Bar:
 
     def items(self):
         return registered_items(self._desktop.bus)
+
+
+class SwayBar(Bar):
+    """The bar that comes with sway; this version draws no menus."""
+
+    def _command(self):
+        return ["swaybar", "--bar_id", _BAR_ID]

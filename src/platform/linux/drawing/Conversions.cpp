@@ -127,11 +127,4 @@ KeyModifiers toKeyModifiers(Qt::KeyboardModifiers modifiers)
     return result;
 }
 
-Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent)
-{
-    auto const key = toQString(equivalent.key);
-    auto const shift = key.toLower() != key ? shiftKey : 0;
-    return toQtModifiers(equivalent.modifiers | shift);
-}
-
 } // namespace quillbar::platform

@@ -4,7 +4,6 @@
 #include "platform/view/Color.h"
 #include "platform/view/Font.h"
 #include "platform/view/Geometry.h"
-#include "platform/view/Menu.h"
 
 #include <QColor>
 #include <QFont>
@@ -35,8 +34,5 @@ namespace quillbar::platform {
 /// Command is Super, which Qt calls Meta; Option is Alt.
 [[nodiscard]] Qt::KeyboardModifiers toQtModifiers(KeyModifiers modifiers);
 [[nodiscard]] KeyModifiers toKeyModifiers(Qt::KeyboardModifiers modifiers);
-
-/// With the Shift that an upper-case letter stands for.
-[[nodiscard]] Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent);
 
 } // namespace quillbar::platform

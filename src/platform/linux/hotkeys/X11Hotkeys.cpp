@@ -1,5 +1,6 @@
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
+#include "platform/linux/BlockingWait.h"
 #include "platform/linux/HeldModifiers.h"
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
@@ -70,6 +71,10 @@ bool X11Hotkeys::startListening()
     keyboardChange_ = *keyboardChange;
     bits_ = bits.answer();
     setAsideEvents();
+    setBlockingWaitHandler([weak = weak_from_this()](bool isWaiting) {
+        if (auto const self = weak.lock())
+            self->setHoldsKeyboard(!isWaiting);
+    });
     return true;
 }
 
@@ -159,7 +164,7 @@ X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
     Requests sent;
     for (auto const& [keycode, mask] : grabsOf(claim)) {
         sent.push_back(xcb_grab_key_checked(
-            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
+            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_));
     }
     return sent;
 }
@@ -320,6 +325,22 @@ void X11Hotkeys::handlerDone()
 void X11Hotkeys::allowEvents(xcb_allow_t mode)
 {
     xcb_allow_events(connection_.get(), static_cast<std::uint8_t>(mode), XCB_CURRENT_TIME);
+    xcb_flush(connection_.get());
+}
+
+/// Presses are answered on the main thread only: while it waits for a child they must not freeze
+/// the keyboard. A client's second grab of a key replaces its first one.
+void X11Hotkeys::setHoldsKeyboard(bool holdsKeyboard)
+{
+    keyboardMode_ = holdsKeyboard ? XCB_GRAB_MODE_SYNC : XCB_GRAB_MODE_ASYNC;
+    giveBackReleased();
+    for (auto const& [number, claim] : claims_) {
+        for (auto const& [keycode, mask] : claim.isHeld ? grabsOf(claim) : std::vector<Grab> {})
+            xcb_grab_key(
+                connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_);
+    }
+    if (!holdsKeyboard)
+        xcb_allow_events(connection_.get(), XCB_ALLOW_ASYNC_KEYBOARD, XCB_CURRENT_TIME);
     xcb_flush(connection_.get());
 }
 

@@ -88,6 +88,7 @@ private:
     void fire(Claim const& claim);
     void handlerDone();
     void allowEvents(xcb_allow_t mode);
+    void setHoldsKeyboard(bool holdsKeyboard);
     void followKeyboard();
 
     Connection connection_;
@@ -106,6 +107,8 @@ private:
     xcb_keycode_t grabbingKey_ = 0;
     KeyModifiers firedModifiers_ = 0;
     bool isHandlerRunning_ = false;
+    /// Synchronous: a press freezes the keyboard until allowEvents().
+    std::uint8_t keyboardMode_ = XCB_GRAB_MODE_SYNC;
     FocusWait focusWait_ { [this] { allowEvents(XCB_ALLOW_SYNC_KEYBOARD); } };
 };
 

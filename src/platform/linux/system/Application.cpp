@@ -27,8 +27,6 @@ namespace {
 
 using MakeDelegate = std::function<std::shared_ptr<ApplicationDelegate>()>;
 
-bool isEnding = false;
-
 std::string_view variable(char const* name)
 {
     auto const* const value = std::getenv(name);
@@ -61,10 +59,13 @@ bool hasDisplay()
 
 void chooseTheme()
 {
-    // The GTK theme would more than double the program's memory and start-up time.
     auto const theme = variable("QT_QPA_PLATFORMTHEME");
-    if (theme.empty() || qstrnicmp(theme.data(), "gtk", 3) == 0)
-        setOwnVariable("QT_QPA_PLATFORMTHEME", "generic");
+    if (!theme.empty() && qstrnicmp(theme.data(), "gtk", 3) != 0)
+        return;
+    // The GTK theme would more than double the program's memory and start-up time; KDE's, which is
+    // part of Qt, brings the colours and fonts that the person chose there.
+    auto const isKde = variable("XDG_CURRENT_DESKTOP").find("KDE") != std::string_view::npos;
+    setOwnVariable("QT_QPA_PLATFORMTHEME", isKde ? "kde" : "generic");
 }
 
 void setUp(QApplication& application)
@@ -95,6 +96,8 @@ public:
     Program& operator=(Program const&) = delete;
     ~Program()
     {
+        if (delegate_)
+            delegate_->applicationWillTerminate();
         // Whatever may hold windows goes while there is an application object.
         dropPendingWork();
         childWatcher().forgetAll();
@@ -104,6 +107,9 @@ public:
     {
         using Instance = DesktopApplication::Instance;
         DesktopApplication::claimName([this](Instance instance) {
+            // A command to quit that started this process must not use up the welcome.
+            if (isTerminating())
+                return;
             if (instance == Instance::First)
                 launch();
             else
@@ -118,8 +124,8 @@ private:
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
         delegate_ = makeDelegate_();
-        delegate_->onReady = [this] { onTheDesktop_.serve(delegate_); };
         delegate_->applicationDidFinishLaunching();
+        onTheDesktop_.serve(delegate_);
     }
 
     MakeDelegate const& makeDelegate_;
@@ -155,14 +161,8 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
 
 void terminate()
 {
-    isEnding = true;
     // Unlike quit(), it cannot be refused by a window.
     QCoreApplication::exit(0);
-}
-
-bool isTerminating()
-{
-    return isEnding;
 }
 
 } // namespace quillbar::platform

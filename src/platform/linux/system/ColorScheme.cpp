@@ -1,11 +1,13 @@
 #include "platform/linux/system/ColorScheme.h"
 
 #include "platform/linux/system/SessionBus.h"
+#include "platform/linux/views/Painting.h"
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusVariant>
 #include <QPointer>
+#include <QProxyStyle>
 #include <QToolTip>
 
 namespace quillbar::platform {
@@ -14,6 +16,7 @@ namespace {
 
 // The call may have to start the portal first.
 constexpr std::chrono::milliseconds portalTimeout { 10000 };
+constexpr uint noPreference = 0;
 constexpr uint prefersDark = 1;
 
 auto const portal = QStringLiteral("org.freedesktop.portal.Desktop");
@@ -47,6 +50,19 @@ QPalette darkPalette()
     return palette;
 }
 
+/// Qt's theme for KDE leaves the colour of placeholders as it is: black, which dark windows hide.
+class KdeStyle final : public QProxyStyle {
+public:
+    using QProxyStyle::polish;
+    void polish(QPalette& palette) override
+    {
+        QProxyStyle::polish(palette);
+        constexpr double share = 0.5;
+        palette.setColor(QPalette::PlaceholderText,
+            faded(palette.color(QPalette::Active, QPalette::Text), share));
+    }
+};
+
 QVariant unwrapped(QVariant value)
 {
     // Read answers with a variant in a variant, SettingChanged with one.
@@ -55,12 +71,24 @@ QVariant unwrapped(QVariant value)
     return value;
 }
 
+// "Adwaita-dark", "Blackbird", "HighContrastInverse"; "Arc-Darker" has light windows.
+bool isNameOfDarkTheme(QByteArray const& theme)
+{
+    auto const name = theme.toLower().replace("darker", "");
+    return name.contains("dark") || name.contains("black") || name.contains("inverse");
+}
+
 } // namespace
 
 void ColorScheme::follow()
 {
-    if (qgetenv("QT_QPA_PLATFORMTHEME") != "generic")
+    auto const theme = qgetenv("QT_QPA_PLATFORMTHEME");
+    if (theme == "kde")
+        QApplication::setStyle(new KdeStyle);
+    if (theme != "generic")
         return;
+    desktopSettings_.emplace([this] { apply(); });
+    apply();
     // Naming the sender would make Qt wait for the bus to tell its owner.
     QDBusConnection::sessionBus().connect(QString(), path, interface,
         QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QDBusMessage)));
@@ -68,7 +96,7 @@ void ColorScheme::follow()
     call.setArguments({ appearance, colorScheme });
     callOnBus(call, portalTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
         if (self && reply.type() == QDBusMessage::ReplyMessage)
-            self->apply(reply.arguments().value(0));
+            self->prefer(reply.arguments().value(0));
     });
 }
 
@@ -76,12 +104,25 @@ void ColorScheme::settingChanged(QDBusMessage const& signal)
 {
     auto const arguments = signal.arguments();
     if (arguments.value(0) == appearance && arguments.value(1) == colorScheme)
-        apply(arguments.value(2));
+        prefer(arguments.value(2));
 }
 
-void ColorScheme::apply(QVariant const& preference)
+void ColorScheme::prefer(QVariant const& preference)
 {
-    bool const isDark = unwrapped(preference).toUInt() == prefersDark;
+    preference_ = unwrapped(preference).toUInt();
+    apply();
+}
+
+bool ColorScheme::isDarkWanted() const
+{
+    if (preference_ == noPreference)
+        return isNameOfDarkTheme(desktopSettings_->text("Net/ThemeName"));
+    return preference_ == prefersDark;
+}
+
+void ColorScheme::apply()
+{
+    bool const isDark = isDarkWanted();
     if (isDark == isDark_)
         return;
     isDark_ = isDark;

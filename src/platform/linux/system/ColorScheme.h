@@ -1,15 +1,20 @@
 #pragma once
 
+#include "platform/linux/system/XSettings.h"
+
 #include <QDBusMessage>
 #include <QObject>
 #include <QPalette>
 #include <QVariant>
 
+#include <optional>
+
 namespace quillbar::platform {
 
 /// Gives the program dark colours while the desktop prefers them, which it tells through its
-/// portal (org.freedesktop.portal.Settings). Nothing changes where there is no portal, or where the
-/// person chose a Qt theme, which brings colours of its own. Main thread.
+/// portal (org.freedesktop.portal.Settings), or, where that knows of no preference, by the name of
+/// its GTK theme (X11). Nothing changes where a Qt theme brings colours of its own: under KDE, or
+/// where the person chose one. Main thread.
 class ColorScheme final : public QObject {
     Q_OBJECT
 
@@ -19,8 +24,12 @@ public:
 
 private:
     Q_SLOT void settingChanged(QDBusMessage const& signal);
-    void apply(QVariant const& preference);
+    void prefer(QVariant const& preference);
+    void apply();
+    [[nodiscard]] bool isDarkWanted() const;
 
+    uint preference_ = 0;
+    std::optional<XSettings> desktopSettings_;
     bool isDark_ = false;
     QPalette light_;
 };

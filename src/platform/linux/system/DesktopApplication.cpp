@@ -85,9 +85,15 @@ void DesktopApplication::claimName(std::function<void(Instance)> done)
     auto const call
         = busCall(QStringLiteral("RequestName"), { QLatin1String(applicationId), doNotQueue });
     callOnBus(call, busTimeout, [done = std::move(done)](QDBusMessage const& reply) {
-        bool const isTaken = reply.type() == QDBusMessage::ReplyMessage
-            && reply.arguments().value(0).toUInt() == replyExists;
-        done(isTaken ? Instance::Second : Instance::First);
+        if (reply.type() != QDBusMessage::ReplyMessage)
+            return done(Instance::First);
+        if (reply.arguments().value(0).toUInt() == replyExists)
+            return done(Instance::Second);
+        // The bus delivers the messages for which it started this process when the name is claimed.
+        // Qt holds messages, but not replies, until its event loop has run: only the reply to a
+        // later call comes after them.
+        callOnBus(busCall(QStringLiteral("GetId")), busTimeout,
+            [done](QDBusMessage const&) { done(Instance::First); });
     });
 }
 
@@ -176,6 +182,8 @@ bool DesktopApplication::acceptAction(QDBusMessage const& message)
         perform(&ApplicationDelegate::openPalette, lastMap(message));
     else if (action == QLatin1String("settings"))
         perform(&ApplicationDelegate::openSettings, lastMap(message));
+    else if (action == QLatin1String("quit"))
+        terminate();
     else
         return false;
     return true;

@@ -36,8 +36,8 @@ public:
     DesktopApplication& operator=(DesktopApplication const&) = delete;
     ~DesktopApplication() override;
 
-    /// Claims the program's name; `done` is called through the event loop. Without a bus every
-    /// process is the first.
+    /// Claims the program's name; `done` is called through the event loop, after the messages for
+    /// which the bus started this process have arrived. Without a bus every process is the first.
     static void claimName(std::function<void(Instance)> done);
 
     /// Tells the first instance that the program was started again; `done` is called through the

@@ -17,10 +17,8 @@ namespace {
 
 QKeySequence keySequence(KeyEquivalent const& equivalent)
 {
-    auto const key = QKeySequence::fromString(
-        toQString(equivalent.key).toUpper(), QKeySequence::PortableText)[0]
-                         .key();
-    return QKeyCombination(toQtModifiers(equivalent), key);
+    auto const key = QKeySequence::fromString(toQString(equivalent.key).toUpper());
+    return QKeyCombination(toQtModifiers(equivalent.allModifiers()), key[0].key());
 }
 
 /// Gives every window the commands of the main menu when it is shown.

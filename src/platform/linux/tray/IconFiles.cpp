@@ -114,7 +114,7 @@ QString IconFiles::folder()
 {
     if (!folder_) {
         auto const runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-        if (!runtime.isEmpty())
+        if (QDir::isAbsolutePath(runtime))
             folder_ = makeFolder(runtime);
         if (!folder_ || !folder_->isValid())
             folder_ = makeFolder(QDir::tempPath());

@@ -3,7 +3,9 @@
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 
+#include <QGuiApplication>
 #include <QList>
+#include <QScreen>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -66,9 +68,12 @@ std::string nameOf(MenuItem const& item, int parent)
 
 QByteArray pngOf(Image const& image)
 {
+    // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
+    // session may have no screen for a while.
+    auto const* const screen = QGuiApplication::primaryScreen();
     return encodePng(renderImage(image,
         { .symbolSize = { 16, 16 },
-            .devicePixelRatio = 2,
+            .devicePixelRatio = screen ? screen->devicePixelRatio() : 1,
             .foreground = symbolColor,
             .palette = {} }));
 }
@@ -88,7 +93,7 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     if (equivalent.key.empty())
         return {};
     auto const key = toQString(equivalent.key);
-    auto const modifiers = toQtModifiers(equivalent);
+    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QStringList keys;
     if (modifiers.testFlag(Qt::ControlModifier))
         keys << u"Control"_s;

@@ -38,7 +38,7 @@ QString keyText(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto const modifiers = toQtModifiers(equivalent);
+    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QString text;
     if (modifiers.testFlag(Qt::MetaModifier))
         text += "Super+"_L1;
@@ -63,7 +63,7 @@ bool isKeyEquivalent(QKeyEvent const& press, KeyEquivalent const& equivalent)
     // Where digits need Shift to be typed, that Shift is part of the digit.
     if (isDigit && isSameKey)
         pressed.setFlag(Qt::ShiftModifier, false);
-    if (pressed != toQtModifiers(equivalent))
+    if (pressed != toQtModifiers(equivalent.allModifiers()))
         return false;
     constexpr int lastAscii = 0x7f;
     auto const isByPosition = isDigit || press.key() > lastAscii;

@@ -101,6 +101,7 @@ StatusNotifierFace NativeStatusItem::notifierFace()
         .iconThemePath = [this] { return files_.folder(); },
         .iconPixmap = [this] { return pixmaps(); },
         .activate = [this] { toggleMenu(); },
+        .menuMissed = [this] { item_.userMissedMenu(); },
     };
 }
 

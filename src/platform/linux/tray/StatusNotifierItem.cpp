@@ -117,8 +117,10 @@ QDBusMessage StatusNotifierItem::reply(QDBusMessage const& call)
         return invalidCallReply(call);
     auto const method = call.member();
     auto const signature = call.signature();
-    if ((method == "Activate"_L1 || method == "ContextMenu"_L1) && signature == "ii"_L1)
+    if (method == "Activate"_L1 && signature == "ii"_L1)
         return activateReply(call);
+    if (method == "ContextMenu"_L1 && signature == "ii"_L1)
+        return contextMenuReply(call);
     if (method == "SecondaryActivate"_L1 && signature == "ii"_L1)
         return call.createReply();
     if (method == "Scroll"_L1 && signature == "is"_L1)
@@ -135,9 +137,21 @@ QDBusMessage StatusNotifierItem::activateReply(QDBusMessage const& call)
     // Hosts open the exported menu by themselves when there is nothing to activate.
     if (menuOwner_ == MenuOwner::Host)
         return invalidCallReply(call);
-    QMetaObject::invokeMethod(
-        this, [this] { face_.activate(); }, Qt::QueuedConnection);
+    callLater(face_.activate);
     return call.createReply();
+}
+
+QDBusMessage StatusNotifierItem::contextMenuReply(QDBusMessage const& call)
+{
+    // Hosts that can draw the exported menu do so instead of calling this (Plasma, waybar);
+    // swaybar 1.7 draws none and calls this for either button.
+    callLater(menuOwner_ == MenuOwner::Host ? face_.menuMissed : face_.activate);
+    return call.createReply();
+}
+
+void StatusNotifierItem::callLater(std::function<void()> const& callback)
+{
+    QMetaObject::invokeMethod(this, callback, Qt::QueuedConnection);
 }
 
 void StatusNotifierItem::emitSignal(QString const& name)

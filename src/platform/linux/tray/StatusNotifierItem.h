@@ -24,6 +24,8 @@ struct StatusNotifierFace {
     std::function<QList<IconPixmap>()> iconPixmap;
     /// The person clicked; called through the event loop.
     std::function<void()> activate;
+    /// The person clicked in a host that is to draw the menu and draws none; called likewise.
+    std::function<void()> menuMissed;
 };
 
 /// The status item on the bus (org.kde.StatusNotifierItem). Main thread.
@@ -46,6 +48,8 @@ private:
     [[nodiscard]] std::vector<ReadableProperty> properties() const;
     QDBusMessage reply(QDBusMessage const& call);
     QDBusMessage activateReply(QDBusMessage const& call);
+    QDBusMessage contextMenuReply(QDBusMessage const& call);
+    void callLater(std::function<void()> const& callback);
     void emitSignal(QString const& name);
 
     QDBusConnection connection_;
