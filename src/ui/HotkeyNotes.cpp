@@ -14,6 +14,12 @@ using platform::KeyCombination;
 
 namespace {
 
+std::string withAlternative(std::string const& sentence)
+{
+    auto const alternative = platform::hotkeyAlternative();
+    return alternative.empty() ? sentence : sentence + "\n" + alternative;
+}
+
 std::string sentence(HotkeyObstacle obstacle)
 {
     switch (obstacle) {
@@ -22,12 +28,10 @@ std::string sentence(HotkeyObstacle obstacle)
     case HotkeyObstacle::NoSuchKey:
         return "Your keyboard has no such key.";
     case HotkeyObstacle::CommandKeyTaken:
-        return "Another program holds the Super key and may keep this combination.";
-    case HotkeyObstacle::NoService: {
-        auto const alternative = platform::hotkeyAlternative();
-        std::string const text = "This session offers no global hotkeys.";
-        return alternative.empty() ? text : text + "\n" + alternative;
-    }
+        return withAlternative(
+            "Another program holds the Super key and may keep this combination.");
+    case HotkeyObstacle::NoService:
+        return withAlternative("This session offers no global hotkeys.");
     case HotkeyObstacle::Declined:
         return "You declined this combination when the desktop asked.";
     }

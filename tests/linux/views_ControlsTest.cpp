@@ -4,6 +4,7 @@
 #include "platform/view/TextField.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 
@@ -42,6 +43,15 @@ TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
     QTest::keyClick(combo.view(), Qt::Key_Down);
     QTest::keyClick(combo.view(), Qt::Key_Return);
     EXPECT_EQ(popUp->selectedIndex(), 1u);
+}
+
+TEST_F(Controls, CheckBox_isAsLargeForAssistiveTechnologyAsItsFrame)
+{
+    auto const box
+        = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"), { 9, 7, 58, 16 });
+    auto& widget = widgetOf(*box);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&widget)->rect(),
+        QRect(widget.mapToGlobal(QPoint()), widget.size()));
 }
 
 TEST_F(Controls, TypedText_arrivesAndACompositionOnlyWhenItIsDone)

@@ -80,14 +80,31 @@ QByteArray number(double value)
     return QByteArray::number(value, 'g', 8);
 }
 
+double scaleInto(QRectF const& rect, QRectF const& viewBox)
+{
+    return std::min(rect.width() / viewBox.width(), rect.height() / viewBox.height());
+}
+
 QByteArray transformInto(QRectF const& rect, QRectF const& viewBox)
 {
-    auto const scale = std::min(rect.width() / viewBox.width(), rect.height() / viewBox.height());
+    auto const scale = scaleInto(rect, viewBox);
     auto const offset = rect.center() - viewBox.center() * scale;
     if (scale == 1 && offset.isNull())
         return {};
     return " transform=\"translate(" + number(offset.x()) + ' ' + number(offset.y()) + ") scale("
         + number(scale) + ")\"";
+}
+
+// Panels recolour a document of one of two kinds: by its "-symbolic" file name, or by this style
+// sheet and its classes. Some recolour none: white with a dark rim is seen on every ground.
+QByteArray leftToThePanel(Body const& body, SymbolSvgStyle const& style)
+{
+    constexpr double rimWidth = 0.75;
+    auto const stroke = 2 * rimWidth / scaleInto(style.rect, body.viewBox);
+    return "><g class=\"ColorScheme-Background\" fill=\"none\" stroke=\"currentColor\" "
+           "stroke-linejoin=\"round\" stroke-width=\""
+        + number(stroke) + "\">" + body.content
+        + "</g><g class=\"ColorScheme-Text\" fill=\"currentColor\">" + body.content + "</g>";
 }
 
 QByteArray documentOf(Body const& body, SymbolSvgStyle const& style)
@@ -96,20 +113,19 @@ QByteArray documentOf(Body const& body, SymbolSvgStyle const& style)
     auto const height = number(style.canvas.height());
     QByteArray svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + body.namespaces + " width=\""
         + width + "\" height=\"" + height + "\" viewBox=\"0 0 " + width + ' ' + height + "\">";
-    // Panels recolour a document of one of two kinds: by its "-symbolic" file name, or by this
-    // style sheet and class. Some recolour none: a grey that is seen on black and on white.
     if (style.color.isEmpty())
         svg += "<style id=\"current-color-scheme\" type=\"text/css\">.ColorScheme-Text { color: "
-               "#949494; }</style><g class=\"ColorScheme-Text\" fill=\"currentColor\"";
+               "#ffffff; } .ColorScheme-Background { color: #202020; }</style><g";
     else
         svg += "<g color=\"" + style.color + "\" fill=\"" + style.color + '"';
     if (style.opacity < 1)
         svg += " opacity=\"" + number(std::max(0.0, style.opacity)) + '"';
-    svg += transformInto(style.rect, body.viewBox) + '>';
+    svg += transformInto(style.rect, body.viewBox);
+    if (style.color.isEmpty())
+        return svg + leftToThePanel(body, style) + "</g></svg>\n";
     auto content = body.content;
-    if (!style.color.isEmpty())
-        content.replace("currentColor", style.color);
-    return svg + content + "</g></svg>\n";
+    content.replace("currentColor", style.color);
+    return svg + '>' + content + "</g></svg>\n";
 }
 
 } // namespace

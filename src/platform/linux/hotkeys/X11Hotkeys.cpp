@@ -57,6 +57,7 @@ X11Hotkeys::X11Hotkeys(Connection connection, xcb_window_t root, PressHandler on
     , root_(root)
     , onPressed_(std::move(onPressed))
     , readable_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read)
+    , deviceGrabs_(connection_.get(), root)
 {
     QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { readEvents(); });
 }
@@ -159,11 +160,21 @@ std::vector<X11Hotkeys::Grab> X11Hotkeys::grabsOf(Claim const& claim) const
     return grabs;
 }
 
-X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
+X11Hotkeys::Requests X11Hotkeys::sendQuestions(Claim const& claim) const
 {
     Requests sent;
+    if (!deviceGrabs_.areThere())
+        return sent;
+    for (auto const& [keycode, mask] : grabsOf(claim))
+        sent.questions.push_back(deviceGrabs_.ask(keycode, mask));
+    return sent;
+}
+
+X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
+{
+    auto sent = sendQuestions(claim);
     for (auto const& [keycode, mask] : grabsOf(claim)) {
-        sent.push_back(xcb_grab_key_checked(
+        sent.grabs.push_back(xcb_grab_key_checked(
             connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_));
     }
     return sent;
@@ -173,7 +184,9 @@ X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
 bool X11Hotkeys::isAnyRefused(Requests const& sent)
 {
     bool isRefused = false;
-    for (auto const cookie : sent) {
+    for (auto const question : sent.questions)
+        isRefused = deviceGrabs_.isTaken(question) || isRefused;
+    for (auto const cookie : sent.grabs) {
         XcbPtr<xcb_generic_error_t> const error { xcb_request_check(connection_.get(), cookie) };
         isRefused = isRefused || error != nullptr;
     }
@@ -183,7 +196,7 @@ bool X11Hotkeys::isAnyRefused(Requests const& sent)
 bool X11Hotkeys::grab(Claim const& claim)
 {
     auto const sent = sendGrabs(claim);
-    bool const isRefused = sent.empty() || isAnyRefused(sent);
+    bool const isRefused = sent.grabs.empty() || isAnyRefused(sent);
     if (isRefused) {
         ungrab(claim);
         xcb_flush(connection_.get());
@@ -262,6 +275,8 @@ void X11Hotkeys::handle(xcb_generic_event_t const& event)
         keyPressed(reinterpret_cast<xcb_key_press_event_t const&>(event));
     else if (type == XCB_KEY_RELEASE)
         keyReleased(reinterpret_cast<xcb_key_release_event_t const&>(event).detail);
+    else if (type == XCB_GE_GENERIC)
+        deviceGrabs_.passOn(event);
     else if (type == keyboardChange_)
         keyboardChanged_ = true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/hotkeys/DeviceGrabs.h"
 #include "platform/linux/hotkeys/FocusWait.h"
 #include "platform/linux/hotkeys/HotkeyBackend.h"
 #include "platform/linux/hotkeys/ModifierBits.h"
@@ -60,13 +61,17 @@ private:
 
     X11Hotkeys(Connection connection, xcb_window_t root, PressHandler onPressed);
 
-    using Requests = std::vector<xcb_void_cookie_t>;
+    struct Requests {
+        std::vector<xcb_void_cookie_t> grabs;
+        std::vector<DeviceGrabs::Question> questions;
+    };
 
     [[nodiscard]] bool startListening();
     [[nodiscard]] static Claim makeClaim(
         std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id);
     [[nodiscard]] std::vector<Grab> grabsOf(Claim const& claim) const;
     [[nodiscard]] bool isHeld(Claim const& claim) const;
+    [[nodiscard]] Requests sendQuestions(Claim const& claim) const;
     [[nodiscard]] Requests sendGrabs(Claim const& claim);
     [[nodiscard]] bool isAnyRefused(Requests const& sent);
     /// Whether somebody else holds a part of each claim.
@@ -95,6 +100,7 @@ private:
     xcb_window_t root_;
     PressHandler onPressed_;
     QSocketNotifier readable_;
+    DeviceGrabs deviceGrabs_;
     std::uint8_t keyboardChange_ = 0;
     bool keyboardChanged_ = false;
     ModifierBits bits_;

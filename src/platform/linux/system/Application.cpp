@@ -27,6 +27,8 @@ namespace {
 
 using MakeDelegate = std::function<std::shared_ptr<ApplicationDelegate>()>;
 
+bool isTerminating = false;
+
 std::string_view variable(char const* name)
 {
     auto const* const value = std::getenv(name);
@@ -108,7 +110,7 @@ public:
         using Instance = DesktopApplication::Instance;
         DesktopApplication::claimName([this](Instance instance) {
             // A command to quit that started this process must not use up the welcome.
-            if (isTerminating())
+            if (isTerminating)
                 return;
             if (instance == Instance::First)
                 launch();
@@ -161,6 +163,7 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
 
 void terminate()
 {
+    isTerminating = true;
     // Unlike quit(), it cannot be refused by a window.
     QCoreApplication::exit(0);
 }

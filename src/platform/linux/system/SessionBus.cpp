@@ -3,7 +3,6 @@
 #include "platform/MainQueue.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 
@@ -18,9 +17,8 @@ QDBusMessage busCall(QString const& method, QVariantList const& arguments)
 }
 
 void callOnBus(QDBusMessage const& call, std::chrono::milliseconds timeout,
-    std::function<void(QDBusMessage const& reply)> done)
+    std::function<void(QDBusMessage const& reply)> done, QDBusConnection const& bus)
 {
-    auto const bus = QDBusConnection::sessionBus();
     // A call that was never sent would never be reported as finished.
     if (!bus.isConnected()) {
         post([done = std::move(done)] {

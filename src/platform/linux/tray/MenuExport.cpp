@@ -66,6 +66,13 @@ std::string nameOf(MenuItem const& item, int parent)
     return name + (item.representedObject ? "= " + *item.representedObject : "- " + item.title);
 }
 
+// GTK's importer takes the names of X key symbols only, Qt's a sign only as itself.
+QString nameOfComma()
+{
+    auto const desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':'_L1);
+    return desktops.contains("KDE"_L1) || desktops.contains("LXQt"_L1) ? u","_s : u"comma"_s;
+}
+
 QByteArray pngOf(Image const& image)
 {
     // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
@@ -103,8 +110,7 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
         keys << u"Shift"_s;
     if (modifiers.testFlag(Qt::MetaModifier))
         keys << u"Super"_s;
-    // Hosts take the names of X key symbols.
-    return keys << (key == ","_L1 ? u"comma"_s : key.toLower());
+    return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }
 
 bool isSameMenu(Menu const& left, Menu const& right)
