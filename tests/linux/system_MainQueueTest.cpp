@@ -2,7 +2,6 @@
 #include "platform/MainQueue.h"
 #include "platform/linux/system/PendingWork.h"
 
-#include <QEventLoop>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -47,18 +46,6 @@ TEST_F(MainQueue, Post_keepsTheOrderOfEveryThread)
         EXPECT_EQ(order.size(), static_cast<std::size_t>(rounds));
         EXPECT_TRUE(std::is_sorted(order.begin(), order.end())) << thread;
     }
-}
-
-TEST_F(MainQueue, Post_goesOnWhileWorkRunsALoopOfItsOwn)
-{
-    QEventLoop modal;
-    bool isOver = false;
-    post([&] {
-        modal.exec();
-        isOver = true;
-    });
-    post([&] { modal.quit(); });
-    runUntil([&] { return isOver; });
 }
 
 TEST_F(MainQueue, DelayedWork_comesByItsTimeAndNeverSooner)

@@ -202,4 +202,10 @@ void raiseNativeWindow(Window const& window)
     window.native()->bringForward();
 }
 
+// Linux desktops have no such setting.
+bool isFullKeyboardAccessEnabled()
+{
+    return true;
+}
+
 } // namespace quillbar::platform
