@@ -28,7 +28,7 @@ It drives the command-line tool shortcuts, which quillbar-shortcuts provides.")
 set(CPACK_DEBIAN_QUILLBAR_PACKAGE_DEPENDS
     "quillbar-shortcuts | shortcuts-provider, libqt6svg6, bootstrap-icons, default-dbus-session-bus | dbus-session-bus")
 set(CPACK_DEBIAN_QUILLBAR_PACKAGE_RECOMMENDS
-    "libglib2.0-bin, notification-daemon, qt6-wayland, xdg-utils")
+    "libglib2.0-bin, notification-daemon, qt6-wayland")
 
 set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_NAME quillbar-shortcuts)
 set(CPACK_DEBIAN_SHORTCUTS_DESCRIPTION "list and run the shortcuts of your folder
@@ -38,6 +38,6 @@ Quillbar as well.")
 set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_PROVIDES shortcuts-provider)
 set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_CONFLICTS shortcuts-provider)
 set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_REPLACES shortcuts-provider)
-set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_RECOMMENDS xdg-utils)
+set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_RECOMMENDS libglib2.0-bin)
 
 include(CPack)

@@ -1,10 +1,8 @@
 #include "app/AppDelegate.h"
 
-#include "app/AutoRun.h"
 #include "app/MainMenu.h"
 #include "app/NoPlaceHint.h"
 #include "app/StalePins.h"
-#include "app/StatusIcon.h"
 #include "platform/Fatal.h"
 #include "platform/Folders.h"
 #include "platform/MainQueue.h"
@@ -12,9 +10,8 @@
 #include "platform/Workspace.h"
 #include "services/HotkeyManager.h"
 #include "services/ShortcutsService.h"
-#include "ui/WindowController.h"
+#include "ui/Weakly.h"
 
-#include <limits>
 #include <set>
 #include <utility>
 
@@ -22,16 +19,13 @@ namespace quillbar {
 
 namespace {
 
-/// How long the start waits for the shortcuts tool.
-constexpr std::chrono::seconds startPatience { 2 };
+using std::chrono::milliseconds;
 
 std::uint32_t registerGlobally(
     Hotkey const& hotkey, std::string const& title, std::function<void()> action)
 {
-    if (hotkey.keyCode < 0 || hotkey.keyCode > std::numeric_limits<std::uint32_t>::max())
-        platform::fatalError("a hotkey's key code is negative or too large");
     return hotkeyManager().registerHotkey(
-        std::move(action), static_cast<std::uint32_t>(hotkey.keyCode), hotkey.modifiers, title);
+        std::move(action), hotkey.systemKeyCode(), hotkey.modifiers, title);
 }
 
 } // namespace
@@ -39,32 +33,31 @@ std::uint32_t registerGlobally(
 void AppDelegate::applicationDidFinishLaunching()
 {
     updaterController_ = platform::startUpdater();
-    statusItem_ = std::make_shared<platform::StatusItem>();
+    statusItem_ = std::make_unique<platform::StatusItem>();
     statusItem_->onNoPlace
         = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
     statusItem_->onMenuOpen = weakly(*this, [](AppDelegate& self) { self.menuOpened(); });
     statusItem_->onMenuMissed = weakly(*this, [](AppDelegate& self) { self.openPalette(); });
     updateIcon();
     cleanupStalePins();
-    finishLaunching();
-}
-
-// The rest of the start, once.
-void AppDelegate::finishLaunching()
-{
-    // Quitting while the start waited must not use up what is offered only once.
-    if (hasLaunched_ || platform::isTerminating())
-        return;
-    hasLaunched_ = true;
     rebuildMenu();
     platform::installMainMenu(mainMenu());
     applyHotkeys();
     applyLaunchAtLogin(platform::LoginSwitch::Keep);
     runOnboardingIfNeeded();
     showPermissionsTipIfNeeded();
-    scheduleAutoRun(config_);
-    if (onReady)
-        onReady();
+    autoRunIfNeeded();
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    if (isSaveOverdue_)
+        saveConfig();
+}
+
+void AppDelegate::saveConfig()
+{
+    isSaveOverdue_ = !config_.save();
 }
 
 void AppDelegate::run(platform::MenuItem const& item)
@@ -75,13 +68,13 @@ void AppDelegate::run(platform::MenuItem const& item)
 
 void AppDelegate::trigger(std::string const& name)
 {
-    pulseIcon(statusItem_);
+    pulseIcon();
     ShortcutsService::run(name, weakly(*this, [name](AppDelegate& self, bool succeeded) {
         if (succeeded) {
             self.rebuildMenu();
             self.notifications_.notifyRunSuccess(name);
         } else {
-            pulseIcon(self.statusItem_, platform::SystemColor::Red);
+            self.pulseIcon(platform::SystemColor::Red);
             self.notifications_.notifyRunFailed(name);
         }
     }));
@@ -89,11 +82,24 @@ void AppDelegate::trigger(std::string const& name)
 
 void AppDelegate::runAll()
 {
-    constexpr std::chrono::milliseconds spacing { 600 };
-    std::chrono::milliseconds delay { 0 };
+    constexpr milliseconds spacing { 600 };
+    milliseconds delay { 0 };
     for (auto const& name : config_.pinned) {
         // The controller is kept alive until all runs have started.
         platform::postDelayed(delay, [self = shared_from_this(), name] { self->trigger(name); });
+        delay += spacing;
+    }
+}
+
+// The names are those of now, and the runs outlive the controller.
+void AppDelegate::autoRunIfNeeded() const
+{
+    constexpr milliseconds spacing { 2000 };
+    milliseconds delay { 1500 };
+    for (auto const& name : config_.pinned) {
+        if (!config_.launchesAtLogin(name))
+            continue;
+        platform::postDelayed(delay, [name] { ShortcutsService::run(name); });
         delay += spacing;
     }
 }
@@ -111,7 +117,33 @@ void AppDelegate::checkForUpdates()
 
 void AppDelegate::updateIcon()
 {
-    showIcon(existingStatusItem(), config_.iconSymbol);
+    auto* const button = existingStatusItem().button();
+    if (!button)
+        return;
+    constexpr auto const* description = "Quillbar";
+    auto image = platform::symbolImage(config_.iconSymbol, description);
+    if (!image)
+        image = platform::symbolImage("heart.fill", description);
+    if (image)
+        button->setImage(std::move(*image));
+    // Names the default hotkey of the palette, whichever is set.
+    button->setToolTip("Quillbar · ⌥⌘T");
+}
+
+void AppDelegate::pulseIcon(std::optional<platform::Color> const& color)
+{
+    auto* const button = existingStatusItem().button();
+    if (!button)
+        return;
+    auto const previous = button->contentTintColor();
+    if (color)
+        button->setContentTintColor(color);
+    button->setAlpha(0.35);
+    platform::postDelayed(milliseconds(150), weakly(*this, [previous](AppDelegate& self) {
+        auto* const pulsed = self.statusItem_->button();
+        pulsed->setAlpha(1);
+        pulsed->setContentTintColor(previous);
+    }));
 }
 
 void AppDelegate::rebuildMenu()
@@ -143,39 +175,18 @@ void AppDelegate::applyLaunchAtLogin(platform::LoginSwitch loginSwitch)
         platform::removeLoginEntry(launchAgentLabel_);
 }
 
-// Listing and alert let events go on, so the record may have been replaced afterwards.
 void AppDelegate::cleanupStalePins()
 {
     if (config_.pinned.empty())
         return;
-    auto const existing = listAtStart();
-    // Late, the question must not take the keyboard from one who types, nor contradict settings
-    // that are being edited; the next start asks again.
-    if (!existing || settingsWindow_ || paletteWindow_)
+    auto const existing = ShortcutsService::list();
+    if (!existing)
         return;
     auto const missing = missingPins(config_.pinned, *existing);
     if (missing.empty() || platform::runModal(stalePinsAlert(missing)).button != 0)
         return;
     removePins(config_, missing);
-    paletteList_.reset();
-    config_.save();
-    if (!hasLaunched_)
-        return;
-    applyHotkeys();
-    rebuildMenu();
-}
-
-// A tool that takes its time does not hold up the start, which goes on while it is waited for.
-std::optional<std::vector<std::string>> AppDelegate::listAtStart()
-{
-    auto const isListing = std::make_shared<bool>(true);
-    platform::postDelayed(startPatience, weakly(*this, [isListing](AppDelegate& self) {
-        if (*isListing)
-            self.finishLaunching();
-    }));
-    auto existing = ShortcutsService::listIfAnswered();
-    *isListing = false;
-    return existing;
+    saveConfig();
 }
 
 void AppDelegate::explainThatThereIsNoPlace() const

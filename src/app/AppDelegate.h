@@ -12,7 +12,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace quillbar {
 
@@ -38,6 +37,8 @@ public:
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching() override;
+    /// Saves once more what could not be saved.
+    void applicationWillTerminate() override;
 
     /// Shows the palette of the pinned shortcuts, or raises the one that is open.
     void openPalette() override;
@@ -72,11 +73,14 @@ public:
     [[nodiscard]] std::uint32_t menuHotkeyID() const { return menuHotkeyID_; }
 
 private:
-    void finishLaunching();
+    void saveConfig();
     void cleanupStalePins();
-    [[nodiscard]] std::optional<std::vector<std::string>> listAtStart();
     void runOnboardingIfNeeded();
     void showPermissionsTipIfNeeded();
+    void autoRunIfNeeded() const;
+    /// Dims the icon for a moment, in that colour if one is given. Pulses that overlap each restore
+    /// the tint that they found, so a red one may leave the icon red until the next.
+    void pulseIcon(std::optional<platform::Color> const& color = std::nullopt);
     void explainThatThereIsNoPlace() const;
     void menuOpened();
     void applySettings(Config const& edited);
@@ -89,8 +93,10 @@ private:
     template <typename Controller>
     void hold(Slot<Controller> slot, std::shared_ptr<Controller> controller);
 
-    std::shared_ptr<platform::StatusItem> statusItem_;
+    std::unique_ptr<platform::StatusItem> statusItem_;
     Config config_ = Config::load();
+    // Whether the file lacks the last change, because saving it failed.
+    bool isSaveOverdue_ = false;
     std::shared_ptr<SettingsWindowController> settingsWindow_;
     std::shared_ptr<AboutWindowController> aboutWindow_;
     std::shared_ptr<WelcomeWindowController> welcomeWindow_;
@@ -100,10 +106,7 @@ private:
     std::string const launchAgentLabel_ = "com.quillbar.launcher";
     std::uint32_t menuHotkeyID_ = 0;
     RunNotifications notifications_;
-    bool hasLaunched_ = false;
     bool justShowedOnboarding_ = false;
-    // Set while the settings window is being made, which lets other requests for it in.
-    std::optional<SettingsFocus> openingSettings_;
     // Made from the configuration on first use, for every palette that opens on it.
     std::shared_ptr<PaletteList const> paletteList_;
 };

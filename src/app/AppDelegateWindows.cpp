@@ -8,7 +8,6 @@
 #include "ui/SettingsWindowController.h"
 #include "ui/WelcomeWindowController.h"
 
-#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -24,9 +23,6 @@ void raise(WindowController const& controller)
 
 void present(WindowController& controller)
 {
-    // Somebody may have quit while the window was being made.
-    if (platform::isTerminating())
-        return;
     controller.showWindow();
     controller.window().center();
     raise(controller);
@@ -65,20 +61,13 @@ void AppDelegate::openPalette()
 
 void AppDelegate::openSettingsPanel(SettingsFocus focus)
 {
-    if (openingSettings_) {
-        // The window that is being made will do for this request too.
-        openingSettings_ = std::max(*openingSettings_, focus);
-        return;
-    }
     if (settingsWindow_) {
         raise(*settingsWindow_);
     } else {
-        openingSettings_ = focus;
         hold(&AppDelegate::settingsWindow_,
             makeController<SettingsWindowController>(config_,
                 weakly(*this,
                     [](AppDelegate& self, Config const& edited) { self.applySettings(edited); })));
-        focus = *std::exchange(openingSettings_, std::nullopt);
         present(*settingsWindow_);
     }
     if (focus == SettingsFocus::AvailableShortcuts)
@@ -98,7 +87,7 @@ void AppDelegate::applySettings(Config const& edited)
 {
     config_ = edited;
     paletteList_.reset();
-    config_.save();
+    saveConfig();
     updateIcon();
     applyLaunchAtLogin(platform::LoginSwitch::Reset);
     applyHotkeys();
@@ -123,7 +112,7 @@ void AppDelegate::runOnboardingIfNeeded()
     if (!config_.pinned.empty() || config_.onboardedEff() || welcomeWindow_)
         return;
     config_.onboarded = true;
-    config_.save();
+    saveConfig();
     justShowedOnboarding_ = true;
     hold(&AppDelegate::welcomeWindow_,
         makeController<WelcomeWindowController>(weakly(*this,
@@ -136,7 +125,7 @@ void AppDelegate::showPermissionsTipIfNeeded()
     if (config_.permissionsShownEff() || justShowedOnboarding_ || permissionsWindow_)
         return;
     config_.permissionsShown = true;
-    config_.save();
+    saveConfig();
     hold(&AppDelegate::permissionsWindow_, makeController<PermissionWindowController>());
     present(*permissionsWindow_);
 }

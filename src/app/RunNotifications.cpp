@@ -17,7 +17,7 @@ namespace {
 
 Notification makeNotification(std::string body, NotificationSound sound)
 {
-    // What went wrong may be read later.
+    // A failure stays in the desktop's list of notifications.
     auto const life
         = sound == NotificationSound::None ? NotificationLife::Passing : NotificationLife::Kept;
     return { .identifier = randomUuid(),

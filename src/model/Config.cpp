@@ -1,6 +1,12 @@
 #include "model/Config.h"
 
+#include "model/ConfigJson.h"
+#include "model/PrivateFile.h"
+#include "platform/Fatal.h"
+#include "platform/Folders.h"
 #include "platform/KeyModifiers.h"
+
+#include <utility>
 
 namespace quillbar {
 
@@ -22,6 +28,42 @@ bool Config::launchesAtLogin(std::string const& name) const
         return false;
     auto const flag = launchAtLoginShortcuts->find(name);
     return flag != launchAtLoginShortcuts->end() && flag->second;
+}
+
+Config Config::load()
+{
+    auto const text = readFile(fileURL());
+    auto config = text ? decodeConfig(*text) : std::nullopt;
+    if (config) {
+        migrateAutoRun(*config);
+        return std::move(*config);
+    }
+    // The next save replaces the file, perhaps for one slip of an edit by hand.
+    if (text && !text->empty()) {
+        auto copy = fileURL();
+        copy += ".unreadable";
+        writePrivateFile(copy, *text);
+    }
+    return {};
+}
+
+bool Config::save() const
+{
+    createPrivateFolder(baseURL());
+    return writePrivateFile(fileURL(), encodeConfig(*this));
+}
+
+std::filesystem::path Config::baseURL()
+{
+    auto const folders = platform::applicationSupportFolders();
+    if (folders.empty())
+        platform::fatalError("the system names no folder for application data");
+    return folders.front() / "Quillbar";
+}
+
+std::filesystem::path Config::fileURL()
+{
+    return baseURL() / "config.json";
 }
 
 } // namespace quillbar

@@ -35,11 +35,11 @@ struct Config {
     [[nodiscard]] bool launchesAtLogin(std::string const& name) const;
 
     /// The stored record; a fresh one when the file is missing, unreadable or not a configuration.
+    /// A text that is none is copied to config.json.unreadable, where that can be written.
     [[nodiscard]] static Config load();
 
-    /// Overwrites the stored record. Nothing is told of a failure; it is tried again by and by,
-    /// until it succeeds or another record is saved. Main thread.
-    void save() const;
+    /// Replaces the stored record. Returns whether that succeeded; if not, the file is as it was.
+    bool save() const;
 
     /// The folder of the store. Ends the program when the system names no folder for it.
     [[nodiscard]] static std::filesystem::path baseURL();

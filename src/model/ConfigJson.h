@@ -9,8 +9,8 @@
 namespace quillbar {
 
 /// The record that the JSON text holds, as it stands there; nothing when the text is no JSON, a
-/// required key is missing, a value has the wrong type or nests too deeply. Unknown keys are
-/// ignored, and of equal keys the last one holds. Any bytes may be passed.
+/// required key is missing or a value has the wrong type. Unknown keys are ignored, and of equal
+/// keys the last one holds. Any bytes may be passed.
 [[nodiscard]] std::optional<Config> decodeConfig(std::string_view text);
 
 /// The record as compact JSON. Bytes that are no UTF-8 are written as U+FFFD.

@@ -15,12 +15,12 @@ public:
     ApplicationDelegate& operator=(ApplicationDelegate const&) = delete;
     virtual ~ApplicationDelegate() = default;
 
-    /// The event loop runs from here on; called once. The commands below come only after `onReady`
-    /// was called, which may be before this returns.
+    /// The event loop runs from here on; called once. The commands below come only after it has
+    /// returned.
     virtual void applicationDidFinishLaunching() = 0;
 
-    /// To be called once, when the program has started up. Empty where nobody gives commands.
-    std::function<void()> onReady;
+    /// The event loop has ended; called once, unless the program is killed.
+    virtual void applicationWillTerminate() = 0;
 
     /// The person started the program again, or the desktop asks for its main window.
     virtual void openSettings() = 0;
@@ -38,9 +38,6 @@ public:
 
 /// Ends the event loop, and those that run inside it; runApplication() then returns 0.
 void terminate();
-
-/// Whether terminate() was called: what waited in an event loop of its own goes on nevertheless.
-[[nodiscard]] bool isTerminating();
 
 /// Installs the menu that gives the windows their standard editing keys; it is never shown.
 void installMainMenu(Menu menu);

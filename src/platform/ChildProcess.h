@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,16 +17,14 @@ using ChildCompletion = std::function<void(std::optional<int> exitStatus)>;
 /// child runs. Main thread.
 void runChild(std::vector<std::string> const& arguments, ChildCompletion completion);
 
-/// Runs the program like runChild(), but returns only when it has exited: what it wrote to its
-/// standard output, which is empty when it could not be started; standard error is this program's
-/// own. What a grandchild writes after the child's exit is not waited for.
+/// Runs the program like runChild(), but returns only when it has exited, and carries out no event
+/// meanwhile: what it wrote to its standard output; standard error is this program's own. What a
+/// grandchild writes after the child's exit is not waited for.
 ///
-/// While a child takes more than a moment, other events are carried out: whoever calls this finds
-/// the program changed, and may be called again meanwhile.
-///
-/// Nothing when there is no whole output: a child that has not exited after 10 seconds or has
-/// written more than 64 MB is killed, and so is any child when terminate() ends the program. Main
-/// thread.
-[[nodiscard]] std::optional<std::string> readChildOutput(std::vector<std::string> const& arguments);
+/// Nothing when there is no whole output: the child could not be started or a signal ended it, or
+/// it was killed, with what it had started, because it had not exited after `limit` or had written
+/// more than 64 MB. Main thread.
+[[nodiscard]] std::optional<std::string> readChildOutput(std::vector<std::string> const& arguments,
+    std::chrono::milliseconds limit = std::chrono::seconds(10));
 
 } // namespace quillbar::platform

@@ -51,9 +51,9 @@ enum class HotkeyObstacle : std::uint8_t {
 };
 
 /// What keeps each of the combinations from working, in their order; nothing for one that works,
-/// that is free, or that this program has registered. Changes no registration, except that one
-/// which the system took back is claimed again where it can be. Several in one call
-/// cost little more than one. Main thread.
+/// that is free, or that this program alone has registered. Changes no registration, except that
+/// one which the system took back is claimed again where it can be. Several in one call cost little
+/// more than one. Main thread.
 [[nodiscard]] std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
     std::vector<KeyCombination> const& combinations);
 

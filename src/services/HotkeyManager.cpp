@@ -30,21 +30,21 @@ std::uint32_t HotkeyManager::registerHotkey(std::function<void()> action, std::u
     if (nextID_ == std::numeric_limits<std::uint32_t>::max())
         platform::fatalError("the ids of hotkeys are used up");
     auto const id = nextID_++;
-    Wish wish { std::move(action), keyCode, modifiers, title };
-    if (claim(id, wish))
+    Request request { std::move(action), keyCode, modifiers, title };
+    if (claim(id, request))
         return id;
-    refused_.emplace(id, std::move(wish));
+    refused_.emplace(id, std::move(request));
     return 0;
 }
 
-bool HotkeyManager::claim(std::uint32_t id, Wish const& wish)
+bool HotkeyManager::claim(std::uint32_t id, Request const& request)
 {
-    auto reference
-        = platform::registerSystemHotkey(wish.keyCode, wish.modifiers, signature, id, wish.title);
+    auto reference = platform::registerSystemHotkey(
+        request.keyCode, request.modifiers, signature, id, request.title);
     if (!reference)
         return false;
     refs_.emplace(id, std::move(reference));
-    actions_.emplace(id, wish.action);
+    actions_.emplace(id, request.action);
     return true;
 }
 
@@ -78,7 +78,7 @@ void HotkeyManager::trigger(std::uint32_t id)
 
 HotkeyManager& hotkeyManager()
 {
-    // Never destroyed: at the process's end there may be no system left to give hotkeys back to.
+    // Never destroyed: giving hotkeys back needs the backend, which may be gone before this.
     static auto& manager = *new HotkeyManager;
     return manager;
 }

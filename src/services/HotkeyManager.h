@@ -22,7 +22,7 @@ public:
 
     /// Claims the combination and returns its id, counted from 1 and never used again; 0 when the
     /// system refuses it, which uses an id up too. `title` tells the person what it is for, where
-    /// the system asks. What was refused is wanted still, until unregisterAll().
+    /// the system asks. What was refused is kept for retryRefused() until unregisterAll().
     std::uint32_t registerHotkey(std::function<void()> action, std::uint32_t keyCode,
         std::uint32_t modifiers, std::string const& title = {});
 
@@ -30,27 +30,26 @@ public:
     void unregister(std::uint32_t id);
     void unregisterAll();
 
-    /// Claims what was refused and may be free now. To be called at moments when that matters:
-    /// nobody reports that another program gave a combination back. Costs nothing when nothing was
-    /// refused.
+    /// Claims what was refused and may be free now: systems do not report that another program gave
+    /// a combination back. Costs nothing when nothing was refused.
     void retryRefused();
 
     /// Runs the action of `id`, if there is one. The action may unregister any hotkey, its own too.
     void trigger(std::uint32_t id);
 
 private:
-    struct Wish {
+    struct Request {
         std::function<void()> action;
         std::uint32_t keyCode;
         std::uint32_t modifiers;
         std::string title;
     };
 
-    bool claim(std::uint32_t id, Wish const& wish);
+    bool claim(std::uint32_t id, Request const& request);
 
     std::map<std::uint32_t, platform::Token> refs_;
     std::map<std::uint32_t, std::function<void()>> actions_;
-    std::map<std::uint32_t, Wish> refused_;
+    std::map<std::uint32_t, Request> refused_;
     platform::Token obstacleObservation_;
     bool installed_ = false;
     std::uint32_t nextID_ = 1;

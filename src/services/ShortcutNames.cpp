@@ -10,7 +10,7 @@ namespace quillbar {
 namespace {
 
 /// U+0085, U+2028 and U+2029.
-constexpr std::array<std::string_view, 3> wideNewlines { "\xC2\x85", "\xE2\x80\xA8",
+constexpr std::array<std::string_view, 3> multiByteNewlines { "\xC2\x85", "\xE2\x80\xA8",
     "\xE2\x80\xA9" };
 
 /// Length in bytes of the newline that the text starts with; 0 when it starts with another
@@ -20,8 +20,8 @@ std::size_t newlineLength(std::string_view text)
     if (text.front() >= '\n' && text.front() <= '\r')
         return 1;
     auto const newline = std::ranges::find_if(
-        wideNewlines, [&](std::string_view candidate) { return text.starts_with(candidate); });
-    return newline == wideNewlines.end() ? 0 : newline->size();
+        multiByteNewlines, [&](std::string_view candidate) { return text.starts_with(candidate); });
+    return newline == multiByteNewlines.end() ? 0 : newline->size();
 }
 
 std::vector<std::string> nonEmptyLines(std::string_view text)

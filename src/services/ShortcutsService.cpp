@@ -13,17 +13,10 @@ constexpr auto const* tool = QUILLBAR_SHORTCUTS_TOOL;
 
 } // namespace
 
-std::vector<std::string> ShortcutsService::list()
-{
-    return listIfAnswered().value_or(std::vector<std::string> {});
-}
-
-std::optional<std::vector<std::string>> ShortcutsService::listIfAnswered()
+std::optional<std::vector<std::string>> ShortcutsService::list()
 {
     auto const output = platform::readChildOutput({ tool, "list" });
-    if (!output)
-        return std::nullopt;
-    return shortcutNames(*output);
+    return output ? std::optional(shortcutNames(*output)) : std::nullopt;
 }
 
 void ShortcutsService::run(std::string const& name, std::function<void(bool succeeded)> completion)

@@ -12,16 +12,14 @@ class ShortcutsService {
 public:
     ShortcutsService() = delete;
 
-    /// The names of all shortcuts, sorted, duplicates kept; returns when the tool has exited. A
-    /// tool that fails yields what it printed, one that cannot start or prints no UTF-8 nothing.
+    /// The names of all shortcuts, sorted, duplicates kept; returns when the tool has exited, and
+    /// carries out no event meanwhile. The tool's exit status does not count; a listing that is no
+    /// UTF-8 has no names.
     ///
-    /// A slow tool does not freeze the program: other events are carried out meanwhile. One that
-    /// has not exited after 10 seconds, or has printed more than 64 MB, is killed and yields no
-    /// names; so does quitting meanwhile.
-    [[nodiscard]] static std::vector<std::string> list();
-
-    /// list(), or nothing when the tool was killed: which shortcuts there are is not known then.
-    [[nodiscard]] static std::optional<std::vector<std::string>> listIfAnswered();
+    /// Nothing when the tool did not answer: it could not be started, was ended by a signal, or was
+    /// killed because it ran for 10 seconds or printed more than 64 MB. Which shortcuts there are
+    /// is not known then.
+    [[nodiscard]] static std::optional<std::vector<std::string>> list();
 
     /// Runs one shortcut and returns at once. `completion`, which may be empty, is called exactly
     /// once on the main thread, with true when the tool exited with status 0.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_map>
 #include <utility>
 
 namespace quillbar::shortcuts {
@@ -16,30 +17,69 @@ template <typename Element> void append(std::vector<Element>& target, std::vecto
     std::move(elements.begin(), elements.end(), std::back_inserter(target));
 }
 
+/// Gives equal names their distinct form, which may meet a third name, until all differ or are
+/// distinct forms.
+void settleNames(std::vector<Shortcut>& shortcuts)
+{
+    std::vector<Shortcut*> unsettled;
+    unsettled.reserve(shortcuts.size());
+    for (auto& shortcut : shortcuts)
+        unsettled.push_back(&shortcut);
+    // By name, the one that has it so far; null when several had it, which all changed theirs.
+    std::unordered_map<std::string, Shortcut*> holders;
+    auto const makeDistinct = [&unsettled](Shortcut* shortcut) {
+        if (shortcut == nullptr || shortcut->name == shortcut->distinctName)
+            return;
+        shortcut->name = shortcut->distinctName;
+        unsettled.push_back(shortcut);
+    };
+    while (!unsettled.empty()) {
+        auto* const shortcut = unsettled.back();
+        unsettled.pop_back();
+        auto const [holder, isNew] = holders.try_emplace(shortcut->name, shortcut);
+        if (isNew)
+            continue;
+        makeDistinct(std::exchange(holder->second, nullptr));
+        makeDistinct(shortcut);
+    }
+}
+
 } // namespace
 
 Catalogue::Catalogue(Environment const& environment)
 {
+    auto const person = currentPerson(environment.home);
     std::set<std::string, std::less<>> hiddenFiles;
     for (auto const& folder : environment.folders) {
-        auto contents = scanFolder(folder, environment, hiddenFiles);
-        add(std::move(contents.shortcuts));
+        auto contents = scanFolder(folder, person, hiddenFiles);
+        isComplete_ = isComplete_ && contents.isRead;
         append(refused_, std::move(contents.refused));
         append(notices_, std::move(contents.notices));
+        add(std::move(contents.shortcuts));
         hiddenFiles.merge(contents.hiddenFiles);
     }
 }
 
-/// Names that an earlier folder has already stay with it.
 void Catalogue::add(std::vector<Shortcut> found)
 {
-    std::ranges::sort(found, {}, &Shortcut::name);
-    std::vector<Shortcut> all;
-    std::ranges::set_union(std::make_move_iterator(shortcuts_.begin()),
-        std::make_move_iterator(shortcuts_.end()), std::make_move_iterator(found.begin()),
-        std::make_move_iterator(found.end()), std::back_inserter(all),
-        [](auto const& left, auto const& right) { return left.name < right.name; });
-    shortcuts_ = std::move(all);
+    settleNames(found);
+    std::ranges::stable_sort(found, {}, &Shortcut::name);
+    auto const earlier = static_cast<std::ptrdiff_t>(shortcuts_.size());
+    std::string_view previous;
+    for (auto& shortcut : found) {
+        auto const isTwice = shortcut.name == std::exchange(previous, shortcut.name);
+        if (isListable(shortcut.name) && !isTwice)
+            shortcuts_.push_back(shortcut);
+        else
+            notices_.push_back("ignoring " + printable(shortcut.file) + ": the name \""
+                + printable(shortcut.name)
+                + (isTwice ? "\" is taken" : "\" cannot stand in a list"));
+    }
+    // Names that an earlier folder has already stay with it.
+    std::ranges::inplace_merge(shortcuts_, shortcuts_.begin() + earlier, {}, &Shortcut::name);
+    auto const hidden = std::unique(shortcuts_.begin(), shortcuts_.end(),
+        [](auto const& left, auto const& right) { return left.name == right.name; });
+    shortcuts_.erase(hidden, shortcuts_.end());
 }
 
 Shortcut const* Catalogue::find(std::string_view name) const

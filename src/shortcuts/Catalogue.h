@@ -1,36 +1,35 @@
 #pragma once
 
+#include "shortcuts/DesktopEntry.h"
 #include "shortcuts/Environment.h"
 #include "shortcuts/Trust.h"
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quillbar::shortcuts {
 
-/// How a desktop entry is to be started.
-struct DesktopCommand {
-    std::string exec;
-    /// The folder to start in; empty for the person's home.
-    std::string folder;
-    bool runsInTerminal = false;
-};
-
 struct Shortcut {
     std::string name;
-    /// Absolute path of the script, program or desktop entry.
+    /// The name that it takes when another of its folder has the same: with the whole file name.
+    std::string distinctName;
+    /// Absolute path of the script, program or desktop entry, as it is found in the folder.
     std::string file;
+    /// What the file is when it is a link, without links, as it was judged; otherwise `file`.
+    std::string target;
     /// Only for desktop entries; other files are executed themselves.
-    std::optional<DesktopCommand> command;
+    std::shared_ptr<DesktopEntry const> entry;
+    /// Which of the entry's commands this is.
+    std::string exec;
 };
 
 /// A file that a person may have meant for a shortcut.
 struct RefusedFile {
     std::string file;
-    /// None: the file only lacks the permission to execute.
-    Distrust reason = Distrust::None;
+    /// No reason: the file only lacks the permission to execute.
+    Verdict verdict;
 };
 
 /// The shortcuts of all folders, found anew by each program run.
@@ -43,6 +42,8 @@ public:
     [[nodiscard]] std::vector<Shortcut> const& shortcuts() const { return shortcuts_; }
     /// One line for each file or folder that was passed over for a fault in it.
     [[nodiscard]] std::vector<std::string> const& notices() const { return notices_; }
+    /// Whether every folder that exists was read.
+    [[nodiscard]] bool isComplete() const { return isComplete_; }
 
     [[nodiscard]] Shortcut const* find(std::string_view name) const;
     /// The file that would have this name if it were not refused, or null.
@@ -54,6 +55,7 @@ private:
     std::vector<Shortcut> shortcuts_;
     std::vector<RefusedFile> refused_;
     std::vector<std::string> notices_;
+    bool isComplete_ = true;
 };
 
 } // namespace quillbar::shortcuts

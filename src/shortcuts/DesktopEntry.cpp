@@ -1,161 +1,117 @@
 #include "shortcuts/DesktopEntry.h"
 
-#include <algorithm>
-#include <map>
+#include <glib.h>
+#include <set>
+#include <string_view>
 
 namespace quillbar::shortcuts {
 
 namespace {
 
-constexpr std::string_view entryGroup = "Desktop Entry";
 constexpr std::string_view actionGroupPrefix = "Desktop Action ";
 
-/// Keys with their locale suffix, to values as they stand in the file.
-using Group = std::map<std::string, std::string_view, std::less<>>;
+std::string takeText(char* text)
+{
+    g_autofree char* owned = text;
+    return owned ? owned : "";
+}
 
-struct Groups {
-    std::map<std::string, Group, std::less<>> byName;
-    /// The identifiers of the actions, in the order of the file.
-    std::vector<std::string> actions;
+/// A key file and one group of it.
+class Group {
+public:
+    Group(GKeyFile* file, std::string name)
+        : file_(file)
+        , name_(std::move(name))
+    {
+    }
+
+    [[nodiscard]] bool exists() const { return g_key_file_has_group(file_, name_.c_str()) != 0; }
+    [[nodiscard]] std::string text(char const* key) const
+    {
+        return takeText(g_key_file_get_string(file_, name_.c_str(), key, nullptr));
+    }
+    [[nodiscard]] std::string translated(char const* key) const
+    {
+        return takeText(g_key_file_get_locale_string(file_, name_.c_str(), key, nullptr, nullptr));
+    }
+    [[nodiscard]] bool isTrue(char const* key) const
+    {
+        return g_key_file_get_boolean(file_, name_.c_str(), key, nullptr) != 0;
+    }
+
+private:
+    GKeyFile* file_;
+    std::string name_;
 };
 
-std::string_view trimmed(std::string_view text)
+/// The actions that the entry lists, in its order; all there are when it has no list.
+std::vector<std::string> actionGroups(GKeyFile* file)
 {
-    constexpr auto blanks = " \t\r";
-    auto const begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
-std::string_view takeLine(std::string_view& text)
-{
-    auto const end = text.find('\n');
-    auto const line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return trimmed(line);
-}
-
-Groups readGroups(std::string_view text)
-{
-    Groups groups;
-    Group* current = nullptr;
-    while (!text.empty()) {
-        auto const line = takeLine(text);
-        if (line.empty() || line.starts_with('#'))
-            continue;
-        if (line.starts_with('[')) {
-            auto const name = line.substr(1, line.find(']') - 1);
-            auto const [group, isNew] = groups.byName.try_emplace(std::string(name));
-            current = &group->second;
-            if (isNew && name.starts_with(actionGroupPrefix))
-                groups.actions.emplace_back(name.substr(actionGroupPrefix.size()));
-            continue;
-        }
-        auto const separator = line.find('=');
-        if (current && separator != std::string_view::npos) {
-            current->insert_or_assign(std::string(trimmed(line.substr(0, separator))),
-                trimmed(line.substr(separator + 1)));
-        }
+    std::vector<std::string> groups;
+    if (g_auto(GStrv) listed = g_key_file_get_string_list(
+            file, G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_ACTIONS, nullptr, nullptr)) {
+        for (auto* const* identifier = listed; *identifier; ++identifier)
+            groups.push_back(std::string(actionGroupPrefix) + *identifier);
+        return groups;
+    }
+    g_auto(GStrv) all = g_key_file_get_groups(file, nullptr);
+    for (auto* const* group = all; *group; ++group) {
+        if (std::string_view(*group).starts_with(actionGroupPrefix))
+            groups.emplace_back(*group);
     }
     return groups;
 }
 
-char unescaped(char letter)
-{
-    switch (letter) {
-    case 's':
-        return ' ';
-    case 'n':
-        return '\n';
-    case 't':
-        return '\t';
-    case 'r':
-        return '\r';
-    default:
-        return letter;
-    }
-}
-
-std::string unescaped(std::string_view value)
+std::string withoutFieldCodes(std::string_view exec)
 {
     std::string result;
-    for (std::size_t index = 0; index < value.size(); ++index) {
-        if (value[index] != '\\' || index + 1 == value.size()) {
-            result += value[index];
-            continue;
-        }
-        ++index;
-        // Escapes of other letters belong to the rules of the value itself.
-        if (std::string_view("sntr\\").find(value[index]) == std::string_view::npos)
-            result += '\\';
-        result += unescaped(value[index]);
+    for (std::size_t index = 0; index < exec.size(); ++index) {
+        if (exec[index] != '%' || index + 1 == exec.size())
+            result += exec[index];
+        else if (exec[++index] == '%')
+            result += '%';
     }
     return result;
 }
 
-std::string value(Group const& group, std::string_view key)
-{
-    auto const entry = group.find(key);
-    return entry == group.end() ? std::string() : unescaped(entry->second);
-}
-
-bool isTrue(Group const& group, std::string_view key)
-{
-    auto const text = value(group, key);
-    return text == "true" || text == "1";
-}
-
-std::string localizedName(Group const& group, std::vector<std::string> const& locales)
-{
-    for (auto const& locale : locales) {
-        if (auto name = value(group, "Name[" + locale + "]"); !name.empty())
-            return name;
-    }
-    return value(group, "Name");
-}
-
-/// The actions that the entry lists, in its order; all there are when it has no list.
-std::vector<std::string> actionIdentifiers(Group const& entry, Groups const& groups)
-{
-    auto const list = entry.find("Actions");
-    if (list == entry.end())
-        return groups.actions;
-
-    std::vector<std::string> identifiers;
-    auto rest = list->second;
-    while (!rest.empty()) {
-        auto const end = std::min(rest.find(';'), rest.size());
-        identifiers.emplace_back(trimmed(rest.substr(0, end)));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return identifiers;
-}
-
 } // namespace
 
-std::optional<DesktopEntry> parseDesktopEntry(
-    std::string_view text, std::vector<std::string> const& locales)
+std::optional<DesktopEntry> parseDesktopEntry(std::string const& text)
 {
-    auto const groups = readGroups(text);
-    auto const group = groups.byName.find(entryGroup);
-    if (group == groups.byName.end() || value(group->second, "Type") != "Application")
+    g_autoptr(GKeyFile) file = g_key_file_new();
+    // The library takes a NUL for the end of a value: something else than what is written would
+    // run.
+    if (text.find('\0') != std::string::npos
+        || !g_key_file_load_from_data(file, text.data(), text.size(), G_KEY_FILE_NONE, nullptr))
+        return std::nullopt;
+    Group const group(file, G_KEY_FILE_DESKTOP_GROUP);
+    if (group.text(G_KEY_FILE_DESKTOP_KEY_TYPE) != G_KEY_FILE_DESKTOP_TYPE_APPLICATION)
         return std::nullopt;
 
     DesktopEntry entry;
-    entry.name = localizedName(group->second, locales);
-    entry.exec = value(group->second, "Exec");
-    entry.tryExec = value(group->second, "TryExec");
-    entry.path = value(group->second, "Path");
-    entry.isHidden = isTrue(group->second, "Hidden");
-    entry.runsInTerminal = isTrue(group->second, "Terminal");
-    for (auto const& identifier : actionIdentifiers(group->second, groups)) {
-        auto const action = groups.byName.find(std::string(actionGroupPrefix) + identifier);
-        if (action != groups.byName.end())
-            entry.actions.push_back(
-                { localizedName(action->second, locales), value(action->second, "Exec") });
+    entry.name = group.translated(G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.exec = group.text(G_KEY_FILE_DESKTOP_KEY_EXEC);
+    entry.tryExec = group.text(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
+    entry.path = group.text(G_KEY_FILE_DESKTOP_KEY_PATH);
+    entry.isHidden = group.isTrue(G_KEY_FILE_DESKTOP_KEY_HIDDEN);
+    entry.runsInTerminal = group.isTrue(G_KEY_FILE_DESKTOP_KEY_TERMINAL);
+    std::set<std::string> known;
+    for (auto const& name : actionGroups(file)) {
+        Group const action(file, name);
+        if (action.exists() && known.insert(name).second)
+            entry.actions.push_back({ action.translated(G_KEY_FILE_DESKTOP_KEY_NAME),
+                action.text(G_KEY_FILE_DESKTOP_KEY_EXEC) });
     }
     return entry;
+}
+
+std::optional<std::vector<std::string>> splitCommandLine(std::string const& exec)
+{
+    g_auto(GStrv) arguments = nullptr;
+    if (!g_shell_parse_argv(withoutFieldCodes(exec).c_str(), nullptr, &arguments, nullptr)
+        || !**arguments)
+        return std::nullopt;
+    return std::vector<std::string>(arguments, arguments + g_strv_length(arguments));
 }
 
 } // namespace quillbar::shortcuts

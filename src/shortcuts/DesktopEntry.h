@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quillbar::shortcuts {
@@ -10,7 +9,7 @@ namespace quillbar::shortcuts {
 /// One command of a desktop entry. An empty `exec` means that there is none to start.
 struct DesktopAction {
     std::string name;
-    /// As it stands in the file but for the escapes of every value; see splitCommandLine().
+    /// The value of Exec; see splitCommandLine().
     std::string exec;
 };
 
@@ -24,12 +23,17 @@ struct DesktopEntry {
     std::string path;
     bool isHidden = false;
     bool runsInTerminal = false;
+    /// Each once.
     std::vector<DesktopAction> actions;
 };
 
-/// Reads an entry of type Application, its names in the first of these locales that it has; nothing
-/// for any other text. Any bytes may be passed.
-[[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(
-    std::string_view text, std::vector<std::string> const& locales);
+/// Reads an entry of type Application, its names in the person's language; nothing for any other
+/// text. Any bytes may be passed.
+[[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(std::string const& text);
+
+/// The arguments that the value of Exec stands for, without its field codes: there is neither a
+/// file nor an address to put in their place. Nothing for an unfinished quotation or no program at
+/// all. Must hold no NUL.
+[[nodiscard]] std::optional<std::vector<std::string>> splitCommandLine(std::string const& exec);
 
 } // namespace quillbar::shortcuts

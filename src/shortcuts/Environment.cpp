@@ -1,110 +1,61 @@
 #include "shortcuts/Environment.h"
 
 #include <algorithm>
-#include <pwd.h>
-#include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <utility>
+#include <glib.h>
 
 namespace quillbar::shortcuts {
 
 namespace {
 
-std::string valueOr(Environment::Lookup const& lookup, char const* name, std::string const& other)
+std::vector<std::string> shortcutFolders(std::string const& home)
 {
-    auto const* value = lookup(name);
-    return value && *value ? value : other;
-}
-
-std::string homeFolder(Environment::Lookup const& lookup)
-{
-    auto home = valueOr(lookup, "HOME", {});
-    if (!home.empty())
-        return home;
-    auto const* account = getpwuid(geteuid());
-    return account && account->pw_dir ? account->pw_dir : "/";
-}
-
-std::vector<std::string> split(std::string_view list, char separator)
-{
-    std::vector<std::string> parts;
-    while (true) {
-        auto const end = list.find(separator);
-        parts.emplace_back(list.substr(0, end));
-        if (end == std::string_view::npos)
-            return parts;
-        list.remove_prefix(end + 1);
-    }
-}
-
-std::vector<std::string> shortcutFolders(Environment::Lookup const& lookup, std::string const& home)
-{
-    auto const defaultDataHome = home + "/.local/share";
-    auto dataHome = valueOr(lookup, "XDG_DATA_HOME", defaultDataHome);
-    // The base directory rules have relative folders ignored.
-    if (!dataHome.starts_with('/'))
-        dataHome = defaultDataHome;
+    // The rules for base directories have relative ones ignored, which the library leaves to us.
+    std::string dataHome = g_get_user_data_dir();
+    if (!g_path_is_absolute(dataHome.c_str()))
+        dataHome = home + "/.local/share";
 
     std::vector<std::string> folders = { dataHome + "/shortcuts" };
-    for (auto const& folder :
-        split(valueOr(lookup, "XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
-        auto path = folder + "/shortcuts";
-        if (folder.starts_with('/') && std::ranges::find(folders, path) == folders.end())
-            folders.push_back(std::move(path));
+    for (auto const* const* folder = g_get_system_data_dirs(); *folder; ++folder) {
+        g_autofree char* path = g_build_filename(*folder, "shortcuts", nullptr);
+        if (g_path_is_absolute(path) && std::ranges::find(folders, path) == folders.end())
+            folders.emplace_back(path);
     }
     return folders;
 }
 
-bool isFolder(std::string const& path)
-{
-    struct stat status { };
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 /// What works in a terminal should work here: login shells add these folders, desktops often not.
-std::string extendedSearchPath(Environment::Lookup const& lookup, std::string const& home)
+std::string searchPath(std::string const& home)
 {
-    auto path = valueOr(lookup, "PATH", "/usr/local/bin:/usr/bin:/bin");
-    for (auto const& folder : { home + "/bin", home + "/.local/bin" }) {
-        if (isFolder(folder))
-            path.insert(0, ":").insert(0, folder);
+    std::string path;
+    for (auto const& folder : { home + "/.local/bin", home + "/bin" }) {
+        if (g_file_test(folder.c_str(), G_FILE_TEST_IS_DIR))
+            path += folder + ":";
     }
-    return path;
-}
-
-/// From "de_AT.UTF-8@euro": "de_AT@euro", "de_AT", "de@euro", "de".
-std::vector<std::string> localeSuffixes(Environment::Lookup const& lookup)
-{
-    auto const locale
-        = valueOr(lookup, "LC_ALL", valueOr(lookup, "LC_MESSAGES", valueOr(lookup, "LANG", {})));
-    auto const modifierStart = locale.find('@');
-    auto const modifier
-        = modifierStart == std::string::npos ? std::string() : locale.substr(modifierStart);
-    auto const territory = locale.substr(0, locale.find_first_of(".@"));
-    auto const language = territory.substr(0, territory.find('_'));
-    if (language.empty() || language == "C" || language == "POSIX")
-        return {};
-
-    std::vector<std::string> suffixes;
-    for (auto const& base : { territory, language }) {
-        if (!modifier.empty())
-            suffixes.push_back(base + modifier);
-        suffixes.push_back(base);
+    auto const* const inherited = g_getenv("PATH");
+    g_auto(GStrv) parts
+        = g_strsplit(inherited ? inherited : "/usr/local/bin:/usr/bin:/bin", ":", -1);
+    for (auto* const* part = parts; *part; ++part) {
+        // A relative one would stand for whatever folder a program happens to be in.
+        if (g_path_is_absolute(*part))
+            path.append(*part).append(":");
     }
-    return suffixes;
+    return path.substr(0, path.rfind(':'));
 }
 
 } // namespace
 
-Environment Environment::read(Lookup const& lookup)
+Environment prepareEnvironment()
 {
-    Environment environment;
-    environment.home = homeFolder(lookup);
-    environment.folders = shortcutFolders(lookup, environment.home);
-    environment.searchPath = extendedSearchPath(lookup, environment.home);
-    environment.locales = localeSuffixes(lookup);
+    Environment environment { g_get_home_dir(), {} };
+    environment.folders = shortcutFolders(environment.home);
+    g_setenv("PATH", searchPath(environment.home).c_str(), 1);
     return environment;
+}
+
+std::string findProgram(std::string const& program)
+{
+    g_autofree char* path = g_find_program_in_path(program.c_str());
+    return path ? path : "";
 }
 
 } // namespace quillbar::shortcuts

@@ -1,25 +1,23 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace quillbar::shortcuts {
 
-/// What the person's environment variables say, read once at start.
+/// Where the person's things lie.
 struct Environment {
-    /// Looks a variable up; null when it is not set.
-    using Lookup = std::function<char const*(char const* name)>;
-
     std::string home;
     /// Where shortcuts lie, the person's own folder first. None need exist.
     std::vector<std::string> folders;
-    /// The value of PATH for everything that is started.
-    std::string searchPath;
-    /// The suffixes of translated keys that suit the person's language, best first.
-    std::vector<std::string> locales;
-
-    [[nodiscard]] static Environment read(Lookup const& lookup);
 };
+
+/// Reads the person's environment, and sets PATH for what this program looks up and starts: the
+/// folders for programs in the home first, and no relative ones.
+[[nodiscard]] Environment prepareEnvironment();
+
+/// Where the program lies: itself when it is a path, else in the first folder of PATH that has it.
+/// Empty when there is no such executable file.
+[[nodiscard]] std::string findProgram(std::string const& program);
 
 } // namespace quillbar::shortcuts

@@ -37,21 +37,21 @@ bool looksLikeText(std::string const& path)
         && std::memchr(start.data(), '\0', static_cast<std::size_t>(count)) == nullptr;
 }
 
-void start(std::vector<std::string> const& arguments)
+void start(std::string const& program, std::vector<std::string> const& arguments)
 {
-    execv(arguments.front().c_str(), pointers(arguments).data());
+    execv(program.c_str(), pointers(arguments).data());
 }
 
 } // namespace
 
-int execute(std::vector<std::string> const& arguments)
+int execute(std::string const& program, std::vector<std::string> const& arguments)
 {
-    auto const& program = arguments.front();
-    start(arguments);
+    start(program, arguments);
     if (errno == ENOEXEC && looksLikeText(program)) {
         auto throughShell = arguments;
-        throughShell.insert(throughShell.begin(), "/bin/sh");
-        start(throughShell);
+        throughShell.front() = program;
+        throughShell.insert(throughShell.begin(), "sh");
+        start("/bin/sh", throughShell);
     }
 
     auto const error = errno;

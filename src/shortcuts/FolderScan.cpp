@@ -1,57 +1,43 @@
 #include "shortcuts/FolderScan.h"
 
-#include "shortcuts/DesktopEntry.h"
 #include "shortcuts/Names.h"
-#include "shortcuts/SearchPath.h"
 
+#include <cerrno>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <map>
-#include <memory>
+#include <glib.h>
 #include <unistd.h>
+#include <utility>
 
 namespace quillbar::shortcuts {
 
 namespace {
 
-constexpr std::string_view desktopExtension = ".desktop";
 /// Entries are a few kilobytes; a larger file is something else.
-constexpr std::size_t maximumEntrySize = 1 << 20;
+constexpr off_t maximumEntrySize = 1 << 20;
 
 struct CloseFolder {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-/// A shortcut whose name is not settled yet.
-struct Candidate {
-    Shortcut shortcut;
-    /// The name that it takes when another has the same: with the whole file name.
-    std::string distinctName;
-};
-
-std::optional<std::string> readEntry(int folder, char const* fileName)
+std::shared_ptr<DesktopEntry const> readEntry(std::string const& path, struct stat const& status)
 {
-    auto const file = openat(folder, fileName, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return std::nullopt;
-    std::string text(maximumEntrySize + 1, '\0');
-    std::size_t used = 0;
-    ssize_t count = 0;
-    while ((count = read(file, text.data() + used, text.size() - used)) > 0)
-        used += static_cast<std::size_t>(count);
-    close(file);
-    if (count < 0 || used > maximumEntrySize)
-        return std::nullopt;
-    text.resize(used);
-    return text;
+    g_autofree char* text = nullptr;
+    gsize size = 0;
+    if (status.st_size > maximumEntrySize
+        || !g_file_get_contents(path.c_str(), &text, &size, nullptr))
+        return nullptr;
+    auto entry = parseDesktopEntry({ text, size });
+    return entry ? std::make_shared<DesktopEntry const>(std::move(*entry)) : nullptr;
 }
 
 class FolderScan {
 public:
-    FolderScan(std::string const& folder, Environment const& environment,
+    FolderScan(std::string const& folder, Person const& person,
         std::set<std::string, std::less<>> const& hiddenFiles)
         : folder_(folder)
-        , environment_(environment)
+        , person_(person)
         , hiddenFiles_(hiddenFiles)
     {
     }
@@ -59,20 +45,23 @@ public:
     FolderContents scan()
     {
         std::unique_ptr<DIR, CloseFolder> const folder(opendir(folder_.c_str()));
-        if (!folder)
-            return {};
-        descriptor_ = dirfd(folder.get());
-
-        struct stat status { };
-        if (fstat(descriptor_, &status) != 0)
-            return {};
-        if (auto const reason = distrust(status, person_); reason != Distrust::None) {
-            notice(folder_, reasonText(reason));
+        if (!folder) {
+            if (errno != ENOENT && errno != ENOTDIR)
+                giveUp(std::strerror(errno));
             return std::move(contents_);
         }
-        while (auto const* entry = readdir(folder.get()))
+        descriptor_ = dirfd(folder.get());
+        if (auto const verdict = judgeFolder(); verdict.reason != Distrust::None) {
+            giveUp(reasonText(verdict, folder_));
+            return std::move(contents_);
+        }
+        errno = 0;
+        while (auto const* entry = readdir(folder.get())) {
             addFile(entry->d_name);
-        settleNames();
+            errno = 0;
+        }
+        if (errno != 0)
+            giveUp(std::strerror(errno));
         return std::move(contents_);
     }
 
@@ -82,118 +71,111 @@ private:
         contents_.notices.push_back("ignoring " + printable(file) + ": " + std::string(fault));
     }
 
-    void addFile(char const* name)
+    void giveUp(std::string_view fault)
     {
-        std::string const fileName = name;
+        contents_.isRead = false;
+        notice(folder_, fault);
+    }
+
+    [[nodiscard]] Verdict judgeFolder() const
+    {
+        auto const target = resolved(folder_);
+        if (target != folder_)
+            return judgeTarget(target, person_);
         struct stat status { };
-        if (isLeftAside(fileName) || hiddenFiles_.contains(fileName)
-            || fstatat(descriptor_, name, &status, 0) != 0 || !S_ISREG(status.st_mode))
+        fstat(descriptor_, &status);
+        return judge(folder_, status, person_);
+    }
+
+    void addFile(std::string const& fileName)
+    {
+        // Hidden files, the copies that editors leave, and what an earlier folder hides.
+        if (fileName.starts_with('.') || fileName.ends_with('~') || hiddenFiles_.contains(fileName))
+            return;
+        struct stat status { };
+        if (fstatat(descriptor_, fileName.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+            return;
+        auto const path = folder_ + "/" + fileName;
+        auto const isLink = S_ISLNK(status.st_mode);
+        auto const target = isLink ? resolved(path) : path;
+        if ((isLink && lstat(target.c_str(), &status) != 0) || !S_ISREG(status.st_mode))
             return;
 
-        auto const isEntry = fileName.ends_with(desktopExtension);
-        auto const path = folder_ + "/" + fileName;
-        if (!isEntry && faccessat(descriptor_, name, X_OK, AT_EACCESS) != 0) {
-            contents_.refused.push_back({ path });
+        auto const isEntry = fileName.ends_with(".desktop");
+        if (!isEntry && faccessat(descriptor_, fileName.c_str(), X_OK, 0) != 0) {
+            contents_.refused.push_back({ path, {} });
             return;
         }
-        if (auto const reason = distrust(status, person_); reason != Distrust::None) {
-            contents_.refused.push_back({ path, reason });
-            notice(path, reasonText(reason));
+        auto const verdict = isLink ? judgeTarget(target, person_) : judge(path, status, person_);
+        if (verdict.reason != Distrust::None) {
+            notice(path, reasonText(verdict, path));
+            contents_.refused.push_back({ path, verdict });
             return;
         }
         if (isEntry)
-            addEntry(fileName);
+            addEntry({ {}, fileName, path, target, readEntry(target, status), {} });
         else
-            addCandidate({ std::string(withoutScriptExtension(fileName)), path, {} }, fileName);
+            add({ std::string(withoutScriptExtension(fileName)), fileName, path, target, {}, {} });
     }
 
-    void addEntry(std::string const& fileName)
+    void addEntry(Shortcut shortcut)
     {
-        auto const path = folder_ + "/" + fileName;
-        auto const text = readEntry(descriptor_, fileName.c_str());
-        auto const entry = text ? parseDesktopEntry(*text, environment_.locales) : std::nullopt;
-        if (!entry) {
-            notice(path, "it is no desktop entry of an application");
+        if (!shortcut.entry) {
+            notice(shortcut.file, "it is no desktop entry of an application");
             return;
         }
-        if (entry->isHidden) {
+        auto const& entry = *shortcut.entry;
+        auto const fileName = shortcut.distinctName;
+        if (entry.isHidden) {
             contents_.hiddenFiles.insert(fileName);
             return;
         }
-        if (!entry->tryExec.empty() && findProgram(entry->tryExec, environment_.searchPath).empty())
+        if (!entry.tryExec.empty() && findProgram(entry.tryExec).empty())
             return;
-        addCommand(entry->exec, *entry, { entry->name, path, {} }, fileName);
-        for (auto const& action : entry->actions) {
-            addCommand(action.exec, *entry, { entry->name + ": " + action.name, path, {} },
-                fileName + ": " + action.name);
+        // Once, not for each action: its name begins those of all actions.
+        if (!isListable(entry.name)) {
+            notice(shortcut.file, unlistable);
+            return;
+        }
+        shortcut.name = entry.name;
+        addCommand(shortcut, entry.exec);
+        for (auto const& action : entry.actions) {
+            shortcut.name = entry.name + ": " + action.name;
+            shortcut.distinctName = fileName + ": " + action.name;
+            addCommand(shortcut, action.exec);
         }
     }
 
-    void addCommand(std::string const& exec, DesktopEntry const& entry, Shortcut shortcut,
-        std::string const& distinctName)
+    void addCommand(Shortcut shortcut, std::string const& exec)
     {
-        if (exec.empty())
-            return;
-        shortcut.command = DesktopCommand { exec, entry.path, entry.runsInTerminal };
-        addCandidate(std::move(shortcut), distinctName);
+        shortcut.exec = exec;
+        if (!exec.empty())
+            add(std::move(shortcut));
     }
 
-    void addCandidate(Shortcut shortcut, std::string const& distinctName)
+    void add(Shortcut shortcut)
     {
         if (isListable(shortcut.name))
-            candidates_.push_back({ std::move(shortcut), distinctName });
+            contents_.shortcuts.push_back(std::move(shortcut));
         else
-            notice(shortcut.file, "its name cannot stand in a list");
+            notice(shortcut.file, unlistable);
     }
 
-    /// Gives equal names their distinct form, which may meet a third name, until all differ.
-    void settleNames()
-    {
-        while (true) {
-            std::map<std::string_view, int> counts;
-            for (auto const& candidate : candidates_)
-                ++counts[candidate.shortcut.name];
-
-            std::vector<Candidate*> equals;
-            for (auto& candidate : candidates_) {
-                if (counts[candidate.shortcut.name] > 1
-                    && candidate.shortcut.name != candidate.distinctName)
-                    equals.push_back(&candidate);
-            }
-            if (equals.empty())
-                break;
-            for (auto* candidate : equals)
-                candidate->shortcut.name = candidate->distinctName;
-        }
-        takeCandidates();
-    }
-
-    void takeCandidates()
-    {
-        std::set<std::string, std::less<>> names;
-        for (auto& [shortcut, distinctName] : candidates_) {
-            if (names.insert(shortcut.name).second)
-                contents_.shortcuts.push_back(std::move(shortcut));
-            else
-                notice(shortcut.file, "it has the name \"" + shortcut.name + "\" twice");
-        }
-    }
+    static constexpr std::string_view unlistable = "its name cannot stand in a list";
 
     std::string const& folder_;
-    Environment const& environment_;
+    Person const& person_;
     std::set<std::string, std::less<>> const& hiddenFiles_;
-    Person const person_ = Person::current();
     int descriptor_ = -1;
-    std::vector<Candidate> candidates_;
     FolderContents contents_;
 };
 
 } // namespace
 
-FolderContents scanFolder(std::string const& folder, Environment const& environment,
+FolderContents scanFolder(std::string const& folder, Person const& person,
     std::set<std::string, std::less<>> const& hiddenFiles)
 {
-    return FolderScan(folder, environment, hiddenFiles).scan();
+    return FolderScan(folder, person, hiddenFiles).scan();
 }
 
 } // namespace quillbar::shortcuts

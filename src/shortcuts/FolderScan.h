@@ -10,7 +10,9 @@ namespace quillbar::shortcuts {
 
 /// What one folder holds.
 struct FolderContents {
-    /// No name occurs twice. In no order.
+    /// False when there is a folder that cannot be read or is not trusted.
+    bool isRead = true;
+    /// In no order; names may occur several times.
     std::vector<Shortcut> shortcuts;
     /// File names of entries that say they are deleted, which goes for later folders as well.
     std::set<std::string, std::less<>> hiddenFiles;
@@ -19,7 +21,7 @@ struct FolderContents {
 };
 
 /// Reads one folder, not those inside it, passing over the files of these names.
-[[nodiscard]] FolderContents scanFolder(std::string const& folder, Environment const& environment,
+[[nodiscard]] FolderContents scanFolder(std::string const& folder, Person const& person,
     std::set<std::string, std::less<>> const& hiddenFiles);
 
 } // namespace quillbar::shortcuts

@@ -5,20 +5,17 @@
 
 namespace quillbar::shortcuts {
 
-/// Whether a listing can carry the name: UTF-8 without line breaks and control characters, and not
-/// empty.
+/// Whether a listing can carry the name: UTF-8 without line breaks and control characters, from 1
+/// to 255 bytes long.
 [[nodiscard]] bool isListable(std::string_view name);
 
 /// The file name without the extension of a script, if it has one.
 [[nodiscard]] std::string_view withoutScriptExtension(std::string_view fileName);
 
-/// Whether files of this name are never shortcuts: hidden ones and the copies that editors leave.
-[[nodiscard]] bool isLeftAside(std::string_view fileName);
-
-/// The text with each byte that a terminal could take amiss as an escape sequence.
+/// The text with each byte escaped that a terminal could take for part of an escape sequence.
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// The text as one word of a shell command, for remedies that people copy.
-[[nodiscard]] std::string shellQuoted(std::string_view text);
+[[nodiscard]] std::string shellQuoted(std::string const& text);
 
 } // namespace quillbar::shortcuts

@@ -3,20 +3,17 @@
 #include "shortcuts/Execute.h"
 #include "shortcuts/Names.h"
 #include "shortcuts/Report.h"
-#include "shortcuts/SearchPath.h"
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <string_view>
+#include <glib.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace quillbar::shortcuts {
 
 namespace {
 
-constexpr std::string_view explanation = R"(Your shortcuts
+constexpr auto explanation = R"(Your shortcuts
 ==============
 
 Every executable file in this folder is a shortcut, and so is every desktop
@@ -35,40 +32,21 @@ entry (a .desktop file of an application).
 "man shortcuts" tells the rest.
 )";
 
-constexpr std::string_view sample = R"script(#!/bin/sh
+constexpr auto sample = R"script(#!/bin/sh
 # A sample. Make it executable, and it is the shortcut "Say hello".
 exec notify-send "$SHORTCUT_NAME" "Hello from $(hostname)"
 )script";
-
-void writeFile(std::string const& path, std::string_view text)
-{
-    auto const file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-    if (file < 0)
-        return;
-    while (!text.empty()) {
-        auto const count = write(file, text.data(), text.size());
-        if (count <= 0)
-            break;
-        text.remove_prefix(static_cast<std::size_t>(count));
-    }
-    close(file);
-}
-
-void createParents(std::string const& path)
-{
-    for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
-        mkdir(path.substr(0, end).c_str(), S_IRWXU);
-}
 
 } // namespace
 
 bool createShortcutsFolder(std::string const& folder)
 {
-    createParents(folder);
+    g_autofree char* parent = g_path_get_dirname(folder.c_str());
+    g_mkdir_with_parents(parent, S_IRWXU);
     if (mkdir(folder.c_str(), S_IRWXU) != 0)
         return errno == EEXIST;
-    writeFile(folder + "/README.txt", explanation);
-    writeFile(folder + "/Say hello.sh", sample);
+    g_file_set_contents((folder + "/README.txt").c_str(), explanation, -1, nullptr);
+    g_file_set_contents((folder + "/Say hello.sh").c_str(), sample, -1, nullptr);
     return true;
 }
 
@@ -79,11 +57,9 @@ int openShortcutsFolder(Environment const& environment)
         report("cannot make the folder " + printable(folder) + ": " + std::strerror(errno));
         return status::cannotExecute;
     }
-    if (auto const opener = findProgram("xdg-open", environment.searchPath); !opener.empty())
-        return execute({ opener, folder });
-    if (auto const opener = findProgram("gio", environment.searchPath); !opener.empty())
-        return execute({ opener, "open", folder });
-    report("there is no program to show " + printable(folder) + " with; install xdg-utils");
+    if (auto const opener = findProgram("gio"); !opener.empty())
+        return execute(opener, { "gio", "open", folder });
+    report("there is no program to show " + printable(folder) + " with; install libglib2.0-bin");
     return status::notFound;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string_view>
+#include <cstdio>
+#include <string>
 
 namespace quillbar::shortcuts {
 
@@ -9,12 +10,16 @@ namespace status {
 inline constexpr int success = 0;
 inline constexpr int noSuchShortcut = 1;
 inline constexpr int usage = 64;
+inline constexpr int incompleteList = 66;
 inline constexpr int outputFailed = 74;
 inline constexpr int cannotExecute = 126;
 inline constexpr int notFound = 127;
 } // namespace status
 
 /// Writes one line to standard error.
-void report(std::string_view message);
+inline void report(std::string const& message)
+{
+    std::fprintf(stderr, "shortcuts: %s\n", message.c_str());
+}
 
 } // namespace quillbar::shortcuts

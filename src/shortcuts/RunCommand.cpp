@@ -1,11 +1,9 @@
 #include "shortcuts/RunCommand.h"
 
 #include "shortcuts/Catalogue.h"
-#include "shortcuts/CommandLine.h"
 #include "shortcuts/Execute.h"
 #include "shortcuts/Names.h"
 #include "shortcuts/Report.h"
-#include "shortcuts/SearchPath.h"
 
 #include <cstdlib>
 #include <unistd.h>
@@ -26,40 +24,40 @@ int reportMissing(Catalogue const& catalogue, std::string const& name)
         report("no shortcut is named " + quoted(name) + "; \"shortcuts list\" shows the names");
         return status::noSuchShortcut;
     }
+    auto const& [reason, path] = refused->verdict;
     auto const file = printable(shellQuoted(refused->file));
-    switch (refused->reason) {
+    auto const fault = " is not run, " + reasonText(refused->verdict, refused->file);
+    switch (reason) {
     case Distrust::None:
         report(quoted(name) + " is not executable; to make it so: chmod +x " + file);
         break;
     case Distrust::WritableByOthers:
-        report(quoted(name) + " is not run, others may write to it; to forbid that: chmod go-w "
-            + file);
+        // Taking the group's right to write takes it from everybody in an access control list.
+        report(
+            quoted(name) + fault + "; to forbid that: chmod go-w " + printable(shellQuoted(path)));
         break;
     case Distrust::ForeignOwner:
-        report(quoted(name) + " is not run, " + file + " belongs to another user");
+        report(quoted(name) + fault);
         break;
     }
     return status::cannotExecute;
 }
 
 /// Nothing when the command cannot be started; the reason has been reported.
-std::vector<std::string> argumentsOf(Shortcut const& shortcut, Environment const& environment)
+std::vector<std::string> commandOf(Shortcut const& shortcut)
 {
-    if (!shortcut.command)
-        return { shortcut.file };
-
-    auto arguments = splitCommandLine(shortcut.command->exec);
+    auto arguments = splitCommandLine(shortcut.exec);
     if (!arguments) {
         report(
             quoted(shortcut.name) + " has an unfinished Exec line in " + printable(shortcut.file));
         return {};
     }
     auto wanted = arguments->front();
-    if (shortcut.command->runsInTerminal) {
+    if (shortcut.entry->runsInTerminal) {
         wanted = "x-terminal-emulator";
         arguments->insert(arguments->begin(), { wanted, "-e" });
     }
-    arguments->front() = findProgram(wanted, environment.searchPath);
+    arguments->front() = findProgram(wanted);
     if (arguments->front().empty()) {
         report(quoted(shortcut.name) + " needs the program " + quoted(wanted)
             + ", which is not installed");
@@ -70,10 +68,10 @@ std::vector<std::string> argumentsOf(Shortcut const& shortcut, Environment const
 
 bool enterFolder(Shortcut const& shortcut, Environment const& environment)
 {
-    if (shortcut.command && !shortcut.command->folder.empty()) {
-        if (chdir(shortcut.command->folder.c_str()) == 0)
+    if (shortcut.entry && !shortcut.entry->path.empty()) {
+        if (chdir(shortcut.entry->path.c_str()) == 0)
             return true;
-        report(quoted(shortcut.name) + " cannot start in " + printable(shortcut.command->folder)
+        report(quoted(shortcut.name) + " cannot start in " + printable(shortcut.entry->path)
             + ", make that folder or correct Path in " + printable(shortcut.file));
         return false;
     }
@@ -93,12 +91,11 @@ int runShortcut(Environment const& environment, std::string const& name)
     // First, because the program may be given relative to the folder.
     if (!enterFolder(*shortcut, environment))
         return status::cannotExecute;
-    auto const arguments = argumentsOf(*shortcut, environment);
-    if (arguments.empty())
-        return status::notFound;
-    setenv("PATH", environment.searchPath.c_str(), 1);
     setenv("SHORTCUT_NAME", name.c_str(), 1);
-    return execute(arguments);
+    if (!shortcut->entry)
+        return execute(shortcut->target, { shortcut->file });
+    auto const command = commandOf(*shortcut);
+    return command.empty() ? status::notFound : execute(command.front(), command);
 }
 
 } // namespace quillbar::shortcuts

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <sys/stat.h>
 
@@ -11,15 +12,37 @@ enum class Distrust { None, WritableByOthers, ForeignOwner };
 struct Person {
     uid_t user;
     gid_t group;
-
-    [[nodiscard]] static Person current();
+    /// Without links.
+    std::string home;
 };
 
-/// Only what belongs to the person or root and nobody else may change is ever run. The group may
-/// write too where it is the person's private one, which by convention has the person's number.
-[[nodiscard]] Distrust distrust(struct stat const& status, Person const& person);
+/// `home` may lead through links.
+[[nodiscard]] Person currentPerson(std::string const& home);
 
-/// For example "others may write to it".
-[[nodiscard]] std::string_view reasonText(Distrust reason);
+/// Only what belongs to the person or root and nobody else may change is ever run. The group may
+/// write too where it is the person's private one, which by convention has the person's number, and
+/// no access control list names others.
+[[nodiscard]] Distrust distrust(
+    struct stat const& status, bool hasAccessList, Person const& person);
+
+struct Verdict {
+    Distrust reason = Distrust::None;
+    /// The file or folder at fault; empty for none.
+    std::string path;
+};
+
+/// Judges a file or folder by its status alone.
+[[nodiscard]] Verdict judge(
+    std::string const& path, struct stat const& status, Person const& person);
+
+/// Judges what a link leads to, a path without links, with the folders that it lies in, up to the
+/// home or the root: who may write to one of these can put something else in its place.
+[[nodiscard]] Verdict judgeTarget(std::string const& path, Person const& person);
+
+/// The path without links; empty when there is nothing.
+[[nodiscard]] std::string resolved(std::string const& path);
+
+/// For example "others may write to it", with "it" for this file.
+[[nodiscard]] std::string reasonText(Verdict const& verdict, std::string_view file);
 
 } // namespace quillbar::shortcuts

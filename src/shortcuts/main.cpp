@@ -4,7 +4,6 @@
 #include "shortcuts/RunCommand.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -37,7 +36,8 @@ int printNames(Environment const& environment)
     std::string text;
     for (auto const& shortcut : catalogue.shortcuts())
         text.append(shortcut.name).append("\n");
-    return print(text);
+    auto const result = print(text);
+    return result != status::success || catalogue.isComplete() ? result : status::incompleteList;
 }
 
 int reportUsage()
@@ -51,18 +51,16 @@ int perform(int argumentCount, char const* const* arguments)
     if (argumentCount < 2)
         return reportUsage();
     std::string_view const command = arguments[1];
-    auto const environment
-        = [] { return Environment::read([](auto name) { return getenv(name); }); };
 
     if (command == "run" && argumentCount == 3)
-        return runShortcut(environment(), arguments[2]);
+        return runShortcut(prepareEnvironment(), arguments[2]);
     // An address says nothing but that the folder is wanted: any web page may open one.
     if (command == "open" && argumentCount <= 3)
-        return openShortcutsFolder(environment());
+        return openShortcutsFolder(prepareEnvironment());
     if (argumentCount > 2)
         return reportUsage();
     if (command == "list")
-        return printNames(environment());
+        return printNames(prepareEnvironment());
     if (command == "help" || command == "--help" || command == "-h")
         return print(usageText);
     if (command == "version" || command == "--version")

@@ -1,12 +1,15 @@
 #include "ui/AboutWindowController.h"
 
+#include "platform/Fatal.h"
 #include "platform/Folders.h"
+#include "platform/Symbols.h"
 #include "platform/Workspace.h"
 #include "platform/view/Button.h"
 #include "platform/view/ImageView.h"
 #include "platform/view/Separator.h"
 #include "ui/Texts.h"
 
+#include <memory>
 #include <utility>
 
 namespace quillbar {
@@ -50,6 +53,37 @@ std::shared_ptr<platform::Button> addLink(
 AboutWindowController::AboutWindowController()
     : WindowController(makeWindow())
 {
+}
+
+platform::Image AboutWindowController::appIcon(double size)
+{
+    if (auto image = platform::bundleImage("AppIcon", { size, size }))
+        return *image;
+    return makeIcon(size);
+}
+
+platform::Image AboutWindowController::makeIcon(double size)
+{
+    constexpr auto heart = "heart.fill";
+    constexpr platform::Rgba pink { .red = 0.95, .green = 0.40, .blue = 0.65, .alpha = 1 };
+    constexpr platform::Rgba violet { .red = 0.55, .green = 0.25, .blue = 0.75, .alpha = 1 };
+    if (!platform::symbolExists(heart))
+        platform::fatalError("the system has no heart.fill symbol");
+
+    platform::Rect const square { 0, 0, size, size };
+    auto const heartSize = 0.62 * size;
+    auto const margin = (size - heartSize) / 2;
+    return std::make_shared<platform::Drawing const>(platform::Drawing {
+        .size = { size, size },
+        .operations = {
+            platform::ClipToRoundedRect { .rect = square, .radius = 0.22 * size },
+            platform::FillLinearGradient {
+                .rect = square, .start = pink, .end = violet, .angle = -60 },
+            platform::DrawSymbol { .name = heart,
+                .rect = { margin, margin, heartSize, heartSize },
+                .color = platform::white },
+        },
+    });
 }
 
 void AboutWindowController::buildUserInterface()

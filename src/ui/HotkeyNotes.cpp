@@ -14,6 +14,12 @@ using platform::KeyCombination;
 
 namespace {
 
+std::string withAlternative(std::string const& sentence)
+{
+    auto const alternative = platform::hotkeyAlternative();
+    return alternative.empty() ? sentence : sentence + "\n" + alternative;
+}
+
 std::string sentence(HotkeyObstacle obstacle)
 {
     switch (obstacle) {
@@ -22,27 +28,23 @@ std::string sentence(HotkeyObstacle obstacle)
     case HotkeyObstacle::NoSuchKey:
         return "Your keyboard has no such key.";
     case HotkeyObstacle::CommandKeyTaken:
-        return "Another program holds the Super key and may keep this combination.";
-    case HotkeyObstacle::NoService: {
-        auto const alternative = platform::hotkeyAlternative();
-        std::string const text = "This session offers no global hotkeys.";
-        return alternative.empty() ? text : text + "\n" + alternative;
-    }
+        return withAlternative(
+            "Another program holds the Super key and may keep this combination.");
+    case HotkeyObstacle::NoService:
+        return withAlternative("This session offers no global hotkeys.");
     case HotkeyObstacle::Declined:
         return "You declined this combination when the desktop asked.";
     }
     return {};
 }
 
-/// The hotkeys in the order in which they are registered: of two that are equal the first works.
-class Survey {
+/// Collects hotkeys in the order in which they are registered: of two that are equal the first
+/// works.
+class ObstacleQuery {
 public:
     void add(Hotkey const& hotkey, std::string owner, HotkeyNote& note)
     {
-        if (!std::in_range<std::uint32_t>(hotkey.keyCode))
-            return;
-        KeyCombination const combination { static_cast<std::uint32_t>(hotkey.keyCode),
-            hotkey.modifiers };
+        KeyCombination const combination { hotkey.systemKeyCode(), hotkey.modifiers };
         combinations_.push_back(combination);
         notes_.push_back(&note);
         auto const [first, isFirst] = owners_.emplace(combination, std::move(owner));
@@ -73,16 +75,16 @@ private:
 HotkeyNotes hotkeyNotes(SettingsModel const& model)
 {
     HotkeyNotes notes;
-    Survey survey;
-    survey.add(model.menuHotkeyEff(), "The quick open hotkey", notes.quickOpen);
+    ObstacleQuery query;
+    query.add(model.menuHotkeyEff(), "The quick open hotkey", notes.quickOpen);
     for (auto const& [name, hotkey] : model.pinnedHotkeys()) {
         auto& note = notes.shortcuts[name];
         if (hotkey.isValid())
-            survey.add(hotkey, "“" + platform::isolated(name) + "”", note);
+            query.add(hotkey, "“" + platform::isolated(name) + "”", note);
         else
             note.problem = "This key cannot start a shortcut.";
     }
-    survey.askTheSystem();
+    query.askTheSystem();
     return notes;
 }
 

@@ -8,7 +8,7 @@
 
 namespace quillbar {
 
-/// What there is to say of the hotkeys in the settings.
+/// The notes on all hotkeys of the settings.
 struct HotkeyNotes {
     HotkeyNote quickOpen;
     /// By the names of the pinned shortcuts that have a hotkey.

@@ -1,8 +1,8 @@
 #include "ui/HotkeyRecorder.h"
 
-#include "platform/Fatal.h"
 #include "platform/KeyModifiers.h"
 #include "platform/view/Window.h"
+#include "ui/Weakly.h"
 
 #include <algorithm>
 #include <array>
@@ -35,7 +35,7 @@ constexpr auto noHotkey = "None";
 std::string keyName(std::uint32_t keyCode)
 {
     // Counted through the alphabet although the keys with these codes are A, S, D, F, H, G and Z:
-    // people know their hotkeys by these labels.
+    // hotkeys have always been labelled so.
     if (keyCode <= 6)
         return std::string(1, static_cast<char>('A' + keyCode));
 
@@ -65,8 +65,8 @@ platform::SymbolImage warning()
     };
 }
 
-/// Pauses stand where the eye finds the parts apart.
-std::string spoken(std::string text, HotkeyNote const& note)
+/// For a screen reader, which pauses at punctuation marks.
+std::string spokenText(std::string text, HotkeyNote const& note)
 {
     if (!note.keys.empty())
         text += ", " + note.keys;
@@ -87,21 +87,18 @@ HotkeyRecorder::HotkeyRecorder()
 
 std::string HotkeyRecorder::label(std::int64_t keyCode, std::uint32_t modifiers)
 {
-    if (!std::in_range<std::uint32_t>(keyCode))
-        platform::fatalError("a hotkey's key code is negative or too large");
-
+    auto const systemKeyCode = Hotkey { keyCode, modifiers }.systemKeyCode();
     std::string text;
     for (auto const& [bit, symbol] : modifierSymbols) {
         if (modifiers & bit)
             text += symbol;
     }
-    return text + keyName(static_cast<std::uint32_t>(keyCode));
+    return text + keyName(systemKeyCode);
 }
 
 void HotkeyRecorder::setHotkey(std::optional<Hotkey> const& hotkey)
 {
-    bool const isKey = hotkey && std::in_range<std::uint32_t>(hotkey->keyCode);
-    setStringValue(isKey ? label(hotkey->keyCode, hotkey->modifiers) : std::string());
+    setStringValue(hotkey ? label(hotkey->keyCode, hotkey->modifiers) : std::string());
 }
 
 void HotkeyRecorder::setStringValue(std::string text)
@@ -149,11 +146,10 @@ void HotkeyRecorder::beginRecording()
         stopWhenWindowCloses();
     }
     monitor_ = platform::addKeyDownMonitor(
-        [weak = weak_from_this()](platform::KeyEvent const& event) {
-            auto const self = weak.lock();
-            return self ? static_cast<HotkeyRecorder&>(*self).keyPressed(event)
-                        : KeyEventResult::Pass;
-        },
+        weakly(*this,
+            [](HotkeyRecorder& self, platform::KeyEvent const& event) {
+                return self.keyPressed(event);
+            }),
         platform::KeyMonitorReach::GrabKeyboard);
 }
 
@@ -164,7 +160,7 @@ void HotkeyRecorder::stopRecording()
     if (displayString_.empty())
         displayString_ = noHotkey;
     refreshTitle();
-    // Whoever works by keyboard goes on from here.
+    // The focus was taken from this control to record; who uses Tab continues from here.
     auto* const owner = window();
     if (std::exchange(hadFocus_, false) && owner && !owner->firstResponder())
         owner->makeFirstResponder(shared_from_this());
@@ -172,14 +168,12 @@ void HotkeyRecorder::stopRecording()
 
 void HotkeyRecorder::stopWhenWindowCloses()
 {
-    // Observers stay for good, so that each window gets one only.
+    // Observers cannot be removed, so each window gets only one.
     if (observedWindow_.lock().get() == window())
         return;
     observedWindow_ = window()->weak_from_this();
-    window()->addWillCloseObserver([weak = weak_from_this()] {
-        if (auto const self = weak.lock())
-            static_cast<HotkeyRecorder&>(*self).cancelRecording();
-    });
+    window()->addWillCloseObserver(
+        weakly(*this, [](HotkeyRecorder& self) { self.cancelRecording(); }));
 }
 
 KeyEventResult HotkeyRecorder::keyPressed(platform::KeyEvent const& event)
@@ -213,8 +207,8 @@ void HotkeyRecorder::refreshNote()
     setImage(note.problem.empty() ? std::nullopt : std::optional<platform::Image>(warning()));
     bool const needsBreak = !note.keys.empty() && !note.problem.empty();
     setToolTip(note.keys + (needsBreak ? "\n" : "") + note.problem);
-    // The label says whose hotkey it is, so that the text needs a place of its own.
-    setAccessibilityDescription(spoken(attributedTitle()->text, note));
+    // The accessible name says whose hotkey it is, so the text goes into the description.
+    setAccessibilityDescription(spokenText(attributedTitle()->text, note));
 }
 
 } // namespace quillbar

@@ -13,7 +13,7 @@
 
 namespace quillbar {
 
-/// What a person may want to know of a hotkey.
+/// What the settings say about a hotkey besides its label.
 struct HotkeyNote {
     /// The combination by the names of its keys; empty when unknown.
     std::string keys;
@@ -30,10 +30,10 @@ public:
     /// For example "⌘⌥·17". Ends the program for a key code outside 0 … 2³²−1.
     [[nodiscard]] static std::string label(std::int64_t keyCode, std::uint32_t modifiers);
 
-    /// Shows the hotkey; no text when there is none or its key code names no key.
+    /// Shows the hotkey's label, or the placeholder when there is none.
     void setHotkey(std::optional<Hotkey> const& hotkey);
     void setStringValue(std::string text);
-    /// Told with the hotkey that is shown, which a problem marks; forgotten when another one is
+    /// Shown as the tooltip, with a warning sign for a problem; cleared when another hotkey is
     /// recorded.
     void setNote(HotkeyNote note);
     /// Shown greyed while there is no text.

@@ -53,7 +53,7 @@ void PaletteRowView::layout()
     auto nameEnd = width - inset;
     if (!groupLabel_->isHidden()) {
         auto const size = platform::textSize(groupLabel_->text(), groupFont);
-        // A group of any length leaves the name its half of the row.
+        // A long group gets at most half of the row.
         auto const groupWidth = std::min(size.width, (width - 2 * inset - gap) / 2);
         groupLabel_->setFrame(
             centredVertically(width - inset - groupWidth, groupWidth, size.height, height));

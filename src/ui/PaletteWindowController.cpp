@@ -5,7 +5,6 @@
 #include "platform/view/EffectView.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/Separator.h"
-#include "ui/PalettePanel.h"
 #include "ui/PaletteRowView.h"
 #include "ui/Texts.h"
 
@@ -21,6 +20,14 @@ namespace {
 
 constexpr platform::Size contentSize { .width = 400, .height = 244 };
 constexpr auto rowIdentifier = "PaletteCell";
+
+/// A borderless window gets the keyboard only on demand.
+class PalettePanel : public platform::Panel {
+public:
+    using Panel::Panel;
+
+    [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }
+};
 
 std::shared_ptr<PalettePanel> makePanel()
 {
@@ -80,10 +87,12 @@ void PaletteWindowController::buildTable(platform::View& content)
 {
     table_->setRowHeight(32);
     table_->setAccessibilityLabel("Pinned shortcuts");
-    table_->rowCount = [this] { return std::max<std::size_t>(filtered_.count(), 1); };
-    table_->viewForRow = [this](std::size_t row) { return viewForRow(row); };
-    table_->onDoubleClick
-        = weakly(*this, [](PaletteWindowController& self) { self.doubleClicked(); });
+    using Self = PaletteWindowController;
+    table_->rowCount = weakly(
+        *this, [](Self const& self) { return std::max<std::size_t>(self.filtered_.count(), 1); });
+    table_->viewForRow
+        = weakly(*this, [](Self& self, std::size_t row) { return self.viewForRow(row); });
+    table_->onDoubleClick = weakly(*this, [](Self& self) { self.doubleClicked(); });
     auto const scrollView = content.addSubview(std::make_shared<platform::ScrollView>());
     scrollView->setFrame({ 8, 60, 384, 150 });
     scrollView->setVerticalScroller(platform::VerticalScroller::None);
@@ -117,13 +126,10 @@ void PaletteWindowController::installMonitor()
 {
     if (monitor_)
         return;
-    monitor_
-        = platform::addKeyDownMonitor([weak = weak_from_this()](platform::KeyEvent const& event) {
-              auto const self = weak.lock();
-              if (!self || !self->window().isVisible())
-                  return KeyEventResult::Pass;
-              return static_cast<PaletteWindowController&>(*self).keyDown(event);
-          });
+    monitor_ = platform::addKeyDownMonitor(
+        weakly(*this, [](PaletteWindowController& self, platform::KeyEvent const& event) {
+            return self.window().isVisible() ? self.keyDown(event) : KeyEventResult::Pass;
+        }));
 }
 
 KeyEventResult PaletteWindowController::keyDown(platform::KeyEvent const& event)

@@ -27,7 +27,7 @@ public:
 
     PinnedCellView();
 
-    /// Whose row it is, for people and for assistive technology. Ends a recording under way.
+    /// The name of the row's shortcut, also for assistive technology. Ends a recording under way.
     void setName(std::string const& name);
     void setLogin(platform::ButtonState state) { loginButton_->setState(state); }
     /// Fills the section popup and selects the entry of the title.

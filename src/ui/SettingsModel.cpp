@@ -31,6 +31,12 @@ std::vector<std::string> existing(
     return filtered(pinned, filtered(all, pinned, true), true);
 }
 
+/// Ends the program for a key code that no key can have, before that is stored.
+bool isStored(Hotkey const& hotkey)
+{
+    return hotkey.systemKeyCode() != 0;
+}
+
 template <typename Value, typename Predicate>
 std::map<std::string, Value> entriesOf(
     std::map<std::string, Value> const& map, Names const& names, Predicate isKept)
@@ -148,8 +154,7 @@ Config SettingsModel::record(std::vector<std::string> pinned, Controls const& co
     result.launchAtLogin = controls.launchAtLogin;
     result.menuHotkey = pendingMenuHotkey_;
     Names const names(result.pinned.begin(), result.pinned.end());
-    result.shortcutHotkeys
-        = entriesOf(recordedHotkeys_, names, [](Hotkey const& hotkey) { return hotkey.isValid(); });
+    result.shortcutHotkeys = entriesOf(recordedHotkeys_, names, isStored);
     result.launchAtLoginShortcuts = entriesOf(loginFlags_, names, [](bool) { return true; });
     result.groupOf
         = entriesOf(groups_, names, [](std::string const& title) { return !title.empty(); });

@@ -45,7 +45,7 @@ public:
     [[nodiscard]] std::vector<std::string> const& order() const { return order_; }
     [[nodiscard]] std::vector<std::string> const& others() const { return others_; }
     [[nodiscard]] std::optional<Hotkey> hotkey(std::string const& name) const;
-    /// Of the pinned shortcuts, those that cannot be saved too.
+    /// Of the pinned shortcuts, also those with key code 0, which are not saved.
     [[nodiscard]] std::map<std::string, Hotkey> pinnedHotkeys() const;
     [[nodiscard]] bool loginFlag(std::string const& name) const;
     /// Empty without a section.

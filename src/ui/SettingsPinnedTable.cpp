@@ -1,9 +1,10 @@
 // The pinned table of the settings window: its data source, and the edits made in its rows.
 
 #include "platform/SystemHotkeys.h"
+#include "platform/Text.h"
+#include "platform/view/Alert.h"
 #include "platform/view/Window.h"
 #include "services/HotkeyManager.h"
-#include "ui/GroupPrompt.h"
 #include "ui/SettingsWindowController.h"
 
 #include <algorithm>
@@ -14,6 +15,24 @@ namespace quillbar {
 namespace {
 
 constexpr auto cellIdentifier = "PinnedCell";
+
+/// Asks for the name of a shortcut's section and blocks until the person has answered: the name, or
+/// empty for no section, or nothing when the person cancels. The field starts with `current` unless
+/// the section popup offers that by itself.
+std::optional<std::string> askForGroup(std::string const& shortcut, std::string const& current)
+{
+    platform::Alert alert;
+    alert.messageText = "New group";
+    alert.informativeText
+        = "Name a section for “" + platform::isolated(shortcut) + "” in the menu bar.";
+    alert.buttons = { "OK", "Cancel" };
+    alert.accessory = platform::AlertField {
+        .text = PinnedCellView::isPresetGroup(current) ? std::string() : current,
+        .placeholder = "e.g. Games, Evening, Tools",
+    };
+    auto const answer = platform::runModal(alert);
+    return answer.button == 0 ? std::optional(platform::trimmed(answer.text)) : std::nullopt;
+}
 
 } // namespace
 
@@ -95,7 +114,8 @@ void SettingsWindowController::bindEdits(PinnedCellView& cell, std::string const
     cell.setGroup(model_.group(name));
 }
 
-/// What other programs claim changes unreported, mostly while the person uses them.
+/// The system does not report what other programs claim, so that is asked anew whenever the window
+/// gets the keyboard.
 void SettingsWindowController::watchHotkeys()
 {
     auto const refresh
@@ -107,7 +127,7 @@ void SettingsWindowController::watchHotkeys()
 
 void SettingsWindowController::refreshHotkeyNotes()
 {
-    // A combination that is free by now is to be had, not only unmarked.
+    // Registers what has become free, so that a hotkey without a warning works.
     hotkeyManager().retryRefused();
     hotkeyNotes_ = hotkeyNotes(model_);
     menuHotkeyRecorder_->setNote(hotkeyNotes_.quickOpen);

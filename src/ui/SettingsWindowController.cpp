@@ -27,13 +27,13 @@ std::shared_ptr<platform::Window> makeWindow()
     return window;
 }
 
-// More would keep the interface waiting, and far fewer are in sight.
+// Making many checkboxes takes time, and only six are visible.
 constexpr std::size_t rowsAtOnce = 2000;
 
-// A tool that does not answer must not cost the pins: then they are the shortcuts that are known.
+// Without the tool's answer the pins are the only shortcuts known, and all of them stay.
 SettingsModel makeModel(Config config)
 {
-    auto const all = ShortcutsService::listIfAnswered().value_or(config.pinned);
+    auto const all = ShortcutsService::list().value_or(config.pinned);
     return SettingsModel(std::move(config), all);
 }
 
@@ -44,7 +44,7 @@ SettingsWindowController::SettingsWindowController(
     : WindowController(makeWindow())
     , model_(makeModel(std::move(config)))
     , onSave_(std::move(onSave))
-    , availableRows_(std::make_shared<FlippedView>())
+    , availableRows_(std::make_shared<platform::View>())
     , pinnedTable_(std::make_shared<platform::TableView>())
     , iconPopup_(std::make_shared<platform::PopUpButton>())
     , launchLoginBox_(std::make_shared<Button>(ButtonStyle::CheckBox, "Start Quillbar at login"))
@@ -97,7 +97,7 @@ void SettingsWindowController::addAvailableRows(std::uint64_t version, std::size
         checkbox->setFrame({ 10, 6 + 26 * static_cast<double>(row), 460, 20 });
         checkbox->onClick
             = weakly(*this, [name](SettingsWindowController& self) { self.toggleAvailable(name); });
-        // In the usual order of the names each is the last.
+        // The names are sorted, so that each goes to the end of the map.
         checkboxes_.insert_or_assign(checkboxes_.end(), name, availableRows_->addSubview(checkbox));
     }
     if (end < others.size())
@@ -124,8 +124,8 @@ void SettingsWindowController::toggleAvailable(std::string const& name)
     refreshHotkeyNotes();
 }
 
-/// The clicked checkbox is gone; the keyboard goes on with the one that took its place, after the
-/// last one with the shortcut where it is now.
+/// The clicked checkbox no longer exists: the focus moves to the next one or, when none is left, to
+/// the recorder in the shortcut's pinned row.
 void SettingsWindowController::focusAfterPinning(std::size_t row)
 {
     auto const& rows = availableRows_->subviews();

@@ -4,7 +4,6 @@
 #include "platform/view/Button.h"
 #include "platform/view/PopUpButton.h"
 #include "platform/view/TableView.h"
-#include "ui/FlippedView.h"
 #include "ui/HotkeyNotes.h"
 #include "ui/HotkeyRecorder.h"
 #include "ui/PinnedCellView.h"
@@ -72,9 +71,9 @@ private:
     platform::Token hotkeyObservation_;
     std::function<void(Config const&)> const onSave_;
     std::map<std::string, std::shared_ptr<platform::Button>> checkboxes_;
-    // Which filling of the list the rows belong to.
+    // Counts the rebuilds of the list, so that no later turn adds rows to a rebuilt one.
     std::uint64_t availableVersion_ = 0;
-    std::shared_ptr<FlippedView> const availableRows_;
+    std::shared_ptr<platform::View> const availableRows_;
     std::shared_ptr<platform::TableView> const pinnedTable_;
     std::shared_ptr<platform::PopUpButton> const iconPopup_;
     std::shared_ptr<platform::Button> const launchLoginBox_;

@@ -63,7 +63,9 @@ void WelcomeWindowController::buildUserInterface()
         .primaryAction = &WelcomeWindowController::openShortcutsApp,
         .secondaryTitle = "Later",
     };
-    auto const& variant = ShortcutsService::list().empty() ? noShortcuts : hasShortcuts;
+    // A tool that did not answer does not mean that there are none.
+    auto const names = ShortcutsService::list();
+    auto const& variant = names && names->empty() ? noShortcuts : hasShortcuts;
 
     auto const content = std::make_shared<platform::View>();
     content->setFrame({ 0, 0, contentSize.width, contentSize.height });

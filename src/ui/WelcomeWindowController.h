@@ -6,8 +6,8 @@
 
 namespace quillbar {
 
-/// Greets the person on the first launch: leads to the settings window where there are shortcuts to
-/// pin, else to the program that makes them.
+/// Shown on the first launch: leads to the settings window or, when the tool lists no shortcut, to
+/// the program that makes them.
 class WelcomeWindowController : public WindowController {
 public:
     /// `onPrimary` is called after the window has closed, where there are shortcuts to pin.

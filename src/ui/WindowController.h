@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/view/Window.h"
+#include "ui/Weakly.h"
 
 #include <memory>
-#include <type_traits>
 #include <utility>
 
 namespace quillbar {
@@ -43,21 +43,6 @@ template <typename Controller, typename... Arguments>
     auto controller = std::make_shared<Controller>(std::forward<Arguments>(arguments)...);
     static_cast<WindowController&>(*controller).buildUserInterface();
     return controller;
-}
-
-/// A callback that keeps its controller alive while it runs; once the controller is gone it does
-/// nothing and returns an empty result.
-template <typename Controller, typename Action>
-[[nodiscard]] auto weakly(Controller& controller, Action action)
-{
-    return [weak = controller.weak_from_this(), action = std::move(action)](auto&&... arguments) {
-        using Result = std::invoke_result_t<Action const&, Controller&, decltype(arguments)...>;
-        auto const self = weak.lock();
-        if (!self)
-            return Result();
-        return action(
-            static_cast<Controller&>(*self), std::forward<decltype(arguments)>(arguments)...);
-    };
 }
 
 } // namespace quillbar

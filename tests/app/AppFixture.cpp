@@ -35,7 +35,7 @@ Config AppFixture::settled(Names pinned)
     return config;
 }
 
-AppDelegate& AppFixture::start(Config const& config, std::function<void()> onReady)
+AppDelegate& AppFixture::start(Config const& config)
 {
     config.save();
     if (!hasListing_) {
@@ -45,19 +45,15 @@ AppDelegate& AppFixture::start(Config const& config, std::function<void()> onRea
         setListing(listing);
     }
     app = std::make_shared<AppDelegate>();
-    app->onReady = std::move(onReady);
     app->applicationDidFinishLaunching();
     return *app;
 }
 
-void AppFixture::setListing(std::optional<std::string> listing, std::function<void()> meanwhile,
-    std::chrono::milliseconds duration)
+void AppFixture::setListing(std::optional<std::string> listing)
 {
     hasListing_ = true;
     headless::ChildScript script;
-    script.duration = duration;
     script.output = std::move(listing);
-    script.meanwhile = std::move(meanwhile);
     headless::scriptChild({ tool, "list" }, script);
 }
 

@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,12 +26,10 @@ protected:
 
     /// Starts the program with that configuration; every pinned shortcut exists unless the tool's
     /// listing was set.
-    AppDelegate& start(Config const& config, std::function<void()> onReady = nullptr);
+    AppDelegate& start(Config const& config);
 
-    /// What the tool lists, or nothing for one that is killed, after how long, and what else
-    /// happens then.
-    void setListing(std::optional<std::string> listing, std::function<void()> meanwhile = nullptr,
-        std::chrono::milliseconds duration = {});
+    /// What the tool lists; nothing for one that does not answer.
+    void setListing(std::optional<std::string> listing);
     void setRun(std::string const& name, headless::ChildScript const& script);
 
     [[nodiscard]] platform::Menu const& menu() const;

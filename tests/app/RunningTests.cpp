@@ -37,19 +37,6 @@ protected:
     headless::ChildScript succeeds;
 };
 
-TEST_F(Running, Trigger_dimsTheIconAndRestoresIt)
-{
-    setRun("A", succeeds);
-    start(config).trigger("A");
-    EXPECT_EQ(button().alpha(), 0.35);
-    EXPECT_EQ(button().contentTintColor(), Tint());
-    headless::advance(milliseconds(149));
-    EXPECT_EQ(button().alpha(), 0.35);
-    headless::advance(milliseconds(1));
-    EXPECT_EQ(button().alpha(), 1);
-    EXPECT_THAT(runNames(), ElementsAre("A"));
-}
-
 TEST_F(Running, Success_rebuildsTheMenuAndFailurePulsesRed)
 {
     start(config);
@@ -70,66 +57,30 @@ TEST_F(Running, Success_rebuildsTheMenuAndFailurePulsesRed)
     EXPECT_EQ(button().contentTintColor(), Tint());
 }
 
-TEST_F(Running, APulseOverARedOne_restoresTheRed)
+TEST_F(Running, OnlyTheFirstFailure_asksForTheRightAndIsShownWithIt)
 {
-    headless::ChildScript instantFailure;
-    instantFailure.exitStatus = 1;
-    setRun("A", instantFailure);
-    setRun("B", succeeds);
-    start(config).trigger("A");
-    headless::advance(milliseconds(100));
-    app->trigger("B");
-    headless::advance(milliseconds(150));
-    EXPECT_EQ(button().contentTintColor(), Tint(SystemColor::Red));
-    headless::advance(milliseconds(600));
-    EXPECT_EQ(button().contentTintColor(), Tint(SystemColor::Red));
-    EXPECT_EQ(button().alpha(), 1);
-}
-
-TEST_F(Running, Notifications_tellTheOutcomeWhereAllowed)
-{
-    for (auto const allowed :
-        { NotificationAuthorization::Authorized, NotificationAuthorization::Provisional }) {
+    for (auto const answer :
+        { NotificationAuthorization::Denied, NotificationAuthorization::Authorized }) {
         headless::reset();
-        headless::setNotificationAuthorization(allowed);
+        headless::setNotificationAnswer(answer);
         start(config);
         runToEnd("A", succeeds);
-        runToEnd("B <i>", fails);
-        auto const& posted = headless::postedNotifications();
-        ASSERT_THAT(posted, SizeIs(2));
-        EXPECT_EQ(posted[0].title, "Quillbar");
-        EXPECT_EQ(posted[0].body, "Launched “A”");
-        EXPECT_EQ(posted[0].sound, NotificationSound::None);
-        EXPECT_EQ(posted[1].title, "Quillbar");
-        EXPECT_EQ(posted[1].body, "“B <i>” couldn’t run. Check that it still exists in Shortcuts.");
-        EXPECT_EQ(posted[1].sound, NotificationSound::Default);
-        EXPECT_NE(posted[0].identifier, posted[1].identifier);
+        EXPECT_EQ(headless::authorizationRequestCount(), 0);
+        runToEnd("B", fails);
+        runToEnd("B", fails);
         EXPECT_EQ(headless::authorizationRequestCount(), 1);
+        EXPECT_THAT(headless::postedNotifications(),
+            SizeIs(answer == NotificationAuthorization::Denied ? 0 : 2));
+        runToEnd("A", succeeds);
     }
-}
-
-TEST_F(Running, OnlyTheFirstFailure_asksForTheRight)
-{
-    headless::setNotificationAnswer(NotificationAuthorization::Denied);
-    start(config);
-    runToEnd("A", succeeds);
-    EXPECT_EQ(headless::authorizationRequestCount(), 0);
-    runToEnd("B", fails);
-    runToEnd("B", fails);
-    EXPECT_EQ(headless::authorizationRequestCount(), 1);
-    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
-}
-
-TEST_F(Running, TheRightGivenOnTheFirstFailure_showsThatFailure)
-{
-    headless::setNotificationAnswer(NotificationAuthorization::Authorized);
-    start(config);
-    runToEnd("A", succeeds);
-    runToEnd("B", fails);
-    runToEnd("A", succeeds);
-    EXPECT_THAT(headless::postedNotifications(),
-        ElementsAre(Field(&platform::Notification::body, testing::StartsWith("“B”")),
-            Field(&platform::Notification::body, "Launched “A”")));
+    ASSERT_THAT(headless::postedNotifications(), SizeIs(3));
+    auto const& failed = headless::postedNotifications().front();
+    auto const& launched = headless::postedNotifications().back();
+    EXPECT_EQ(failed.body, "“B” couldn’t run. Check that it still exists in Shortcuts.");
+    EXPECT_EQ(failed.sound, NotificationSound::Default);
+    EXPECT_EQ(launched.body, "Launched “A”");
+    EXPECT_EQ(launched.sound, NotificationSound::None);
+    EXPECT_NE(failed.identifier, launched.identifier);
 }
 
 TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)

@@ -1,6 +1,8 @@
 #include "app/AppFixture.h"
 #include "app/MainMenu.h"
 #include "platform/LaunchAgent.h"
+#include "platform/headless/Person.h"
+#include "platform/headless/Windows.h"
 #include "services/HotkeyManager.h"
 
 #include <algorithm>
@@ -43,34 +45,15 @@ TEST_F(StartUp, Steps_comeInOrder)
 
 TEST_F(StartUp, Icon_fallsBackToTheHeartAndKeepsTheStoredName)
 {
-    struct Case {
-        std::string stored;
-        std::string shown;
-    };
     headless::setMissingSymbols({ "no.such.symbol" });
-    for (auto const& [stored, shown] :
-        { Case { "bolt.fill", "bolt.fill" }, Case { "no.such.symbol", "heart.fill" } }) {
+    for (std::string const stored : { "bolt.fill", "no.such.symbol" }) {
         config.iconSymbol = stored;
-        config.menuHotkey = Hotkey { 5, 0x100 };
         start(config);
-        EXPECT_EQ(button().image(),
-            platform::Image(platform::SymbolImage { .name = shown,
-                .accessibilityDescription = "Quillbar",
-                .size = std::nullopt,
-                .tint = std::nullopt }));
-        EXPECT_EQ(button().toolTip(), "Quillbar · ⌥⌘T");
+        auto const shown = std::get<platform::SymbolImage>(button().image().value());
+        EXPECT_EQ(shown.name, stored == "bolt.fill" ? stored : "heart.fill");
+        EXPECT_EQ(shown.accessibilityDescription, "Quillbar");
         EXPECT_EQ(app->config().iconSymbol, stored);
     }
-}
-
-TEST_F(StartUp, AStatusItemWithoutAButton_disturbsNothing)
-{
-    headless::setStatusItemsHaveButtons(false);
-    config.pinned = { "A" };
-    start(config).trigger("A");
-    headless::advance(std::chrono::seconds(1));
-    EXPECT_EQ(item("A").representedObject, "A");
-    EXPECT_EQ(headless::statusButtonSyncCount(), 0);
 }
 
 TEST_F(StartUp, Hotkeys_areThePalettesAndThoseOfPinnedNames)
@@ -85,7 +68,9 @@ TEST_F(StartUp, Hotkeys_areThePalettesAndThoseOfPinnedNames)
     EXPECT_EQ(headless::registeredHotkeys().size(), 2U);
 
     headless::fire(18, 0x100);
-    headless::fire(19, 0x100);
+    EXPECT_THAT(runNames(), ElementsAre("A"));
+    app.reset();
+    headless::fire(18, 0x100);
     EXPECT_THAT(runNames(), ElementsAre("A"));
 }
 
@@ -98,26 +83,67 @@ TEST_F(StartUp, PaletteHotkey_isRegisteredThoughNotValidAndMayBeRefused)
     headless::refuseHotkey(0, 0);
     app->applyHotkeys();
     EXPECT_EQ(app->menuHotkeyID(), 0U);
-    EXPECT_THAT(claimed(), IsEmpty());
-}
-
-TEST_F(StartUp, AHotkey_doesNothingOnceTheControllerIsGone)
-{
-    config.pinned = { "A" };
-    config.shortcutHotkeys = { { "A", { 18, 0x100 } } };
-    start(config);
-    app.reset();
-    headless::fire(18, 0x100);
-    EXPECT_THAT(runNames(), IsEmpty());
 }
 
 TEST_F(StartUp, AKeyCodeThatNoKeyCanHave_endsTheProgram)
 {
-    config.pinned = { "A" };
     for (std::int64_t const keyCode : { std::int64_t(-1), std::int64_t(1) << 32 }) {
-        config.menuHotkey = Hotkey { keyCode, 0x100 };
-        EXPECT_DEATH(start(config), "key code");
+        auto edited = config;
+        edited.menuHotkey = Hotkey { keyCode, 0x100 };
+        EXPECT_DEATH(start(edited), "key code");
+        edited = settled({ "A" });
+        edited.shortcutHotkeys = { { "A", { keyCode, 0x100 } } };
+        EXPECT_DEATH(start(edited), "key code");
     }
+}
+
+TEST_F(StartUp, AFailedSave_isRepeatedWithTheNextChangeAndOnceAtTheEnd)
+{
+    auto const file = Config::fileURL();
+    auto const preventSaving = [&] {
+        std::filesystem::remove(file);
+        std::filesystem::create_directories(file);
+    };
+    config.pinned = { "A" };
+    start(config);
+    std::filesystem::remove(file);
+    app->applicationWillTerminate();
+    EXPECT_FALSE(std::filesystem::exists(file)) << "nothing was left to be saved";
+
+    preventSaving();
+    app->openSettings();
+    for (bool const isAtEnd : { false, true }) {
+        ASSERT_TRUE(
+            headless::click(headless::find<platform::Button>(*headless::keyWindow(), "Save")));
+        std::filesystem::remove(file);
+        headless::advance(std::chrono::hours(1));
+        EXPECT_FALSE(std::filesystem::exists(file));
+        if (isAtEnd)
+            app->applicationWillTerminate();
+        else
+            headless::click(headless::find<platform::Button>(*headless::keyWindow(), "Save"));
+        EXPECT_EQ(Config::load(), app->config());
+        headless::advance(std::chrono::hours(1));
+        preventSaving();
+    }
+}
+
+TEST_F(StartUp, AutoRun_takesFlaggedPinsInOrderWithoutFeedback)
+{
+    config.pinned = { "A", "B", "C" };
+    config.launchAtLoginShortcuts
+        = { { "A", false }, { "B", true }, { "C", true }, { "gone", true } };
+    config.launchAtLogin = false;
+    headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);
+    start(config);
+    auto const buttonSyncs = headless::statusButtonSyncCount();
+    headless::advance(std::chrono::seconds(2));
+    EXPECT_EQ(headless::statusButtonSyncCount(), buttonSyncs);
+    app.reset();
+    headless::advance(std::chrono::minutes(1));
+    EXPECT_THAT(runNames(), ElementsAre("B", "C"));
+    EXPECT_THAT(runTimes(), ElementsAre(1500, 3500));
+    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
 }
 
 TEST_F(StartUp, LoginEntry_followsTheConfigurationAndDefaultsToOn)
@@ -142,33 +168,6 @@ TEST(LaunchAgent, PropertyList_holdsThePathAsText)
     EXPECT_THAT(
         platform::launchAgentPropertyList({ "com.quillbar.launcher", "/A & <B>/\"c'/quillbar" }),
         testing::HasSubstr("\t\t<string>/A &amp; &lt;B&gt;/\"c'/quillbar</string>\n"));
-}
-
-TEST_F(StartUp, AutoRun_takesFlaggedPinsInOrderWithoutFeedback)
-{
-    config.pinned = { "A", "B", "C" };
-    config.launchAtLoginShortcuts
-        = { { "A", false }, { "B", true }, { "C", true }, { "gone", true } };
-    config.launchAtLogin = false;
-    headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);
-    start(config);
-    auto const faceSyncs = headless::statusButtonSyncCount();
-    headless::advance(std::chrono::minutes(1));
-    EXPECT_THAT(runNames(), ElementsAre("B", "C"));
-    EXPECT_THAT(runTimes(), ElementsAre(1500, 3500));
-    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
-    EXPECT_EQ(headless::statusMenuSyncCount(), 1);
-    EXPECT_EQ(headless::statusButtonSyncCount(), faceSyncs);
-}
-
-TEST_F(StartUp, AutoRun_outlivesTheController)
-{
-    config.pinned = { "A" };
-    config.launchAtLoginShortcuts = { { "A", true } };
-    start(config);
-    app.reset();
-    headless::advance(std::chrono::milliseconds(1500));
-    EXPECT_THAT(runNames(), ElementsAre("A"));
 }
 
 TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)

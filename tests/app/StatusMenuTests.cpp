@@ -47,23 +47,9 @@ protected:
         return { all.begin() + 1, all.end() - 9 };
     }
 
-    /// Among the fixed commands, counted from the end.
-    [[nodiscard]] MenuItem fromEnd(std::size_t index) const
-    {
-        auto const all = items();
-        return all.at(all.size() - index);
-    }
-
     Config config;
     StatusMenuActions actions;
 };
-
-std::optional<std::string> symbolOf(MenuItem const& item)
-{
-    auto const* const symbol
-        = item.image ? std::get_if<platform::SymbolImage>(&*item.image) : nullptr;
-    return symbol ? std::optional(symbol->name) : std::nullopt;
-}
 
 constexpr auto const* footer = "[⌘⌥·17 · type to jump · 1–9 to run]";
 
@@ -74,7 +60,6 @@ TEST_F(StatusMenuTest, WithoutPins_saysSo)
             "Type to Jump…", "Settings…", "-", "Check for Updates…", "About Quillbar",
             "Quit Quillbar", footer));
     EXPECT_EQ(makeStatusMenu(config, actions).title, "");
-    EXPECT_EQ(symbolOf(items()[1]), std::nullopt);
 }
 
 TEST_F(StatusMenuTest, RunAll_needsTwoPins)
@@ -83,9 +68,7 @@ TEST_F(StatusMenuTest, RunAll_needsTwoPins)
     EXPECT_THAT(pinnedRows(), ElementsAre("A"));
     config.pinned = { "A", "B" };
     EXPECT_THAT(pinnedRows(), ElementsAre("A", "B", "-", "Run All"));
-    auto const runAll = items()[4];
-    EXPECT_EQ(runAll.keyEquivalent, (KeyEquivalent { "0", commandKey }));
-    EXPECT_EQ(symbolOf(runAll), "play.fill");
+    EXPECT_EQ(items()[4].keyEquivalent, (KeyEquivalent { "0", commandKey }));
 }
 
 TEST_F(StatusMenuTest, Headings_standWhereTheGroupChanges)
@@ -109,19 +92,6 @@ TEST_F(StatusMenuTest, Headings_standWhereTheGroupChanges)
         shown.resize(shown.size() - 2);
         EXPECT_EQ(shown, expected);
     }
-}
-
-TEST_F(StatusMenuTest, Symbols_areLeftOutWhereTheyAreMissing)
-{
-    config.iconSymbol = "bolt.fill";
-    config.pinned = { "A" };
-    config.groupOf = std::map<std::string, std::string> { { "A", "Work" } };
-    EXPECT_EQ(symbolOf(items()[0]), "bolt.fill");
-    EXPECT_EQ(symbolOf(items()[1]), "bolt.fill");
-    headless::setMissingSymbols({ "bolt.fill", "gearshape" });
-    EXPECT_EQ(items()[0].image, std::nullopt);
-    EXPECT_EQ(fromEnd(6).image, std::nullopt);
-    EXPECT_TRUE(fromEnd(4).image);
 }
 
 TEST_F(StatusMenuTest, Title_namesAValidHotkey)
@@ -153,53 +123,6 @@ TEST_F(StatusMenuTest, FirstNine_haveBareDigitKeysAndTheBadgesRepeat)
         EXPECT_EQ(drawing(*item.image), drawing(badges.at(i % 8)));
     }
     EXPECT_NE(drawing(badges.at(0)), drawing(badges.at(7)));
-}
-
-TEST_F(StatusMenuTest, FixedCommands_haveTheirKeysSymbolsAndActions)
-{
-    Titles called;
-    auto const note = [&](char const* name) { return [&called, name] { called.push_back(name); }; };
-    actions = { .run = {},
-        .runAll = note("runAll"),
-        .openShortcutsApp = note("openShortcutsApp"),
-        .openPalette = note("openPalette"),
-        .openSettings = note("openSettings"),
-        .checkForUpdates = note("checkForUpdates"),
-        .showAbout = note("showAbout") };
-    struct Case {
-        std::size_t fromEnd;
-        char const* symbol;
-        KeyEquivalent key;
-        char const* action;
-    };
-    for (auto const& [index, symbol, key, action] : {
-             Case { 8, "square.and.pencil", {}, "openShortcutsApp" },
-             Case { 7, "magnifyingglass", { "t", commandKey | optionKey }, "openPalette" },
-             Case { 6, "gearshape", { ",", commandKey }, "openSettings" },
-             Case { 4, "arrow.clockwise", { "u", commandKey }, "checkForUpdates" },
-             Case { 3, "info.circle", {}, "showAbout" },
-         }) {
-        auto const item = fromEnd(index);
-        EXPECT_EQ(symbolOf(item), symbol);
-        EXPECT_EQ(item.keyEquivalent, key);
-        called.clear();
-        platform::performAction(item);
-        EXPECT_THAT(called, ElementsAre(action));
-    }
-    auto const quit = fromEnd(2);
-    EXPECT_EQ(quit.keyEquivalent, (KeyEquivalent { "q", commandKey }));
-    EXPECT_EQ(quit.image, std::nullopt);
-    platform::performAction(quit);
-    EXPECT_TRUE(platform::isTerminating());
-}
-
-TEST_F(StatusMenuTest, Footer_followsThePaletteHotkeyAndTheJumpKeyDoesNot)
-{
-    config.menuHotkey = Hotkey { 49, 0x1A00 };
-    auto const item = fromEnd(1);
-    EXPECT_EQ(item.title, "⌥⌃⇧Space · type to jump · 1–9 to run");
-    EXPECT_EQ(item.attributedTitle->color, platform::Color(platform::SystemColor::TertiaryLabel));
-    EXPECT_EQ(fromEnd(7).keyEquivalent, (KeyEquivalent { "t", commandKey | optionKey }));
 }
 
 } // namespace

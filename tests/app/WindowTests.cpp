@@ -35,9 +35,6 @@ protected:
         headless::fire(paletteKey, commandKey | optionKey);
         headless::runPosted();
     }
-
-    // A launch ends with its windows open.
-    void quit() { app.reset(); }
 };
 
 TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
@@ -49,25 +46,18 @@ TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
     EXPECT_EQ(Config::load().onboarded, std::nullopt);
 }
 
-TEST_F(WindowTest, SettingsWantedAgainWhileTheyAreBeingMade_openOnceAndWithTheFocusAskedFor)
+TEST_F(WindowTest, WithoutAnAnswer_theWelcomeClaimsNothingAndSettingsKeepThePins)
 {
-    start(settled({}));
-    setListing("A\n", [this] { app->openSettingsPanel(SettingsFocus::AvailableShortcuts); });
-    app->openSettings();
-    EXPECT_EQ(titles(), Names { "Quillbar Settings" });
-    auto* const settings = headless::keyWindow();
-    EXPECT_EQ(settings->firstResponder(), headless::find<Button>(*settings, "A"));
-    settings->close();
-    app->openSettings();
-    EXPECT_EQ(titles(), Names { "Quillbar Settings" });
-}
+    setListing(std::nullopt);
+    start({});
+    EXPECT_TRUE(headless::find<Button>(*headless::keyWindow(), "Pick your shortcuts"));
 
-TEST_F(WindowTest, QuittingWhileSettingsAreBeingMade_showsNothing)
-{
-    start(settled({}));
-    setListing(std::nullopt, platform::terminate);
-    app->openSettings();
-    EXPECT_EQ(titles(), Names {});
+    auto config = settled({ "A", "B" });
+    config.groupOf = { { { "B", "Work" } } };
+    start(config).openSettings();
+    ASSERT_TRUE(headless::click(headless::find<Button>(*headless::keyWindow(), "Save")));
+    EXPECT_EQ(Config::load().pinned, config.pinned);
+    EXPECT_EQ(Config::load().groupOf, config.groupOf);
 }
 
 TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheList)
@@ -84,17 +74,6 @@ TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheLi
     EXPECT_EQ(headless::keyWindow(), settings);
     EXPECT_EQ(settings->firstResponder(), headless::find<Button>(*settings, "A"));
     EXPECT_EQ(box->state(), platform::ButtonState::Off);
-}
-
-TEST_F(WindowTest, PaletteChoice_closesThePaletteThenRuns)
-{
-    start(settled({ "A", "B" }));
-    openPalette();
-    headless::press(platform::key::downArrow);
-    headless::press(platform::key::returnKey);
-    EXPECT_EQ(titles(), Names {});
-    EXPECT_EQ(runNames(), Names { "B" });
-    EXPECT_LT(button().alpha(), 1) << "a choice has the feedback of a click";
 }
 
 TEST_F(WindowTest, NextPalette_listsThePinsOfItsTime)

@@ -3,9 +3,9 @@
 import contextlib
 
 from virtualdesktop import wait_until
+from virtualdesktop.client import Client
 from virtualdesktop.portal import Portal
 from Xlib import X
-from Xlib.display import Display
 
 ACCESSIBILITY = True
 KEY = {"B": (11, 56), "T": (17, 28)}
@@ -13,7 +13,9 @@ NO_KEY = 52
 SUPER_KEY = 133
 CONTROL_OPTION, COMMAND = 0x1800, 0x100
 TAKEN = "Another program already uses this combination."
-SUPER_HELD = "Another program holds the Super key and may keep this combination."
+SUPER_HELD = (
+    "Another program holds the Super key and may keep this combination. Bind this command in "
+    "your desktop's settings instead: gapplication action com.quillbar.Quillbar palette")
 
 
 def hotkey(name, modifiers):
@@ -23,14 +25,9 @@ def hotkey(name, modifiers):
 @contextlib.contextmanager
 def other_program(program, key, modifiers):
     """Another client that has the key to itself."""
-    display = Display(program.desktop.environment["DISPLAY"])
-    try:
-        display.screen().root.grab_key(
-            key, modifiers, False, X.GrabModeAsync, X.GrabModeAsync)
-        display.sync()
+    with Client(program.desktop) as client:
+        client.grab(key, modifiers)
         yield
-    finally:
-        display.close()
 
 
 def says(settings, name, text):

@@ -1,8 +1,9 @@
 #include "fuzz/Target.h"
-#include "shortcuts/CommandLine.h"
+#include "services/ShortcutNames.h"
 #include "shortcuts/DesktopEntry.h"
 #include "shortcuts/Names.h"
 
+#include <glib.h>
 #include <string>
 #include <vector>
 
@@ -29,12 +30,14 @@ std::string commandLine(std::vector<std::string> const& arguments)
 
 void requireEveryArgumentArrives(std::string const& argument)
 {
+    if (argument.find('\0') != std::string::npos)
+        return;
     std::vector<std::string> const arguments { "program", argument };
     require(
         shortcuts::splitCommandLine(commandLine(arguments)) == arguments, "every argument arrives");
 }
 
-void requireCommandLine(std::string_view exec)
+void requireCommandLine(std::string const& exec)
 {
     auto const arguments = shortcuts::splitCommandLine(exec);
     if (!arguments)
@@ -44,9 +47,9 @@ void requireCommandLine(std::string_view exec)
         "quoted arguments are split as they were");
 }
 
-void requireEntry(std::string_view text, std::vector<std::string> const& locales)
+void requireEntry(std::string const& text)
 {
-    auto const entry = shortcuts::parseDesktopEntry(text, locales);
+    auto const entry = shortcuts::parseDesktopEntry(text);
     if (!entry)
         return;
     requireCommandLine(entry->exec);
@@ -61,12 +64,16 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 {
     using namespace quillbar::testing;
     namespace shortcuts = quillbar::shortcuts;
-    auto const text = textOf(data, size);
-    requireEntry(text, {});
-    requireEntry(text, { "de_AT", "de" });
-    requireCommandLine(text);
-    requireEveryArgumentArrives(std::string(text));
+    // The library warns of values with two faults, each time.
+    g_log_set_default_handler([](auto...) {}, nullptr);
+    std::string const text(textOf(data, size));
+    requireEntry(text);
+    requireCommandLine(text.c_str());
+    requireEveryArgumentArrives(text);
+    require(!shortcuts::isListable(text)
+            || quillbar::shortcutNames(text + "\n") == std::vector { text },
+        "what is listed arrives unchanged");
     auto const shown = shortcuts::printable(text);
-    require(shown.empty() || shortcuts::isListable(shown), "messages hold no control characters");
+    require(shortcuts::printable(shown) == shown, "messages hold no control characters");
     return 0;
 }

@@ -1,7 +1,6 @@
 #include "fuzz/Target.h"
 #include "platform/Text.h"
 #include "services/ShortcutNames.h"
-#include "shortcuts/Names.h"
 
 #include <algorithm>
 #include <string>
@@ -47,9 +46,5 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     }
     requireOrder(names);
     require(shortcutNames(joined(names)) == names, "a listing of the names has the same names");
-    if (shortcuts::isListable(text)) {
-        require(shortcutNames(std::string(text) + "\n") == std::vector { std::string(text) },
-            "what the provider lists arrives unchanged");
-    }
     return 0;
 }

@@ -5,6 +5,8 @@
 #include <QDBusVariant>
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace quillbar::testing {
 
 using namespace Qt::StringLiterals;
@@ -25,6 +27,12 @@ FakePortal::FakePortal(PrivateBus const& bus)
     EXPECT_TRUE(connection_.registerService(portalName));
 }
 
+void FakePortal::becomeUnitManager()
+{
+    connection_.registerVirtualObject(u"/org/freedesktop/systemd1"_s, this);
+    EXPECT_TRUE(connection_.registerService(u"org.freedesktop.systemd1"_s));
+}
+
 FakePortal::~FakePortal()
 {
     QDBusConnection::disconnectFromBus(connectionName_);
@@ -41,7 +49,10 @@ bool FakePortal::handleMessage(QDBusMessage const& message, QDBusConnection cons
         createSession(message);
     else if (member == "BindShortcuts"_L1)
         bindShortcuts(message);
-    else if (message.isReplyRequired())
+    else if (kind == "session"_L1 && message.isReplyRequired()) {
+        isSessionOpen_ = false;
+        connection.send(message.createReply());
+    } else if (message.isReplyRequired())
         connection.send(message.createReply());
     return true;
 }
@@ -57,18 +68,49 @@ void FakePortal::createSession(QDBusMessage const& call)
     auto const request = pathFor(call, u"request"_s, options[u"handle_token"_s]);
     sessionPath = pathFor(call, u"session"_s, options[u"session_handle_token"_s]);
     connection_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(request))));
+    QVariantMap results { { u"session_handle"_s,
+        toldSession.isValid() ? toldSession : QVariant(sessionPath) } };
+    if (takesAtCreation) {
+        readAsked(options[u"shortcuts"_s]);
+        results.insert(u"shortcuts"_s, keptShortcuts());
+    }
+    auto const isFailure = std::exchange(isSessionOpen_, true);
     emitSignal(request, u"org.freedesktop.portal.Request"_s, u"Response"_s,
-        { 0u,
-            QVariantMap { { u"session_handle"_s,
-                toldSession.isValid() ? toldSession : QVariant(sessionPath) } } });
+        { isFailure ? 2u : 0u, results });
+}
+
+QVariant FakePortal::keptShortcuts()
+{
+    QDBusArgument kept;
+    kept.beginArray(QMetaType::fromType<platform::PortalShortcut>());
+    for (auto const& shortcut : asked) {
+        auto const isLost = known_.contains(shortcut.id) && taken.contains(shortcut.trigger);
+        kept.beginStructure();
+        kept << shortcut.id
+             << QVariantMap { { u"trigger_description"_s, isLost ? QString() : shortcut.trigger } };
+        kept.endStructure();
+        known_ << shortcut.id;
+    }
+    kept.endArray();
+    return QVariant::fromValue(kept);
 }
 
 void FakePortal::bindShortcuts(QDBusMessage const& call)
 {
     EXPECT_EQ(call.signature(), "oa(sa{sv})sa{sv}"_L1);
     EXPECT_EQ(call.arguments().at(0).value<QDBusObjectPath>().path(), sessionPath);
+    readAsked(call.arguments().at(1));
+    auto const options = qdbus_cast<QVariantMap>(call.arguments().at(3));
+    bindRequest_ = pathFor(call, u"request"_s, options[u"handle_token"_s]);
+    connection_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(bindRequest_))));
+    if (!answer.isEmpty())
+        respond(answer);
+}
+
+void FakePortal::readAsked(QVariant const& argument)
+{
     asked.clear();
-    auto const shortcuts = call.arguments().at(1).value<QDBusArgument>();
+    auto const shortcuts = argument.value<QDBusArgument>();
     shortcuts.beginArray();
     while (!shortcuts.atEnd()) {
         QString id;
@@ -80,11 +122,6 @@ void FakePortal::bindShortcuts(QDBusMessage const& call)
             properties[u"preferred_trigger"_s].toString() });
     }
     shortcuts.endArray();
-    auto const options = qdbus_cast<QVariantMap>(call.arguments().at(3));
-    bindRequest_ = pathFor(call, u"request"_s, options[u"handle_token"_s]);
-    connection_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(bindRequest_))));
-    if (!answer.isEmpty())
-        respond(answer);
 }
 
 void FakePortal::respond(QVariantList const& arguments)

@@ -30,6 +30,10 @@ public:
     /// The last session that was asked for.
     QString sessionPath;
 
+    /// Takes the shortcuts from CreateSession and keeps them, as KDE's portal does.
+    bool takesAtCreation = false;
+    /// Triggers that another program has.
+    QStringList taken;
     /// Answers CreateSession with that instead of the session's own path.
     QVariant toldSession;
     /// Answers BindShortcuts with that, at once; not at all when it is empty.
@@ -42,11 +46,17 @@ public:
     void emitSignal(QString const& path, QString const& interface, QString const& name,
         QVariantList const& arguments);
 
+    /// Answers for systemd's user manager too.
+    void becomeUnitManager();
+
     bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
     [[nodiscard]] QString introspect(QString const& path) const override;
 
 private:
     void createSession(QDBusMessage const& call);
+    void readAsked(QVariant const& shortcuts);
+    /// A shortcut that is new is answered with its wish.
+    QVariant keptShortcuts();
     void bindShortcuts(QDBusMessage const& call);
     /// Where the program of that call expects the object of that kind.
     static QString pathFor(QDBusMessage const& call, QString const& kind, QVariant const& token);
@@ -56,6 +66,8 @@ private:
     QString connectionName_;
     QDBusConnection connection_;
     QString bindRequest_;
+    bool isSessionOpen_ = false;
+    QStringList known_;
 };
 
 } // namespace quillbar::testing

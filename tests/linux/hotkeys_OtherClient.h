@@ -3,6 +3,7 @@
 #include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <xcb/xcb.h>
+#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 #include <algorithm>
@@ -49,6 +50,21 @@ public:
     {
         return isDone(xcb_grab_key_checked(
             connection_, 0, root_, modifiers, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+
+    /// The same by the X Input Extension, as Mutter and Muffin do.
+    [[nodiscard]] bool grabDevice(std::uint8_t key, std::uint32_t modifiers)
+    {
+        constexpr xcb_input_device_id_t coreKeyboard = 3;
+        std::uint32_t const events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+        auto const request = xcb_input_xi_passive_grab_device(connection_, XCB_CURRENT_TIME, root_,
+            XCB_CURSOR_NONE, key, coreKeyboard, 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
+            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+            XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &modifiers);
+        platform::XcbPtr<xcb_input_xi_passive_grab_device_reply_t> const reply {
+            xcb_input_xi_passive_grab_device_reply(connection_, request, nullptr)
+        };
+        return reply && reply->num_modifiers == 0;
     }
 
     /// Has this client be sent the keys that nobody grabbed and no window used.

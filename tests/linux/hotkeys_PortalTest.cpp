@@ -3,8 +3,8 @@
 #include "linux/system_Support.h"
 #include "platform/KeyModifiers.h"
 #include "platform/linux/UserTime.h"
+#include "platform/linux/hotkeys/KeyNames.h"
 #include "platform/linux/hotkeys/PortalHotkeys.h"
-#include "platform/linux/hotkeys/TriggerText.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
@@ -172,18 +172,48 @@ TEST_F(PortalHotkeysTest, Set_isAskedForAtOnceAndAgainOnlyWhenItChanges)
     EXPECT_EQ(callsSoFar(), QStringList { u"Close session"_s });
 }
 
-TEST_F(PortalHotkeysTest, Id_belongsToWhatItIsForAndItsKeys)
+TEST_F(PortalHotkeysTest, TakenAtCreation_isNotBoundAndShowsItsKeysInTheNextSession)
 {
-    bindTwo();
-    auto const before = idOf("Quick open");
-    auto const other = idOf("Run “B”");
-    EXPECT_NE(before, other);
+    startPortal();
+    portal->takesAtCreation = true;
+    portal->taken = { u"CTRL+ALT+b"_s };
+    startHotkeys();
+    claim(keyT, 1, "Quick open");
+    claim(keyB, 2, "Run “B”");
+    runUntil([&] { return obstacle(keyB) == HotkeyObstacle::Taken; });
+    EXPECT_EQ(obstacle(keyT), std::nullopt);
+    QStringList const twoSessions { u"CreateSession"_s, u"Close session"_s, u"CreateSession"_s };
+    EXPECT_EQ(callsSoFar(), QStringList({ u"Register"_s, u"Get"_s }) + twoSessions);
+    auto const session = portal->sessionPath;
+    auto const id = idOf("Quick open");
+
     tokens.clear();
-    claim(keyF5, 1, "Quick open");
-    portal->calls.clear();
+    claim(keyT, 3, "Renamed");
+    runUntil([&] { return portal->calls.count(u"CreateSession"_s) == 2; });
+    EXPECT_EQ(callsSoFar(), QStringList { u"Close session"_s } + twoSessions);
+    EXPECT_EQ(portal->sessionPath, session);
+    EXPECT_EQ(idOf("Renamed"), id) << "desktops hold the keys of an id";
+    portal->activate(session, id);
+    runUntil([&] { return !presses.empty(); });
+    EXPECT_EQ(presses, std::vector<std::uint32_t> { 3 });
+}
+
+TEST_F(PortalHotkeysTest, Portal_isCalledOnlyInTheApplicationsOwnScope)
+{
+    startPortal();
+    portal->becomeUnitManager();
+    startHotkeys();
+    claim(keyT, 1, "a");
+    waitForCall(u"StartTransientUnit"_s);
+    auto const own
+        = u"app-com.quillbar.Quillbar-%1.scope"_s.arg(QCoreApplication::applicationPid());
+    for (auto const& unit : { u"other.scope"_s, own }) {
+        EXPECT_FALSE(callsSoFar().contains(u"Get"_s));
+        portal->emitSignal(u"/org/freedesktop/systemd1"_s, u"org.freedesktop.systemd1.Manager"_s,
+            u"JobRemoved"_s,
+            { 1u, QVariant::fromValue(QDBusObjectPath(u"/job"_s)), unit, u"done"_s });
+    }
     waitForCall(u"BindShortcuts"_s);
-    // A desktop keeps to the keys that it once gave an id.
-    EXPECT_NE(idOf("Quick open"), before);
 }
 
 TEST_F(PortalHotkeysTest, Press_countsFromThePortalForItsOwnSessionAndIdsOnly)
@@ -256,25 +286,6 @@ TEST_F(PortalHotkeysTest, LeftOutOrTakenBack_countsAsDeclined)
     portal->emitSignal(
         portal->sessionPath, u"org.freedesktop.portal.Session"_s, u"Closed"_s, { QVariantMap() });
     runUntil([&] { return obstacle(keyT) == HotkeyObstacle::Declined; });
-}
-
-TEST_F(PortalHotkeysTest, PortalThatEndsOverTheQuestion_isAskedTwice)
-{
-    startHotkeys();
-    claim(keyT, 1, "a");
-    runUntil([&] { return obstacle(keyT) == HotkeyObstacle::NoService; });
-    for (int question = 0; question < 2; ++question) {
-        startPortal();
-        portal->answer.clear();
-        waitForCall(u"BindShortcuts"_s);
-        EXPECT_EQ(obstacle(keyT), std::nullopt);
-        portal.reset();
-        waitForNews();
-    }
-    startPortal();
-    waitForNews();
-    EXPECT_EQ(callsSoFar(), QStringList({ u"Register"_s, u"Get"_s }));
-    EXPECT_EQ(obstacle(keyT), HotkeyObstacle::NoService);
 }
 
 TEST_F(PortalHotkeysTest, ForeignSession_isNotUsed)

@@ -21,15 +21,19 @@ TEST_F(X11HotkeysTest, Obstacles_nameWhatKeepsACombinationFromWorking)
 {
     auto const held = claim(codeT, commandKey, 7);
     ASSERT_TRUE(other.grab(keyT, superMask | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK));
+    ASSERT_TRUE(other.grabDevice(keyT, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_LOCK));
+    EXPECT_FALSE(claim(codeT, controlKey, 8));
     std::vector<KeyCombination> const combinations { { codeT, commandKey },
-        { codeT, commandKey | shiftKey }, { codeT, optionKey }, { codeWithoutKey, commandKey },
-        { codeS, commandKey } };
+        { codeT, commandKey | shiftKey }, { codeT, controlKey }, { codeT, optionKey },
+        { codeWithoutKey, commandKey }, { codeS, commandKey } };
     EXPECT_EQ(hotkeyObstacles(combinations),
-        (Obstacles { {}, HotkeyObstacle::Taken, {}, HotkeyObstacle::NoSuchKey, {} }));
+        (Obstacles {
+            {}, HotkeyObstacle::Taken, HotkeyObstacle::Taken, {}, HotkeyObstacle::NoSuchKey, {} }));
 
-    ASSERT_TRUE(other.grab(keySuper, 0));
+    ASSERT_TRUE(other.grabDevice(keySuper, 0));
+    ASSERT_TRUE(other.grabDevice(keyT, superMask));
     EXPECT_EQ(hotkeyObstacles(combinations),
-        (Obstacles { HotkeyObstacle::CommandKeyTaken, HotkeyObstacle::Taken, {},
+        (Obstacles { HotkeyObstacle::Taken, HotkeyObstacle::Taken, HotkeyObstacle::Taken, {},
             HotkeyObstacle::NoSuchKey, HotkeyObstacle::CommandKeyTaken }));
 }
 
@@ -41,6 +45,7 @@ TEST_F(X11HotkeysTest, Obstacles_leaveEveryGrabAsItWas)
     ASSERT_TRUE(bareSuper);
     EXPECT_EQ(hotkeyObstacles({ { codeT, commandKey }, { codeT, optionKey } }), Obstacles(2));
     EXPECT_TRUE(other.grab(keyT, XCB_MOD_MASK_1)) << "what was tried is still held";
+    EXPECT_TRUE(other.grabDevice(keyT, XCB_MOD_MASK_1)) << "what was tried is still held";
     EXPECT_FALSE(other.grab(keyT, superMask)) << "a hotkey was given back";
     EXPECT_FALSE(other.grab(keySuper, 0)) << "a hotkey was given back";
 }

@@ -3,6 +3,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Notifications.h"
 #include "platform/Updater.h"
+#include "platform/Workspace.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -147,7 +148,7 @@ TEST_F(Notifications, HungService_neverBlocks)
     EXPECT_EQ(service.calls.size(), 1u);
 }
 
-TEST_F(Notifications, Updates_areThePackageManagersWithoutASoftwareCentre)
+TEST_F(Notifications, WhatNoProgramCanOpen_isTold)
 {
     quillbar::testing::useScratchHome(folder.path());
     PrivateBus const bus(busConfiguration(folder.path()));
@@ -157,6 +158,9 @@ TEST_F(Notifications, Updates_areThePackageManagersWithoutASoftwareCentre)
     updater->checkForUpdates();
     EXPECT_EQ(service.nextNotification().value(4).toString(),
         QStringLiteral("Your system’s package manager keeps Quillbar up to date."));
+    openAddress("https://example.org");
+    EXPECT_EQ(service.nextNotification().value(4).toString(),
+        QStringLiteral("No program could open “https://example.org”."));
 }
 
 } // namespace

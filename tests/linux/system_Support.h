@@ -20,7 +20,8 @@ using platform::headless::TemporaryFolder;
 
 [[nodiscard]] std::string readFile(std::filesystem::path const& file);
 
-/// Sets HOME and the XDG folders to sub-folders of `folder`.
+/// Sets HOME and the XDG folders to sub-folders of `folder`. The first use in a process decides:
+/// GLib remembers them. CTest starts a process for each test.
 void useScratchHome(std::filesystem::path const& folder);
 
 /// A named pipe through which other processes tell the test, line by line.

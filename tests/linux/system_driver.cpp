@@ -28,8 +28,8 @@ struct Driver : ApplicationDelegate, std::enable_shared_from_this<Driver> {
         tell("launched");
         // Work that is never reached keeps what it holds alive.
         postDelayed(std::chrono::hours(1), [held = shared_from_this()] {});
-        onReady();
     }
+    void applicationWillTerminate() override { }
     void openSettings() override { tell("settings"); }
     void openPalette() override { tell("palette"); }
 };

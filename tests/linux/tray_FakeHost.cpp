@@ -7,6 +7,7 @@ namespace quillbar::testing {
 namespace {
 
 constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+constexpr auto cinnamonName = "org.x.StatusNotifierWatcher";
 constexpr auto watcherPath = "/StatusNotifierWatcher";
 constexpr std::array heard { "org.kde.StatusNotifierItem", "com.canonical.dbusmenu" };
 
@@ -35,9 +36,15 @@ void FakeHost::becomeWatcher()
     connection_.registerService(watcherName);
 }
 
+void FakeHost::becomeCinnamon()
+{
+    connection_.registerService(cinnamonName);
+}
+
 void FakeHost::resign()
 {
     connection_.unregisterService(watcherName);
+    connection_.unregisterService(cinnamonName);
 }
 
 void FakeHost::setHasHost(bool hasHost)

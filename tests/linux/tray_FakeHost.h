@@ -22,6 +22,8 @@ public:
     ~FakeHost() override;
 
     void becomeWatcher();
+    /// Goes by the second name that Cinnamon's watcher has; to be called before.
+    void becomeCinnamon();
     void resign();
 
     /// Calls the first registered item, whose process is this one.

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace quillbar::platform {
 namespace {
@@ -35,6 +36,7 @@ public:
 
     void open()
     {
+        offerTransparency();
         auto const selection = atom("_NET_SYSTEM_TRAY_S0");
         xcb_set_selection_owner(connection_, window_, selection, XCB_CURRENT_TIME);
         xcb_client_message_event_t announcement {};
@@ -78,12 +80,12 @@ public:
         xcb_flush(connection_);
     }
 
-    /// What is seen in the middle of the tray; black while that is nothing.
+    /// What is seen in the middle of the icon; black while that is nothing.
     QColor color()
     {
         XcbPtr<xcb_get_image_reply_t> const image(xcb_get_image_reply(connection_,
             xcb_get_image(
-                connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window_, side / 2, side / 2, 1, 1, ~0U),
+                connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, docked_, side / 2, side / 2, 1, 1, ~0U),
             nullptr));
         return image ? QColor::fromRgb(qFromLittleEndian<quint32>(xcb_get_image_data(image.get())))
                      : QColor(Qt::black);
@@ -91,6 +93,24 @@ public:
 
 private:
     static constexpr int side = 24;
+
+    /// Icons get a visual with alpha, and are told that white suits what is behind them.
+    void offerTransparency()
+    {
+        auto depths = xcb_screen_allowed_depths_iterator(
+            xcb_setup_roots_iterator(xcb_get_setup(connection_)).data);
+        while (depths.data->depth != 32)
+            xcb_depth_next(&depths);
+        set("_NET_SYSTEM_TRAY_VISUAL", XCB_ATOM_VISUALID,
+            { xcb_depth_visuals(depths.data)->visual_id });
+        set("_NET_SYSTEM_TRAY_COLORS", XCB_ATOM_CARDINAL, std::vector<std::uint32_t>(12, 0xffff));
+    }
+
+    void set(std::string_view name, xcb_atom_t type, std::vector<std::uint32_t> const& values)
+    {
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, atom(name), type, 32,
+            static_cast<std::uint32_t>(values.size()), values.data());
+    }
 
     xcb_atom_t atom(std::string_view name)
     {
@@ -129,7 +149,7 @@ TEST(LegacyTray, IsUsedOnlyWhileThereIsNoHostOnTheBus)
         item.button()->setContentTintColor(Color(Rgba { .red = 1 }));
         EXPECT_TRUE(waitUntil(isRed));
         item.button()->setContentTintColor({});
-        EXPECT_TRUE(waitUntil([&] { return !isRed(); }));
+        EXPECT_TRUE(waitUntil([&] { return tray.color() == Qt::white; }));
         host.becomeWatcher();
         EXPECT_TRUE(waitUntil([&] { return host.items.size() == 1 && !tray.exists(icon); }));
         host.setHasHost(false);

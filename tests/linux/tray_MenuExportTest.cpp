@@ -64,7 +64,10 @@ TEST(MenuExportShortcut, NamesModifiersAsHostsReadThem)
     EXPECT_EQ(
         exportedShortcut({ "t", commandKey | optionKey }), QStringList({ "Alt", "Super", "t" }));
     EXPECT_EQ(exportedShortcut({ "Z", commandKey }), QStringList({ "Shift", "Super", "z" }));
-    EXPECT_EQ(exportedShortcut({ ",", commandKey }), QStringList({ "Super", "comma" }));
+    for (auto const& [desktop, comma] : { std::pair { "XFCE", "comma" }, { "KDE", "," } }) {
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        EXPECT_EQ(exportedShortcut({ ",", commandKey }), QStringList({ "Super", comma }));
+    }
     EXPECT_EQ(exportedShortcut({ "1", 0 }), QStringList({ "1" }));
     EXPECT_THAT(exportedShortcut({ "", commandKey }), IsEmpty());
 }

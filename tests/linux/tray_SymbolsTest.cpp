@@ -7,9 +7,13 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,10 +25,7 @@ using namespace quillbar::testing;
 
 QString fileOf(std::string_view name)
 {
-    auto const source = findSymbol(name);
-    if (!source || !std::holds_alternative<SymbolFile>(*source))
-        return {};
-    return QFileInfo(std::get<SymbolFile>(*source).path).completeBaseName();
+    return QFileInfo(findSymbol(name).value_or(QString())).completeBaseName();
 }
 
 TEST(Symbols, EveryOneOfTheIconChooserAndTheMenuCanBeDrawn)
@@ -63,15 +64,29 @@ TEST(Symbols, NamesThatAreNoneAreUnknown)
         EXPECT_FALSE(symbolExists(name)) << name.substr(0, 20);
 }
 
-TEST(Symbols, DocumentIsRecolouredByPanelsUnlessItHasAColour)
+double luminance(QColor const& color)
 {
-    auto const plain = *symbolSvg("heart.fill", { .color = {}, .opacity = 0.35 });
-    EXPECT_TRUE(plain.contains("class=\"ColorScheme-Text\""));
-    EXPECT_TRUE(plain.contains("opacity=\"0.35\""));
-    auto const red = *symbolSvg("heart.fill", { .color = "#ff3b30" });
-    EXPECT_FALSE(red.contains("ColorScheme"));
-    EXPECT_FALSE(red.contains("currentColor"));
-    EXPECT_FALSE(red.contains("opacity"));
+    auto const linear = [](double channel) { return std::pow(channel, 2.2); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
+TEST(Symbols, DocumentThatNobodyRecolours_isSeenOnEveryGround)
+{
+    application();
+    auto const icon = QImage::fromData(*symbolSvg("gearshape"), "SVG");
+    for (QColor const ground : { "#ffffff", "#f0f0f0", "#949494", "#1e6fd9", "#303030" }) {
+        QImage image(icon.size(), QImage::Format_RGB32);
+        image.fill(ground);
+        QPainter(&image).drawImage(0, 0, icon);
+        double best = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            auto const [dark, light]
+                = std::minmax(luminance(ground), luminance(image.pixelColor(x, 8)));
+            best = std::max(best, (light + 0.05) / (dark + 0.05));
+        }
+        EXPECT_GT(best, 3) << ground.name().toStdString();
+    }
 }
 
 TEST(IconFiles, WritesEachLookOncePrivatelyAndCleansUp)
@@ -99,10 +114,12 @@ TEST(IconFiles, WritesEachLookOncePrivatelyAndCleansUp)
 
 TEST(IconFiles, FallsBackToTheTemporaryFolder)
 {
-    qputenv("XDG_RUNTIME_DIR", "/nonexistent");
-    IconFiles files;
-    EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
-    EXPECT_TRUE(files.folder().startsWith(QDir::tempPath()));
+    for (auto const* unusable : { "/nonexistent", "." }) {
+        qputenv("XDG_RUNTIME_DIR", unusable);
+        IconFiles files;
+        EXPECT_EQ(files.iconName({ "heart.fill", {}, 1 }), "quillbar-heart-fill-symbolic");
+        EXPECT_TRUE(files.folder().startsWith(QDir::tempPath()));
+    }
 }
 
 } // namespace

@@ -136,7 +136,7 @@ def install(root):
     root.apt("update")
     recommended = root.run("apt-get", "-s", "install", "--install-recommends",
                            *root.packages("/packages"))
-    for package in ("libglib2.0-bin", "xdg-utils", "qt6-wayland"):
+    for package in ("libglib2.0-bin", "qt6-wayland"):
         assert f"Inst {package} " in recommended, f"{package} is not recommended"
     root.install_ours("/packages")
     assert root.run("dpkg", "--audit") == "", "dpkg is not content"

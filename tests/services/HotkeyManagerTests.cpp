@@ -44,22 +44,6 @@ TEST_F(HotkeyManagerTest, Ids_countFromOneAndAreNeverUsedAgain)
             headless::RegisteredHotkey { 18, 0x900, signature, 5, "" }));
 }
 
-TEST_F(HotkeyManagerTest, Press_runsItsActionOnceUntilUnregistered)
-{
-    auto const id = hotkeyManager().registerHotkey(count(), 17, 0x900);
-    ASSERT_NE(id, 0U);
-    headless::fire(17, 0x900);
-    EXPECT_EQ(calls, 1);
-    headless::fire(17, 0x100);
-    headless::fire(id + 1);
-    EXPECT_EQ(calls, 1);
-
-    hotkeyManager().unregister(id);
-    headless::fire(17, 0x900);
-    headless::fire(id);
-    EXPECT_EQ(calls, 1);
-}
-
 TEST_F(HotkeyManagerTest, WhatWasRefused_isClaimedOnceItIsFreeUnlessGivenUp)
 {
     HotkeyManager other;

@@ -75,28 +75,16 @@ TEST(Catalogue, EqualNames_areToldApartByTheWholeFileName)
     scratch.script("a.py");
     scratch.script("b");
     scratch.script("b.rb");
-    scratch.script("c.sh");
-    scratch.entry("one.desktop", "Name=c\nExec=x\n[Desktop Action d]\nName=D\nExec=y");
-    scratch.entry("two.desktop", "Name=c\nExec=x\n[Desktop Action d]\nName=D\nExec=y");
-    EXPECT_THAT(names(scratch),
-        ElementsAre("a.py", "a.sh", "b", "b.rb", "c.sh", "one.desktop", "one.desktop: D",
-            "two.desktop", "two.desktop: D"));
-}
-
-TEST(Catalogue, NamesThatMeetAWholeFileName_areToldApartToo)
-{
-    Scratch scratch;
-    scratch.script("a.sh");
-    scratch.script("a.py");
+    // Its name meets a whole file name that was needed.
     scratch.entry("entry.desktop",
-        "Name=a.sh\nExec=x\n"
+        "Name=a.sh\nExec=x\nActions=1;1;2;1;\n"
         "[Desktop Action 1]\nName=Do\nExec=1\n"
         "[Desktop Action 2]\nName=Do\nExec=2");
     Catalogue const catalogue(scratch.environment());
-    EXPECT_THAT(
-        names(catalogue), ElementsAre("a.py", "a.sh", "entry.desktop", "entry.desktop: Do"));
-    EXPECT_THAT(catalogue.notices(), ElementsAre(HasSubstr("twice")));
-    EXPECT_EQ(catalogue.find("entry.desktop: Do")->command->exec, "1");
+    EXPECT_THAT(names(catalogue),
+        ElementsAre("a.py", "a.sh", "b", "b.rb", "entry.desktop", "entry.desktop: Do"));
+    EXPECT_THAT(catalogue.notices(), ElementsAre(HasSubstr("is taken")));
+    EXPECT_EQ(catalogue.find("entry.desktop: Do")->exec, "1");
 }
 
 TEST(Catalogue, Entries_countWhenTheyCanBeStarted)
@@ -123,9 +111,14 @@ TEST(Catalogue, NamesThatNoListCanCarry_areReportedOnOneLineEach)
     scratch.script("latin \xE9");
     scratch.script("\x1B[2J");
     scratch.script("fine");
+    // Its name would stand in each of these as well.
+    std::string actions;
+    for (auto index = 0; index < 2000; ++index)
+        actions += "[Desktop Action " + std::to_string(index) + "]\nName=A\nExec=x\n";
+    scratch.entry("long.desktop", "Name=" + std::string(900'000, 'n') + "\nExec=x\n" + actions);
     Catalogue const catalogue(scratch.environment());
     EXPECT_THAT(names(catalogue), ElementsAre("fine"));
-    ASSERT_EQ(catalogue.notices().size(), 3U);
+    ASSERT_EQ(catalogue.notices().size(), 4U);
     for (auto const& notice : catalogue.notices())
         EXPECT_EQ(notice.find_first_of("\n\x1B\xE9"), std::string::npos) << notice;
 }
@@ -133,18 +126,30 @@ TEST(Catalogue, NamesThatNoListCanCarry_areReportedOnOneLineEach)
 TEST(Catalogue, WhatOthersMayWriteTo_isLeftOut)
 {
     Scratch scratch;
+    auto const shared = scratch.home / "open to all";
+    auto const tool = scratch.write(shared / "safe/tool", "");
     scratch.script("fine");
+    std::filesystem::create_symlink(tool, scratch.own / "link");
     chmod(scratch.script("open.sh").c_str(), 0757);
     chmod(scratch.entry("open.desktop", "Name=N\nExec=x").c_str(), 0646);
+    EXPECT_EQ(Catalogue(scratch.environment()).find("link")->target, tool);
+
+    // A link leads where any folder on the way says.
+    chmod(shared.c_str(), 0757);
     Catalogue const files(scratch.environment());
     EXPECT_THAT(names(files), ElementsAre("fine"));
-    EXPECT_EQ(files.notices().size(), 2U);
-    EXPECT_EQ(files.findRefused("open")->reason, Distrust::WritableByOthers);
+    EXPECT_EQ(files.notices().size(), 3U);
+    EXPECT_TRUE(files.isComplete());
+    EXPECT_EQ(files.findRefused("open")->verdict.reason, Distrust::WritableByOthers);
+    EXPECT_EQ(files.findRefused("link")->verdict.path, shared);
+    chmod(shared.c_str(), 01777);
+    EXPECT_THAT(names(scratch), ElementsAre("fine", "link"));
 
     chmod(scratch.own.c_str(), 0777);
     Catalogue const folder(scratch.environment());
     EXPECT_THAT(names(folder), IsEmpty());
     EXPECT_THAT(folder.notices(), ElementsAre(HasSubstr("others may write")));
+    EXPECT_FALSE(folder.isComplete());
 }
 
 } // namespace quillbar::shortcuts

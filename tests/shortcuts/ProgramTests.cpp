@@ -1,4 +1,3 @@
-#include "shortcuts/CommandLine.h"
 #include "shortcuts/DesktopEntry.h"
 #include "shortcuts/Scratch.h"
 
@@ -31,11 +30,32 @@ TEST(Program, List_printsOneNameALine)
     EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1);
 }
 
-TEST(Program, List_reportsOutputThatCannotBeWritten)
+TEST(Program, List_failsWhereItIsNotAllOrCannotBeWritten)
 {
     Scratch scratch;
     scratch.script("a");
     EXPECT_EQ(scratch.run({ "list" }, "/dev/full").status, 74);
+
+    // Root may read every folder, but nobody can look into a link to itself.
+    std::filesystem::create_directories(scratch.shared.parent_path());
+    std::filesystem::create_directory_symlink(scratch.shared, scratch.shared);
+    auto const outcome = scratch.run({ "list" });
+    EXPECT_EQ(outcome.status, 66);
+    EXPECT_EQ(outcome.output, "a\n");
+    EXPECT_THAT(outcome.errors, HasSubstr(scratch.shared.string() + ": "));
+}
+
+TEST(Program, List_looksInAbsoluteFoldersAndTranslates)
+{
+    Scratch scratch;
+    scratch.variables["XDG_DATA_HOME"] = "relative";
+    scratch.variables["XDG_DATA_DIRS"] = ":relative:" + (scratch.home / "system").string();
+    scratch.variables["LANG"] = "sr_RS.UTF-8@latin";
+    Scratch::write(scratch.home / ".local/share/shortcuts/home", "");
+    Scratch::write(scratch.shared / "translated.desktop",
+        "[Desktop "
+        "Entry]\nType=Application\nName=Name\nName[sr]=x\nName[sr@latin]=\\sIme\nExec=x\n");
+    EXPECT_EQ(scratch.run({ "list" }).output, " Ime\nhome\n");
 }
 
 TEST(Program, Run_becomesTheShortcut)
@@ -72,9 +92,10 @@ TEST(Program, Run_givesTheShortcutItsSurroundings)
     std::filesystem::create_directories(scratch.home / ".local/bin");
     scratch.script("where", "pwd; echo \"$PATH\"; echo \"$LANG\"");
     scratch.variables["LANG"] = "xx_YY";
+    auto const path = scratch.variables["PATH"];
+    scratch.variables["PATH"] = "::relative:" + path + ":.";
     EXPECT_EQ(scratch.run({ "run", "where" }).output,
-        scratch.home.string() + "\n" + scratch.home.string()
-            + "/.local/bin:" + scratch.variables["PATH"] + "\nxx_YY\n");
+        scratch.home.string() + "\n" + scratch.home.string() + "/.local/bin:" + path + "\nxx_YY\n");
     scratch.variables["HOME"] = "/missing";
     EXPECT_THAT(scratch.run({ "run", "where" }).output, StartsWith("/\n"));
 }
@@ -107,6 +128,9 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
     Scratch::write(scratch.own / "plain.sh", "", 0644);
     Scratch::write(scratch.own / "two\nlines", "", 0644);
     chmod(scratch.script("open.sh").c_str(), 0757);
+    auto const shared = scratch.home / "open to all";
+    std::filesystem::create_symlink(Scratch::write(shared / "tool", ""), scratch.own / "link");
+    chmod(shared.c_str(), 0777);
     Scratch::write(scratch.own / "foreign",
         std::string("\x7F"
                     "ELF\0\0\0\0",
@@ -116,7 +140,9 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
     scratch.entry("2.desktop", "Name=unfinished\nExec=\"open");
     scratch.entry("3.desktop", "Name=nowhere\nExec=ls\nPath=/missing/folder");
     scratch.entry("4.desktop", "Name=no terminal\nExec=ls\nTerminal=true");
-    scratch.variables["PATH"] = "/bin";
+    scratch.entry("5.desktop", "Name=in no folder\nExec=here");
+    Scratch::write(scratch.home / "here", "");
+    scratch.variables["PATH"] = ":/bin:.";
     if (std::filesystem::exists("/bin/x-terminal-emulator"))
         scratch.variables["PATH"] = scratch.programs;
 
@@ -131,11 +157,13 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
         { "plain", 126, "chmod +x '" },
         { "plain.sh", 126, "chmod +x '" },
         { "two\nlines", 126, "two\\x0Alines'" },
-        { "open", 126, "chmod go-w '" },
+        { "open", 126, "others may write to it; to forbid that: chmod go-w '" },
+        { "link", 126, "open to all; to forbid that: chmod go-w '" },
         { "foreign", 126, "cannot start" },
         { "lost", 127, "interpreter" },
         { "gone", 127, "missing-program" },
         { "unfinished", 127, "Exec" },
+        { "in no folder", 127, "here" },
         { "nowhere", 126, "/missing/folder" },
     };
     for (auto const& [name, status, remedy] : cases) {
@@ -153,10 +181,10 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
 TEST(Program, Open_makesAPrivateFolderAndShowsIt)
 {
     Scratch scratch;
-    Scratch::write(scratch.programs / "xdg-open", "#!/bin/sh\necho \"$#\" \"$1\"\n");
+    Scratch::write(scratch.programs / "gio", "#!/bin/sh\necho \"$#\" \"$1\" \"$2\"\n");
     auto const own = scratch.own.string();
     auto const address = "shortcuts://run-shortcut?name=x";
-    EXPECT_EQ(scratch.run({ "open", address }).output, "1 " + own + "\n");
+    EXPECT_EQ(scratch.run({ "open", address }).output, "2 open " + own + "\n");
     struct stat status { };
     ASSERT_EQ(stat(own.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0700U);
@@ -165,21 +193,26 @@ TEST(Program, Open_makesAPrivateFolderAndShowsIt)
     EXPECT_THAT(scratch.run({ "run", "Say hello" }).errors, HasSubstr("chmod +x"));
 
     std::filesystem::remove(scratch.own / "README.txt");
-    EXPECT_EQ(scratch.run({ "open" }).output, "1 " + own + "\n");
+    EXPECT_EQ(scratch.run({ "open" }).output, "2 open " + own + "\n");
     EXPECT_FALSE(std::filesystem::exists(scratch.own / "README.txt"));
+
+    scratch.variables["PATH"] = "/missing";
+    auto const none = scratch.run({ "open" });
+    EXPECT_EQ(none.status, 127);
+    EXPECT_THAT(none.errors, HasSubstr("libglib2.0-bin"));
 }
 
 TEST(Program, Open_runsNothingWhateverTheAddressSays)
 {
     Scratch scratch;
-    Scratch::write(scratch.programs / "xdg-open", "#!/bin/sh\necho \"$@\"\n");
+    Scratch::write(scratch.programs / "gio", "#!/bin/sh\necho \"$@\"\n");
     auto const mark = scratch.home / "mark";
     scratch.script("x", "touch " + mark.string());
     auto const own = scratch.own.string();
     std::vector<std::string> const addresses { "shortcuts://run-shortcut?name=x", "shortcuts://x",
         "x", "run", "--help", "../../x", "$(touch " + mark.string() + ")", "file:///bin/sh", "" };
     for (auto const& address : addresses)
-        EXPECT_EQ(scratch.run({ "open", address }).output, own + "\n") << address;
+        EXPECT_EQ(scratch.run({ "open", address }).output, "open " + own + "\n") << address;
     EXPECT_FALSE(std::filesystem::exists(mark));
     // What is forbidden to addresses, a person may do.
     EXPECT_EQ(scratch.run({ "run", "x" }).status, 0);
@@ -188,23 +221,11 @@ TEST(Program, Open_runsNothingWhateverTheAddressSays)
 
 TEST(Program, AddressHandler_canOnlyOpen)
 {
-    auto const entry = parseDesktopEntry(contents(SHORTCUTS_ADDRESS_HANDLER), {});
+    auto const entry = parseDesktopEntry(contents(SHORTCUTS_ADDRESS_HANDLER));
     ASSERT_TRUE(entry);
     EXPECT_EQ(splitCommandLine(entry->exec), (std::vector<std::string> { "shortcuts", "open" }));
     EXPECT_TRUE(entry->exec.ends_with(" %u"));
     EXPECT_TRUE(entry->actions.empty());
-}
-
-TEST(Program, Open_takesTheNextOpenerOrSaysThatThereIsNone)
-{
-    Scratch scratch;
-    scratch.variables["PATH"] = scratch.programs;
-    auto const none = scratch.run({ "open" });
-    EXPECT_EQ(none.status, 127);
-    EXPECT_THAT(none.errors, HasSubstr("xdg-utils"));
-
-    Scratch::write(scratch.programs / "gio", "#!/bin/sh\necho \"$@\"\n");
-    EXPECT_EQ(scratch.run({ "open" }).output, "open " + scratch.own.string() + "\n");
 }
 
 TEST(Program, Usage_isToldOnTheRightStreamWithTheRightStatus)

@@ -52,10 +52,8 @@ std::filesystem::path Scratch::entry(std::string const& fileName, std::string co
 
 Environment Scratch::environment() const
 {
-    return Environment::read([this](char const* name) -> char const* {
-        auto const variable = variables.find(name);
-        return variable == variables.end() ? nullptr : variable->second.c_str();
-    });
+    setenv("PATH", variables.at("PATH").c_str(), 1);
+    return { home, { own, shared } };
 }
 
 Outcome Scratch::run(std::vector<std::string> arguments, std::filesystem::path output) const

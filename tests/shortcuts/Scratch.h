@@ -40,6 +40,7 @@ public:
     /// Writes an application's desktop entry with these lines into the person's own folder.
     std::filesystem::path entry(std::string const& fileName, std::string const& lines);
 
+    /// The person's own; sets PATH of the test as well.
     [[nodiscard]] Environment environment() const;
 
     /// Runs the program; standard output goes to this file when one is given.

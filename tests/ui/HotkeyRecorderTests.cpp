@@ -24,11 +24,6 @@ protected:
         window->makeKeyAndOrderFront();
     }
 
-    [[nodiscard]] platform::SystemColor textColor() const
-    {
-        return std::get<platform::SystemColor>(recorder->attributedTitle()->color);
-    }
-
     std::shared_ptr<platform::Window> window = std::make_shared<platform::Window>(
         platform::Size { 300, 100 }, platform::WindowStyle::TitledClosable);
     std::shared_ptr<HotkeyRecorder> recorder = std::make_shared<HotkeyRecorder>();
@@ -52,26 +47,15 @@ TEST_F(Recording, NextKey_becomesTheHotkeyAndGoesNoFurther)
     for (auto const& [keyCode, modifiers, text] : cases) {
         recorded.clear();
         EXPECT_TRUE(click(recorder));
+        EXPECT_EQ(recorder->visibleText(), "Press keys…");
+        EXPECT_TRUE(platform::headless::isKeyboardGrabbed());
         EXPECT_TRUE(press(keyCode, modifiers));
+        EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
         EXPECT_EQ(recorder->visibleText(), text);
         EXPECT_EQ(recorded, (std::vector<Hotkey> { { keyCode, modifiers & 0xFFFF } }));
         EXPECT_FALSE(press(keyCode, modifiers)) << "while not recording";
     }
     EXPECT_EQ(recorded.size(), 1u);
-}
-
-TEST_F(Recording, WhileItLasts_asksForKeysAndHoldsTheKeyboard)
-{
-    recorder->setStringValue("⌘A");
-    window->makeFirstResponder(field);
-    click(recorder);
-    EXPECT_EQ(recorder->visibleText(), "Press keys…");
-    EXPECT_EQ(textColor(), platform::SystemColor::PlaceholderText);
-    EXPECT_EQ(window->firstResponder(), nullptr);
-    EXPECT_TRUE(platform::headless::isKeyboardGrabbed());
-    press(0, platform::commandKey);
-    EXPECT_EQ(textColor(), platform::SystemColor::Label);
-    EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
 }
 
 TEST_F(Recording, ModifierKeys_passAndTheRecordingGoesOn)
@@ -114,14 +98,10 @@ TEST_F(Recording, GoneRecorder_leavesTheKeysAlone)
     EXPECT_FALSE(press(49));
 }
 
-TEST_F(Recording, HotkeyThatNamesNoKey_showsThePlaceholder)
+TEST_F(Recording, HotkeyThatNamesNoKey_endsTheProgram)
 {
-    for (std::int64_t const keyCode : { std::int64_t { -1 }, std::int64_t { 1 } << 32 }) {
-        recorder->setHotkey(Hotkey { keyCode, 0 });
-        EXPECT_EQ(recorder->visibleText(), "Click to record");
-    }
-    recorder->setHotkey(Hotkey { 17, 0x900 });
-    EXPECT_EQ(recorder->visibleText(), "⌘⌥·17");
+    for (std::int64_t const keyCode : { std::int64_t { -1 }, std::int64_t { 1 } << 32 })
+        EXPECT_DEATH(recorder->setHotkey(Hotkey { keyCode, 0 }), "key code");
     recorder->setHotkey(std::nullopt);
     EXPECT_EQ(recorder->visibleText(), "Click to record");
 }

@@ -44,27 +44,9 @@ TEST_F(IconChooser, Selection_followsTheCurrentSymbol)
         EXPECT_EQ(item.title, title);
         EXPECT_EQ(item.representedObject, current);
         EXPECT_EQ(imageOf(item), image);
-        EXPECT_EQ(std::ranges::count(menu.items, "Custom", &MenuItem::title),
-            item.title == "Custom" ? 1 : 0);
         EXPECT_EQ(menu.selected == 0u, item.title == "Custom" || item.title == "Heart");
     }
     EXPECT_EQ(menuFor("").selected, std::nullopt);
-}
-
-TEST_F(IconChooser, Catalogue_leavesOutWhatTheSystemCannotDraw)
-{
-    platform::headless::setMissingSymbols({ "heart", "suit.heart.fill", "display" });
-    auto const menu = menuFor("bolt");
-    ASSERT_EQ(menu.items.size(), iconChoices.size() - 3 + 2);
-    EXPECT_EQ(menu.items[0].title, "Heart");
-    EXPECT_EQ(menu.items[1].title, "Heart Circle");
-    EXPECT_EQ(menu.items[2].title, "Lightning");
-    EXPECT_EQ(menu.items[40].title, "Apple");
-    EXPECT_EQ(
-        std::get<platform::SymbolImage>(*menu.items[2].image).size, (platform::Size { 16, 16 }));
-    EXPECT_EQ(menu.items[41].kind, platform::MenuItemKind::Separator);
-    EXPECT_EQ(menu.items[42].title, "Custom Icon…");
-    EXPECT_EQ(menu.items[42].representedObject, std::nullopt);
 }
 
 TEST_F(IconChooser, TypedName_countsTrimmedWhateverTheButton)

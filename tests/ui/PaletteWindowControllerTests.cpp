@@ -99,14 +99,6 @@ TEST_F(PaletteWindowControllerTest, NothingToRunMeansNothingHappens)
     EXPECT_TRUE(chosen_.empty());
 }
 
-TEST_F(PaletteWindowControllerTest, ClosedPaletteWatchesNoKeys)
-{
-    open({ "A" });
-    palette_->show();
-    EXPECT_TRUE(headless::press(key::escape));
-    EXPECT_EQ(runKeyDownMonitors({ .keyCode = key::returnKey }), KeyEventResult::Pass);
-}
-
 TEST_F(PaletteWindowControllerTest, EscapeBeforeTheDeferredRaiseDoesNotBringItBack)
 {
     auto const palette = makeController<PaletteWindowController>(

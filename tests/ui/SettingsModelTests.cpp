@@ -15,13 +15,6 @@ Config pinning(Names pinned)
     return config;
 }
 
-TEST(SettingsModel, Start_dropsPinsThatAreNotListedAndOffersTheRest)
-{
-    SettingsModel const model(pinning({ "Gone", "C", "A" }), { "A", "B", "C", "D", "D" });
-    EXPECT_EQ(model.order(), (Names { "C", "A" }));
-    EXPECT_EQ(model.others(), (Names { "B", "D", "D" }));
-}
-
 TEST(SettingsModel, Move_putsTheFirstEntryOfTheNameIntoTheGap)
 {
     struct {
@@ -32,7 +25,6 @@ TEST(SettingsModel, Move_putsTheFirstEntryOfTheNameIntoTheGap)
     } const cases[] = {
         { { "A", "B", "C", "D" }, "A", 3, { "B", "C", "A", "D" } },
         { { "A", "B", "C", "D" }, "D", 1, { "A", "D", "B", "C" } },
-        { { "A", "B", "C", "D" }, "A", 0, { "A", "B", "C", "D" } },
         { { "A", "B", "C", "D" }, "A", 1, { "A", "B", "C", "D" } },
         { { "A", "B", "C", "D" }, "A", 4, { "B", "C", "D", "A" } },
         { { "A", "B", "C", "D" }, "B", 99, { "A", "C", "D", "B" } },
@@ -45,31 +37,30 @@ TEST(SettingsModel, Move_putsTheFirstEntryOfTheNameIntoTheGap)
     }
 }
 
-TEST(SettingsModel, Move_refusesWhatIsNotPinned)
+TEST(SettingsModel, PinsAndUnpins_keepOrderAndOffersSorted)
 {
-    SettingsModel model(pinning({ "A" }), { "A", "B" });
+    SettingsModel model(pinning({ "Zap", "Gone", "m" }), { "a", "m", "Zap", "B", "B" });
+    EXPECT_EQ(model.order(), (Names { "Zap", "m" }));
+    EXPECT_EQ(model.others(), (Names { "a", "B", "B" }));
     EXPECT_FALSE(model.move("B", 0));
-    EXPECT_FALSE(model.move("text from elsewhere", 1));
-    EXPECT_EQ(model.order(), (Names { "A" }));
-}
-
-TEST(SettingsModel, Pin_appendsAnAvailableShortcutOnce)
-{
-    SettingsModel model(pinning({ "C" }), { "A", "A", "B", "C" });
-    EXPECT_TRUE(model.pin("A"));
-    EXPECT_FALSE(model.pin("A"));
+    EXPECT_TRUE(model.pin("B"));
+    EXPECT_FALSE(model.pin("B"));
     EXPECT_FALSE(model.pin("unknown"));
-    EXPECT_EQ(model.order(), (Names { "C", "A" }));
-    EXPECT_EQ(model.others(), (Names { "B" }));
+    EXPECT_EQ(model.order(), (Names { "Zap", "m", "B" }));
+    EXPECT_EQ(model.unpin(0), "Zap");
+    EXPECT_EQ(model.others(), (Names { "Zap", "a" }));
+    EXPECT_EQ(model.unpin(2), std::nullopt);
 }
 
-TEST(SettingsModel, Unpin_putsTheNameIntoSortedPlace)
+TEST(SettingsModel, AKeyCodeThatNoKeyCanHave_endsTheProgramBeforeItIsHandedOver)
 {
-    SettingsModel model(pinning({ "Zap", "m" }), { "m", "a", "Zap", "B" });
-    EXPECT_EQ(model.unpin(0), "Zap");
-    EXPECT_EQ(model.others(), (Names { "B", "Zap", "a" }));
-    EXPECT_EQ(model.unpin(1), std::nullopt);
-    EXPECT_EQ(model.order(), (Names { "m" }));
+    auto config = pinning({});
+    config.shortcutHotkeys = { { { "A", { -1, 0 } } } };
+    SettingsModel model(config, { "A" });
+    EXPECT_TRUE(model.save({}).shortcutHotkeys->empty())
+        << "nobody looks at it while A is not pinned";
+    model.pin("A");
+    EXPECT_DEATH((void)model.configAfterMoving("A", Move::IntoPinned, {}), "key code");
 }
 
 TEST(SettingsModel, UnpinAndPinAgain_keepsFlagAndSectionButLosesTheHotkey)
@@ -123,17 +114,6 @@ TEST(SettingsModel, IconAndQuickOpenHotkey_stayWhereNoneIsChosen)
     model.setMenuHotkey({ 3, 0x200 });
     EXPECT_EQ(model.menuHotkeyEff(), (Hotkey { 3, 0x200 }));
     EXPECT_EQ(model.save({}).menuHotkey, (Hotkey { 3, 0x200 }));
-}
-
-TEST(SettingsModel, ConfigAfterMoving_changesNothingThatIsSavedLater)
-{
-    SettingsModel model(pinning({ "A", "B" }), { "A", "B", "C" });
-    auto const record = model.configAfterMoving("A", Move::OutOfPinned, { .iconSymbol = "bolt" });
-    EXPECT_EQ(record.pinned, (Names { "B" }));
-    EXPECT_EQ(model.configAfterMoving("C", Move::IntoPinned, {}).pinned, (Names { "A", "B", "C" }));
-    auto const& saved = model.save({});
-    EXPECT_EQ(saved.pinned, (Names { "A", "B" }));
-    EXPECT_EQ(saved.iconSymbol, Config().iconSymbol);
 }
 
 } // namespace

@@ -24,6 +24,7 @@ int runApplication(int /*argumentCount*/, char** /*arguments*/,
     delegate->applicationDidFinishLaunching();
     while (!application->isTerminated && headless::isWorkWaiting())
         headless::advance(std::chrono::milliseconds(1));
+    delegate->applicationWillTerminate();
     return 0;
 }
 
@@ -31,11 +32,6 @@ void terminate()
 {
     headless::note("terminate");
     application->isTerminated = true;
-}
-
-bool isTerminating()
-{
-    return application->isTerminated;
 }
 
 void installMainMenu(Menu menu)

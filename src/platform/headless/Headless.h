@@ -96,16 +96,14 @@ void tellHotkeyObstacleObservers();
 
 enum class ChildStart : std::uint8_t { Succeeds, Fails };
 
-/// How a child fares.
+/// What becomes of a child.
 struct ChildScript {
     ChildStart start = ChildStart::Succeeds;
     /// Nothing stands for a signal.
     std::optional<int> exitStatus = 0;
     std::chrono::milliseconds duration { 0 };
-    /// Read after the duration. Nothing for a child that is killed before it has told all.
+    /// What readChildOutput() returns, at once.
     std::optional<std::string> output = std::string();
-    /// What else happens while the output is waited for, at its end.
-    std::function<void()> meanwhile = nullptr;
 };
 
 struct StartedChild {

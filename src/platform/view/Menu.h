@@ -18,6 +18,13 @@ struct KeyEquivalent {
     std::string key;
     KeyModifiers modifiers = commandKey;
 
+    /// The modifiers, with Shift for an upper-case letter.
+    [[nodiscard]] KeyModifiers allModifiers() const
+    {
+        bool const isUpperCase = key.size() == 1 && key.front() >= 'A' && key.front() <= 'Z';
+        return isUpperCase ? modifiers | shiftKey : modifiers;
+    }
+
     friend bool operator==(KeyEquivalent const&, KeyEquivalent const&) = default;
 };
 

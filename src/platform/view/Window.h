@@ -40,7 +40,7 @@ public:
     void setTitle(std::string title);
     void setLevel(WindowLevel level);
     void setBackground(WindowBackground background);
-    /// Drawn where the system lets a program choose.
+    /// Around a clear window, where compositors draw none, a stronger edge may stand for it.
     void setHasShadow(bool hasShadow);
     void setMovableByBackground(bool isMovable);
     /// Replaces the view that fills the window.
@@ -77,7 +77,6 @@ public:
     {
         return style_ == WindowStyle::TitledClosable;
     }
-    [[nodiscard]] virtual bool canBecomeMainWindow() const { return canBecomeKeyWindow(); }
 
     /// Gives the view the keyboard; null leaves it to the window alone. Does not scroll.
     void makeFirstResponder(std::shared_ptr<View> const& view);

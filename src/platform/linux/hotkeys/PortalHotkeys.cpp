@@ -2,12 +2,11 @@
 
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/KeyNames.h"
-#include "platform/linux/hotkeys/TriggerText.h"
 #include "platform/linux/system/ApplicationId.h"
+#include "platform/linux/system/ApplicationScope.h"
 #include "platform/linux/system/SessionBus.h"
 #include "platform/linux/system/WindowActivation.h"
 
-#include <QCryptographicHash>
 #include <QDBusConnection>
 #include <QPointer>
 
@@ -23,18 +22,8 @@ namespace {
 
 // The call may have to start the portal first.
 constexpr std::chrono::milliseconds startTimeout { 10000 };
-// A portal that dies over the question is not asked for ever.
-constexpr int mostQuestionsWithoutAnswer = 2;
 constexpr qsizetype longestDescription = 100;
-
-/// The same at every start, so that the desktop knows what the person decided, and another for
-/// another combination, since desktops keep to what they know of an id.
-QString shortcutId(QString const& title, QString const& trigger)
-{
-    auto const text = (title + '\n'_L1 + trigger).toUtf8();
-    return "hotkey-"_L1
-        + QLatin1String(QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex());
-}
+auto const connectionName = u"portal"_s;
 
 QString descriptionOf(QString const& title)
 {
@@ -46,7 +35,22 @@ QString descriptionOf(QString const& title)
 
 PortalHotkeys::PortalHotkeys(PressHandler onPressed)
     : onPressed_(std::move(onPressed))
-    , watcher_(portalName, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange)
+    , bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName))
+    , watcher_(portalName, bus_, QDBusServiceWatcher::WatchForOwnerChange)
+{
+    // The portal takes who a program is from its systemd unit, at the connection's first call.
+    ApplicationScope::enter([self = QPointer(this)] {
+        if (self)
+            self->start();
+    });
+}
+
+PortalHotkeys::~PortalHotkeys()
+{
+    QDBusConnection::disconnectFromBus(connectionName);
+}
+
+void PortalHotkeys::start()
 {
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](
@@ -62,8 +66,9 @@ Token PortalHotkeys::claim(
         return {};
     auto const text = QString::fromStdString(title);
     auto const number = nextNumber_++;
-    claims_.emplace(
-        number, Claim { { shortcutId(text, *trigger), descriptionOf(text), *trigger }, id });
+    // Desktops keep to the keys that they know of an id, and hold them for it: KDE would find the
+    // keys of another id taken, even by one that is no more.
+    claims_.emplace(number, Claim { { *trigger, descriptionOf(text), *trigger }, id });
     updateLater();
     return Token { [weak = weak_from_this(), number] {
         if (auto const self = weak.lock())
@@ -98,11 +103,13 @@ std::optional<HotkeyObstacle> PortalHotkeys::obstacle(KeyCombination const& comb
     auto const* const claim = claimWith(&PortalShortcut::trigger, *trigger);
     if (!claim)
         return std::nullopt;
+    if (session_ && session_->isTaken(claim->shortcut.id))
+        return HotkeyObstacle::Taken;
     if (isDeclined_ || (session_ && session_->isLeftOut(claim->shortcut.id)))
         return HotkeyObstacle::Declined;
-    bool const isHopeless = session_ ? session_->state() == PortalSession::State::Failed
-                                     : questionsWithoutAnswer_ == mostQuestionsWithoutAnswer;
-    return isHopeless ? std::optional(HotkeyObstacle::NoService) : std::nullopt;
+    if (session_ && session_->state() == PortalSession::State::Failed)
+        return HotkeyObstacle::NoService;
+    return std::nullopt;
 }
 
 PortalHotkeys::Claim const* PortalHotkeys::claimWith(
@@ -139,7 +146,6 @@ void PortalHotkeys::update()
         return;
     asked_ = std::move(wanted);
     isDeclined_ = false;
-    questionsWithoutAnswer_ = 0;
     if (service_ == Service::Absent)
         contact();
     else
@@ -149,17 +155,18 @@ void PortalHotkeys::update()
 
 void PortalHotkeys::contact()
 {
-    // The portal knows programs outside of sandboxes by this only, and only before other calls.
-    QDBusConnection::sessionBus().send(
-        portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry", u"Register"_s,
-            { QLatin1String(applicationId), QVariantMap() }));
+    // Newer portals know programs outside of sandboxes by this only, and only before other calls.
+    bus_.send(portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry",
+        u"Register"_s, { QLatin1String(applicationId), QVariantMap() }));
     auto const call = portalCall(portalName, portalPath, "org.freedesktop.DBus.Properties",
         u"Get"_s, { QLatin1String(globalShortcutsInterface), u"version"_s });
-    callOnBus(call, startTimeout,
+    callOnBus(
+        call, startTimeout,
         [self = QPointer(this), number = ++contacts_](QDBusMessage const& reply) {
             if (self && number == self->contacts_)
                 self->answered(reply);
-        });
+        },
+        bus_);
 }
 
 void PortalHotkeys::answered(QDBusMessage const& reply)
@@ -174,6 +181,7 @@ void PortalHotkeys::answered(QDBusMessage const& reply)
 void PortalHotkeys::ownerChanged(QString const& newOwner)
 {
     session_.reset();
+    isClosing_ = false;
     portal_.clear();
     service_ = newOwner.isEmpty() ? Service::Absent : Service::Unknown;
     if (newOwner.isEmpty())
@@ -184,12 +192,19 @@ void PortalHotkeys::ownerChanged(QString const& newOwner)
 
 void PortalHotkeys::open()
 {
-    session_.reset();
-    bool const isInVain = isDeclined_ || questionsWithoutAnswer_ == mostQuestionsWithoutAnswer;
-    if (portal_.isEmpty() || asked_.empty() || isInVain)
+    if (session_) {
+        if (std::exchange(isClosing_, true))
+            return;
+        session_->close([this] {
+            isClosing_ = false;
+            session_.reset();
+            open();
+        });
         return;
-    ++questionsWithoutAnswer_;
-    session_ = std::make_unique<PortalSession>(portal_, asked_,
+    }
+    if (portal_.isEmpty() || asked_.empty() || isDeclined_)
+        return;
+    session_ = std::make_unique<PortalSession>(Portal { bus_, portal_ }, asked_,
         PortalSession::Events { .onState = [this] { sessionChanged(); },
             .onPressed
             = [this](auto const& id, auto time, auto const& token) { pressed(id, time, token); } });
@@ -197,7 +212,6 @@ void PortalHotkeys::open()
 
 void PortalHotkeys::sessionChanged()
 {
-    questionsWithoutAnswer_ = 0;
     isDeclined_ = session_->state() == PortalSession::State::Declined;
     tellObstacles();
 }

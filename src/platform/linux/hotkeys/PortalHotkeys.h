@@ -3,6 +3,7 @@
 #include "platform/linux/hotkeys/HotkeyBackend.h"
 #include "platform/linux/hotkeys/PortalSession.h"
 
+#include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
 
@@ -28,6 +29,9 @@ public:
     using PressHandler = std::function<void(std::uint32_t id)>;
 
     explicit PortalHotkeys(PressHandler onPressed);
+    PortalHotkeys(PortalHotkeys const&) = delete;
+    PortalHotkeys& operator=(PortalHotkeys const&) = delete;
+    ~PortalHotkeys() override;
 
     [[nodiscard]] Token claim(std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id,
         std::string const& title) override;
@@ -48,6 +52,7 @@ private:
     void release(std::uint64_t number);
     void updateLater();
     void update();
+    void start();
     void contact();
     void answered(QDBusMessage const& reply);
     void ownerChanged(QString const& newOwner);
@@ -60,6 +65,7 @@ private:
     [[nodiscard]] std::optional<HotkeyObstacle> obstacle(KeyCombination const& combination) const;
 
     PressHandler onPressed_;
+    QDBusConnection bus_;
     QDBusServiceWatcher watcher_;
     std::map<std::uint64_t, Claim> claims_;
     std::uint64_t nextNumber_ = 1;
@@ -70,7 +76,7 @@ private:
     /// What the portal was last asked for.
     std::vector<PortalShortcut> asked_;
     std::unique_ptr<PortalSession> session_;
-    int questionsWithoutAnswer_ = 0;
+    bool isClosing_ = false;
     bool isDeclined_ = false;
 };
 

@@ -3,7 +3,6 @@
 #include "platform/linux/system/SessionBus.h"
 
 #include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QPointer>
 
@@ -30,6 +29,12 @@ PortalRequest::Response responseOf(uint code)
     }
 }
 
+QString newToken()
+{
+    static int count = 0;
+    return "quillbar"_L1 + QString::number(++count);
+}
+
 bool isRefusal(QDBusMessage const& reply)
 {
     // A portal that is slow to say where it will answer may still answer.
@@ -48,44 +53,39 @@ QDBusMessage portalCall(QString const& portal, QString const& path, char const* 
     return call;
 }
 
-QString portalObjectPath(QLatin1String kind, QString const& token)
+QString portalObjectPath(QDBusConnection const& bus, QLatin1String kind, QString const& token)
 {
-    auto sender = QDBusConnection::sessionBus().baseService().mid(1);
+    auto sender = bus.baseService().mid(1);
     sender.replace('.'_L1, '_'_L1);
     return portalPath + '/'_L1 + kind + '/'_L1 + sender + '/'_L1 + token;
 }
 
-QString newPortalToken()
-{
-    static int count = 0;
-    return "quillbar"_L1 + QString::number(++count);
-}
-
 PortalRequest::PortalRequest(
-    QString portal, QString const& method, QVariantList arguments, QVariantMap options, Done done)
+    Portal portal, QString const& method, QVariantList arguments, QVariantMap options, Done done)
     : portal_(std::move(portal))
     , done_(std::move(done))
 {
-    auto const token = newPortalToken();
-    path_ = portalObjectPath("request"_L1, token);
+    auto const token = newToken();
+    path_ = portalObjectPath(portal_.bus, "request"_L1, token);
     // Before the call, for the answer may come at once. Other senders are not heard.
-    QDBusConnection::sessionBus().connect(portal_, path_, QString::fromLatin1(requestInterface),
-        u"Response"_s, this, SLOT(responded(QDBusMessage)));
+    portal_.bus.connect(portal_.name, path_, QString::fromLatin1(requestInterface), u"Response"_s,
+        this, SLOT(responded(QDBusMessage)));
     options.insert(u"handle_token"_s, token);
     arguments.append(options);
-    callOnBus(portalCall(portal_, portalPath, globalShortcutsInterface, method, arguments),
-        handleTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
+    callOnBus(
+        portalCall(portal_.name, portalPath, globalShortcutsInterface, method, arguments),
+        handleTimeout,
+        [self = QPointer(this)](QDBusMessage const& reply) {
             if (self && isRefusal(reply))
                 self->finish(Response::Failed, {});
-        });
+        },
+        portal_.bus);
 }
 
 PortalRequest::~PortalRequest()
 {
-    if (done_) {
-        QDBusConnection::sessionBus().send(
-            portalCall(portal_, path_, requestInterface, u"Close"_s));
-    }
+    if (done_)
+        portal_.bus.send(portalCall(portal_.name, path_, requestInterface, u"Close"_s));
 }
 
 void PortalRequest::responded(QDBusMessage const& signal)

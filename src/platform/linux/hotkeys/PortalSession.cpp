@@ -1,9 +1,14 @@
 #include "platform/linux/hotkeys/PortalSession.h"
 
-#include <QDBusConnection>
+#include "platform/linux/system/SessionBus.h"
+
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QPointer>
 
+#include <algorithm>
+#include <chrono>
+#include <optional>
 #include <utility>
 
 namespace quillbar::platform {
@@ -13,12 +18,28 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto sessionInterface = "org.freedesktop.portal.Session";
+// KDE appends it to the application's name and keeps the shortcuts under both.
+auto const sessionToken = u"_quillbar"_s;
+constexpr std::chrono::milliseconds endTimeout { 10000 };
 
 // The portal's own interface says "s" and means an object path; portals send either.
 QString pathIn(QVariant const& value)
 {
     return value.canConvert<QDBusObjectPath>() ? value.value<QDBusObjectPath>().path()
                                                : value.toString();
+}
+
+QList<PortalShortcut> toList(std::vector<PortalShortcut> const& shortcuts)
+{
+    return { shortcuts.begin(), shortcuts.end() };
+}
+
+std::optional<QList<PortalShortcut>> shortcutsIn(QVariantMap const& results)
+{
+    auto const told = results.value(u"shortcuts"_s).value<QDBusArgument>();
+    if (told.currentSignature() != "a(sa{sv})"_L1)
+        return std::nullopt;
+    return qdbus_cast<QList<PortalShortcut>>(told);
 }
 
 } // namespace
@@ -44,47 +65,93 @@ QDBusArgument const& operator>>(QDBusArgument const& argument, PortalShortcut& s
     return argument;
 }
 
-PortalSession::PortalSession(QString portal, std::vector<PortalShortcut> shortcuts, Events events)
+PortalSession::PortalSession(Portal portal, std::vector<PortalShortcut> shortcuts, Events events)
     : portal_(std::move(portal))
+    , path_(portalObjectPath(portal_.bus, "session"_L1, sessionToken))
     , shortcuts_(std::move(shortcuts))
     , events_(std::move(events))
 {
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<QList<PortalShortcut>>();
-    auto const token = newPortalToken();
-    path_ = portalObjectPath("session"_L1, token);
-    auto bus = QDBusConnection::sessionBus();
-    bus.connect(portal_, portalPath, QString::fromLatin1(globalShortcutsInterface), u"Activated"_s,
-        this, SLOT(activated(QDBusMessage)));
-    bus.connect(portal_, path_, QString::fromLatin1(sessionInterface), u"Closed"_s, this,
-        SLOT(closed(QDBusMessage)));
-    request_ = std::make_unique<PortalRequest>(portal_, u"CreateSession"_s, QVariantList {},
-        QVariantMap { { u"session_handle_token"_s, token } },
-        [this](auto response, auto const& results) { created(response, results); });
+    portal_.bus.connect(portal_.name, portalPath, QString::fromLatin1(globalShortcutsInterface),
+        u"Activated"_s, this, SLOT(activated(QDBusMessage)));
+    portal_.bus.connect(portal_.name, path_, QString::fromLatin1(sessionInterface), u"Closed"_s,
+        this, SLOT(closed(QDBusMessage)));
+    create();
 }
 
 PortalSession::~PortalSession()
 {
     request_.reset();
-    QDBusConnection::sessionBus().send(portalCall(portal_, path_, sessionInterface, u"Close"_s));
+    if (!isEnded_)
+        portal_.bus.send(portalCall(portal_.name, path_, sessionInterface, u"Close"_s));
+}
+
+void PortalSession::close(std::function<void()> done)
+{
+    events_ = {};
+    state_ = State::Asking;
+    leftOut_.clear();
+    taken_.clear();
+    onEnd_ = std::move(done);
+    if (!isInTransit_)
+        end();
+}
+
+void PortalSession::create()
+{
+    isInTransit_ = true;
+    isEnded_ = false;
+    // KDE's portal takes the shortcuts from here and opens its settings at BindShortcuts.
+    request_ = std::make_unique<PortalRequest>(portal_, u"CreateSession"_s, QVariantList {},
+        QVariantMap { { u"session_handle_token"_s, sessionToken },
+            { u"shortcuts"_s, QVariant::fromValue(toList(shortcuts_)) } },
+        [this](auto response, auto const& results) { created(response, results); });
 }
 
 void PortalSession::created(PortalRequest::Response response, QVariantMap const& results)
 {
-    if (response == PortalRequest::Response::Success
-        && pathIn(results.value(u"session_handle"_s)) == path_)
-        bind();
-    else
+    isInTransit_ = false;
+    if (onEnd_) {
+        end();
+        return;
+    }
+    if (response != PortalRequest::Response::Success
+        || pathIn(results.value(u"session_handle"_s)) != path_) {
         setState(State::Failed);
+        return;
+    }
+    auto const answer = shortcutsIn(results);
+    if (!answer || !areBoundBy(*answer)) {
+        bind();
+        return;
+    }
+    // KDE's portal answers a new shortcut with the keys that were wished for, and in the next
+    // session with those that it has, which are none when they were taken.
+    if (!std::exchange(isSecond_, true)) {
+        end();
+        return;
+    }
+    for (auto const& shortcut : *answer) {
+        if (shortcut.trigger.isEmpty())
+            taken_.insert(shortcut.id);
+    }
+    setState(State::Bound);
+}
+
+bool PortalSession::areBoundBy(QList<PortalShortcut> const& answer) const
+{
+    return std::ranges::all_of(shortcuts_, [&](PortalShortcut const& shortcut) {
+        return std::ranges::find(answer, shortcut.id, &PortalShortcut::id) != answer.end();
+    });
 }
 
 void PortalSession::bind()
 {
-    QList<PortalShortcut> const shortcuts(shortcuts_.begin(), shortcuts_.end());
     auto const noParentWindow = QString();
     request_ = std::make_unique<PortalRequest>(portal_, u"BindShortcuts"_s,
-        QVariantList { QVariant::fromValue(QDBusObjectPath(path_)), QVariant::fromValue(shortcuts),
-            noParentWindow },
+        QVariantList { QVariant::fromValue(QDBusObjectPath(path_)),
+            QVariant::fromValue(toList(shortcuts_)), noParentWindow },
         QVariantMap {}, [this](auto response, auto const& results) { bound(response, results); });
 }
 
@@ -94,21 +161,44 @@ void PortalSession::bound(PortalRequest::Response response, QVariantMap const& r
         setState(response == PortalRequest::Response::Declined ? State::Declined : State::Failed);
         return;
     }
-    // A portal that does not tell which ones it took is taken to have taken all.
-    auto const told = results.value(u"shortcuts"_s).value<QDBusArgument>();
-    if (told.currentSignature() == "a(sa{sv})"_L1) {
+    // A portal that does not tell which ones it took is taken to have taken all. That it names no
+    // keys says nothing here: some leave them to a file of the person's.
+    if (auto const answer = shortcutsIn(results)) {
         for (auto const& shortcut : shortcuts_)
             leftOut_.insert(shortcut.id);
-        for (auto const& shortcut : qdbus_cast<QList<PortalShortcut>>(told))
+        for (auto const& shortcut : *answer)
             leftOut_.remove(shortcut.id);
     }
     setState(State::Bound);
 }
 
+void PortalSession::end()
+{
+    isInTransit_ = true;
+    request_.reset();
+    callOnBus(
+        portalCall(portal_.name, path_, sessionInterface, u"Close"_s), endTimeout,
+        [self = QPointer(this)](QDBusMessage const&) {
+            if (self)
+                self->ended();
+        },
+        portal_.bus);
+}
+
+void PortalSession::ended()
+{
+    isEnded_ = true;
+    if (auto const done = std::exchange(onEnd_, nullptr))
+        done();
+    else
+        create();
+}
+
 void PortalSession::setState(State state)
 {
     state_ = state;
-    events_.onState();
+    if (events_.onState)
+        events_.onState();
 }
 
 void PortalSession::activated(QDBusMessage const& signal)
@@ -121,6 +211,8 @@ void PortalSession::activated(QDBusMessage const& signal)
     auto const options = qdbus_cast<QVariantMap>(arguments.at(3));
     // Copied, since a hotkey's action may end this session.
     auto const onPressed = events_.onPressed;
+    if (!onPressed)
+        return;
     onPressed(arguments.at(1).toString(), static_cast<std::uint32_t>(arguments.at(2).toULongLong()),
         options.value(u"activation_token"_s).toString());
 }

@@ -28,7 +28,9 @@ QDBusArgument& operator<<(QDBusArgument& argument, PortalShortcut const& shortcu
 QDBusArgument const& operator>>(QDBusArgument const& argument, PortalShortcut& shortcut);
 
 /// One set of hotkeys at the portal, which takes a set once a session. Destruction gives them back.
-/// Nothing that the portal says is trusted. Main thread.
+/// All sessions have one name, for some desktops keep what the person decided by it: the next one
+/// is made when close() has ended the one before. Nothing that the portal says is trusted. Main
+/// thread.
 class PortalSession final : public QObject {
     Q_OBJECT
 
@@ -42,7 +44,7 @@ public:
         std::function<void(QString const& id, std::uint32_t time, QString const& token)> onPressed;
     };
 
-    PortalSession(QString portal, std::vector<PortalShortcut> shortcuts, Events events);
+    PortalSession(Portal portal, std::vector<PortalShortcut> shortcuts, Events events);
     PortalSession(PortalSession const&) = delete;
     PortalSession& operator=(PortalSession const&) = delete;
     ~PortalSession() override;
@@ -50,21 +52,37 @@ public:
     [[nodiscard]] State state() const { return state_; }
     /// Whether the desktop left this one of the hotkeys out.
     [[nodiscard]] bool isLeftOut(QString const& id) const { return leftOut_.contains(id); }
+    /// Whether the desktop has given the keys of this one to another program.
+    [[nodiscard]] bool isTaken(QString const& id) const { return taken_.contains(id); }
+
+    /// Gives the hotkeys back and reports nothing more; `done` is called once, through the event
+    /// loop, when the portal has ended the session, and may destroy it.
+    void close(std::function<void()> done);
 
 private:
+    void create();
     void created(PortalRequest::Response response, QVariantMap const& results);
+    [[nodiscard]] bool areBoundBy(QList<PortalShortcut> const& answer) const;
     void bind();
     void bound(PortalRequest::Response response, QVariantMap const& results);
+    void end();
+    void ended();
     void setState(State state);
     Q_SLOT void activated(QDBusMessage const& signal);
     Q_SLOT void closed(QDBusMessage const& signal);
 
-    QString portal_;
+    Portal portal_;
     QString path_;
     std::vector<PortalShortcut> shortcuts_;
     Events events_;
     State state_ = State::Asking;
     QSet<QString> leftOut_;
+    QSet<QString> taken_;
+    /// Neither made nor ended: the portal is at it.
+    bool isInTransit_ = false;
+    bool isEnded_ = false;
+    bool isSecond_ = false;
+    std::function<void()> onEnd_;
     std::unique_ptr<PortalRequest> request_;
 };
 

@@ -1,9 +1,10 @@
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
+#include "platform/linux/BlockingWait.h"
 #include "platform/linux/HeldModifiers.h"
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
-#include "platform/linux/hotkeys/XkbClient.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 #include "platform/linux/system/WindowActivation.h"
 
 #include <QMetaObject>
@@ -56,6 +57,7 @@ X11Hotkeys::X11Hotkeys(Connection connection, xcb_window_t root, PressHandler on
     , root_(root)
     , onPressed_(std::move(onPressed))
     , readable_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read)
+    , deviceGrabs_(connection_.get(), root)
 {
     QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { readEvents(); });
 }
@@ -70,6 +72,10 @@ bool X11Hotkeys::startListening()
     keyboardChange_ = *keyboardChange;
     bits_ = bits.answer();
     setAsideEvents();
+    setBlockingWaitHandler([weak = weak_from_this()](bool isWaiting) {
+        if (auto const self = weak.lock())
+            self->setHoldsKeyboard(!isWaiting);
+    });
     return true;
 }
 
@@ -154,12 +160,22 @@ std::vector<X11Hotkeys::Grab> X11Hotkeys::grabsOf(Claim const& claim) const
     return grabs;
 }
 
-X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
+X11Hotkeys::Requests X11Hotkeys::sendQuestions(Claim const& claim) const
 {
     Requests sent;
+    if (!deviceGrabs_.areThere())
+        return sent;
+    for (auto const& [keycode, mask] : grabsOf(claim))
+        sent.questions.push_back(deviceGrabs_.ask(keycode, mask));
+    return sent;
+}
+
+X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
+{
+    auto sent = sendQuestions(claim);
     for (auto const& [keycode, mask] : grabsOf(claim)) {
-        sent.push_back(xcb_grab_key_checked(
-            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
+        sent.grabs.push_back(xcb_grab_key_checked(
+            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_));
     }
     return sent;
 }
@@ -168,7 +184,9 @@ X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
 bool X11Hotkeys::isAnyRefused(Requests const& sent)
 {
     bool isRefused = false;
-    for (auto const cookie : sent) {
+    for (auto const question : sent.questions)
+        isRefused = deviceGrabs_.isTaken(question) || isRefused;
+    for (auto const cookie : sent.grabs) {
         XcbPtr<xcb_generic_error_t> const error { xcb_request_check(connection_.get(), cookie) };
         isRefused = isRefused || error != nullptr;
     }
@@ -178,7 +196,7 @@ bool X11Hotkeys::isAnyRefused(Requests const& sent)
 bool X11Hotkeys::grab(Claim const& claim)
 {
     auto const sent = sendGrabs(claim);
-    bool const isRefused = sent.empty() || isAnyRefused(sent);
+    bool const isRefused = sent.grabs.empty() || isAnyRefused(sent);
     if (isRefused) {
         ungrab(claim);
         xcb_flush(connection_.get());
@@ -257,6 +275,8 @@ void X11Hotkeys::handle(xcb_generic_event_t const& event)
         keyPressed(reinterpret_cast<xcb_key_press_event_t const&>(event));
     else if (type == XCB_KEY_RELEASE)
         keyReleased(reinterpret_cast<xcb_key_release_event_t const&>(event).detail);
+    else if (type == XCB_GE_GENERIC)
+        deviceGrabs_.passOn(event);
     else if (type == keyboardChange_)
         keyboardChanged_ = true;
 }
@@ -320,6 +340,22 @@ void X11Hotkeys::handlerDone()
 void X11Hotkeys::allowEvents(xcb_allow_t mode)
 {
     xcb_allow_events(connection_.get(), static_cast<std::uint8_t>(mode), XCB_CURRENT_TIME);
+    xcb_flush(connection_.get());
+}
+
+/// Presses are answered on the main thread only: while it waits for a child they must not freeze
+/// the keyboard. A client's second grab of a key replaces its first one.
+void X11Hotkeys::setHoldsKeyboard(bool holdsKeyboard)
+{
+    keyboardMode_ = holdsKeyboard ? XCB_GRAB_MODE_SYNC : XCB_GRAB_MODE_ASYNC;
+    giveBackReleased();
+    for (auto const& [number, claim] : claims_) {
+        for (auto const& [keycode, mask] : claim.isHeld ? grabsOf(claim) : std::vector<Grab> {})
+            xcb_grab_key(
+                connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_);
+    }
+    if (!holdsKeyboard)
+        xcb_allow_events(connection_.get(), XCB_ALLOW_ASYNC_KEYBOARD, XCB_CURRENT_TIME);
     xcb_flush(connection_.get());
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/linux/hotkeys/DeviceGrabs.h"
 #include "platform/linux/hotkeys/FocusWait.h"
 #include "platform/linux/hotkeys/HotkeyBackend.h"
-#include "platform/linux/hotkeys/ModifierBits.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 #include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <QSocketNotifier>
@@ -60,13 +61,17 @@ private:
 
     X11Hotkeys(Connection connection, xcb_window_t root, PressHandler onPressed);
 
-    using Requests = std::vector<xcb_void_cookie_t>;
+    struct Requests {
+        std::vector<xcb_void_cookie_t> grabs;
+        std::vector<DeviceGrabs::Question> questions;
+    };
 
     [[nodiscard]] bool startListening();
     [[nodiscard]] static Claim makeClaim(
         std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id);
     [[nodiscard]] std::vector<Grab> grabsOf(Claim const& claim) const;
     [[nodiscard]] bool isHeld(Claim const& claim) const;
+    [[nodiscard]] Requests sendQuestions(Claim const& claim) const;
     [[nodiscard]] Requests sendGrabs(Claim const& claim);
     [[nodiscard]] bool isAnyRefused(Requests const& sent);
     /// Whether somebody else holds a part of each claim.
@@ -88,12 +93,14 @@ private:
     void fire(Claim const& claim);
     void handlerDone();
     void allowEvents(xcb_allow_t mode);
+    void setHoldsKeyboard(bool holdsKeyboard);
     void followKeyboard();
 
     Connection connection_;
     xcb_window_t root_;
     PressHandler onPressed_;
     QSocketNotifier readable_;
+    DeviceGrabs deviceGrabs_;
     std::uint8_t keyboardChange_ = 0;
     bool keyboardChanged_ = false;
     ModifierBits bits_;
@@ -106,6 +113,8 @@ private:
     xcb_keycode_t grabbingKey_ = 0;
     KeyModifiers firedModifiers_ = 0;
     bool isHandlerRunning_ = false;
+    /// Synchronous: a press freezes the keyboard until allowEvents().
+    std::uint8_t keyboardMode_ = XCB_GRAB_MODE_SYNC;
     FocusWait focusWait_ { [this] { allowEvents(XCB_ALLOW_SYNC_KEYBOARD); } };
 };
 

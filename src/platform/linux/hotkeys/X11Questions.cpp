@@ -1,8 +1,8 @@
 // What can be said of hotkeys under X11: what keeps them from working, and their keys' names.
 
 #include "platform/linux/hotkeys/KeyNames.h"
-#include "platform/linux/hotkeys/KeysymTable.h"
 #include "platform/linux/hotkeys/X11Hotkeys.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 
 #include <algorithm>
 #include <iterator>
@@ -51,10 +51,13 @@ std::vector<std::string> X11Hotkeys::keyNames(std::vector<std::uint32_t> const& 
 
 std::vector<bool> X11Hotkeys::tryGrabs(std::vector<Claim> const& claims)
 {
-    // Giving back what is held would end a hotkey.
+    // Giving back what is held would end a hotkey. The server may since have let another client
+    // have it as well.
     std::vector<Requests> sent;
-    std::transform(claims.begin(), claims.end(), std::back_inserter(sent),
-        [this](Claim const& claim) { return isHeld(claim) ? Requests {} : sendGrabs(claim); });
+    std::transform(
+        claims.begin(), claims.end(), std::back_inserter(sent), [this](Claim const& claim) {
+            return isHeld(claim) ? sendQuestions(claim) : sendGrabs(claim);
+        });
     for (auto const& claim : claims) {
         if (!isHeld(claim))
             ungrab(claim);

@@ -27,7 +27,7 @@ namespace {
 
 using MakeDelegate = std::function<std::shared_ptr<ApplicationDelegate>()>;
 
-bool isEnding = false;
+bool isTerminating = false;
 
 std::string_view variable(char const* name)
 {
@@ -98,6 +98,8 @@ public:
     Program& operator=(Program const&) = delete;
     ~Program()
     {
+        if (delegate_)
+            delegate_->applicationWillTerminate();
         // Whatever may hold windows goes while there is an application object.
         dropPendingWork();
         childWatcher().forgetAll();
@@ -108,7 +110,7 @@ public:
         using Instance = DesktopApplication::Instance;
         DesktopApplication::claimName([this](Instance instance) {
             // A command to quit that started this process must not use up the welcome.
-            if (isTerminating())
+            if (isTerminating)
                 return;
             if (instance == Instance::First)
                 launch();
@@ -124,8 +126,8 @@ private:
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
         delegate_ = makeDelegate_();
-        delegate_->onReady = [this] { onTheDesktop_.serve(delegate_); };
         delegate_->applicationDidFinishLaunching();
+        onTheDesktop_.serve(delegate_);
     }
 
     MakeDelegate const& makeDelegate_;
@@ -161,14 +163,9 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
 
 void terminate()
 {
-    isEnding = true;
+    isTerminating = true;
     // Unlike quit(), it cannot be refused by a window.
     QCoreApplication::exit(0);
-}
-
-bool isTerminating()
-{
-    return isEnding;
 }
 
 } // namespace quillbar::platform

@@ -2,6 +2,7 @@
 
 #include "platform/linux/system/XdgFolders.h"
 
+#include <glib.h>
 #include <string_view>
 #include <system_error>
 
@@ -9,17 +10,34 @@ namespace quillbar::platform {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// The rules have relative folders ignored, which the library leaves to its callers.
+fs::path absolute(fs::path folder, char const* nameInHome)
+{
+    return folder.is_absolute() ? std::move(folder) : fs::path(g_get_home_dir()) / nameInHome;
+}
+
+} // namespace
+
+fs::path dataHome()
+{
+    return absolute(g_get_user_data_dir(), ".local/share");
+}
+
+fs::path configHome()
+{
+    return absolute(g_get_user_config_dir(), ".config");
+}
+
 std::vector<fs::path> applicationSupportFolders()
 {
-    auto folder = dataHome();
-    if (folder.empty())
-        return {};
-    return { std::move(folder) };
+    return { dataHome() };
 }
 
 fs::path stateFolder()
 {
-    return stateHome();
+    return absolute(g_get_user_state_dir(), ".local/state");
 }
 
 std::string executablePath()

@@ -1,4 +1,5 @@
 #include "platform/Application.h"
+#include "platform/linux/drawing/Conversions.h"
 
 #include <QAction>
 #include <QApplication>
@@ -16,17 +17,8 @@ namespace {
 
 QKeySequence keySequence(KeyEquivalent const& equivalent)
 {
-    QString text;
-    if (equivalent.modifiers & commandKey)
-        text += QLatin1String("Meta+");
-    if (equivalent.modifiers & controlKey)
-        text += QLatin1String("Ctrl+");
-    if (equivalent.modifiers & optionKey)
-        text += QLatin1String("Alt+");
-    auto const key = QString::fromStdString(equivalent.key);
-    if ((equivalent.modifiers & shiftKey) || key != key.toLower())
-        text += QLatin1String("Shift+");
-    return QKeySequence::fromString(text + key.toUpper(), QKeySequence::PortableText);
+    auto const key = QKeySequence::fromString(toQString(equivalent.key).toUpper());
+    return QKeyCombination(toQtModifiers(equivalent.allModifiers()), key[0].key());
 }
 
 /// Gives every window the commands of the main menu when it is shown.

@@ -2,8 +2,7 @@
 
 #include "platform/ChildProcess.h"
 #include "platform/Workspace.h"
-
-#include <QStandardPaths>
+#include "platform/linux/system/DesktopPrograms.h"
 
 #include <cstdlib>
 
@@ -37,13 +36,13 @@ std::vector<SettingsProgram> const& settingsPrograms()
     return programs;
 }
 
-std::vector<std::string> commandOf(std::string_view desktop, ProgramFinder const& findProgram)
+std::vector<std::string> commandOf(std::string_view desktop, ProgramFinder const& find)
 {
     for (auto const& program : settingsPrograms()) {
         if (program.desktop != desktop)
             continue;
         auto command = program.command;
-        command.front() = findProgram(command.front());
+        command.front() = find(command.front());
         if (!command.front().empty())
             return command;
     }
@@ -53,20 +52,17 @@ std::vector<std::string> commandOf(std::string_view desktop, ProgramFinder const
 std::vector<std::string> installedCommand()
 {
     auto const* const currentDesktop = std::getenv("XDG_CURRENT_DESKTOP");
-    return securitySettingsCommand(
-        currentDesktop ? currentDesktop : "", [](std::string const& name) {
-            return QStandardPaths::findExecutable(QString::fromStdString(name)).toStdString();
-        });
+    return securitySettingsCommand(currentDesktop ? currentDesktop : "", findProgram);
 }
 
 } // namespace
 
 std::vector<std::string> securitySettingsCommand(
-    std::string_view currentDesktop, ProgramFinder const& findProgram)
+    std::string_view currentDesktop, ProgramFinder const& find)
 {
     while (!currentDesktop.empty()) {
         auto const end = currentDesktop.find(':');
-        auto command = commandOf(currentDesktop.substr(0, end), findProgram);
+        auto command = commandOf(currentDesktop.substr(0, end), find);
         if (!command.empty())
             return command;
         currentDesktop.remove_prefix(

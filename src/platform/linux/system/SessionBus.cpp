@@ -1,7 +1,6 @@
 #include "platform/linux/system/SessionBus.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -19,9 +18,8 @@ QDBusMessage busCall(QString const& method, QVariantList const& arguments)
 }
 
 void callOnBus(QDBusMessage const& call, std::chrono::milliseconds timeout,
-    std::function<void(QDBusMessage const& reply)> done)
+    std::function<void(QDBusMessage const& reply)> done, QDBusConnection const& bus)
 {
-    auto const bus = QDBusConnection::sessionBus();
     // A call that was never sent would never be reported as finished.
     auto const pending = bus.isConnected()
         ? bus.asyncCall(call, static_cast<int>(timeout.count()))

@@ -1,12 +1,12 @@
 #include "platform/linux/system/Spawn.h"
 
 #include "platform/linux/system/ChildEnvironment.h"
-#include "platform/linux/system/XdgFolders.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <glib.h>
 #include <spawn.h>
 #include <sys/wait.h>
 
@@ -61,9 +61,9 @@ public:
         ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
         // A missing folder would fail the start, and the child would seem to be what is missing.
-        auto const home = homeFolder();
-        auto const hasHome = !home.empty() && ::access((home / ".").c_str(), X_OK) == 0;
-        ::posix_spawn_file_actions_addchdir_np(&actions_, hasHome ? home.c_str() : "/");
+        auto const* const home = g_get_home_dir();
+        auto const hasHome = g_file_test(home, G_FILE_TEST_IS_DIR) && ::access(home, X_OK) == 0;
+        ::posix_spawn_file_actions_addchdir_np(&actions_, hasHome ? home : "/");
     }
     SpawnActions(SpawnActions const&) = delete;
     SpawnActions& operator=(SpawnActions const&) = delete;

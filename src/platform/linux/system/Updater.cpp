@@ -1,9 +1,8 @@
 #include "platform/Updater.h"
 
 #include "platform/Notifications.h"
-#include "platform/linux/system/AddressHandlers.h"
 #include "platform/linux/system/ApplicationId.h"
-#include "platform/linux/system/DesktopOpener.h"
+#include "platform/linux/system/DesktopPrograms.h"
 
 #include <string>
 
@@ -15,12 +14,11 @@ class SoftwareCentre final : public Updater {
 public:
     void checkForUpdates() override
     {
-        if (hasAddressHandler("appstream")) {
-            openWithDesktop("appstream:" + std::string(applicationId));
-            return;
-        }
-        postNotification({ "updates", "Quillbar",
-            "Your system’s package manager keeps Quillbar up to date.", NotificationSound::None });
+        openWithDesktop("appstream:" + std::string(applicationId), [] {
+            postNotification(
+                { "updates", "Quillbar", "Your system’s package manager keeps Quillbar up to date.",
+                    NotificationSound::None });
+        });
     }
 };
 

@@ -1,56 +1,45 @@
 #include "platform/Workspace.h"
 
-#include "platform/ChildProcess.h"
-#include "platform/linux/system/AddressHandlers.h"
-#include "platform/linux/system/DesktopOpener.h"
+#include "platform/Notifications.h"
+#include "platform/linux/system/DesktopPrograms.h"
 #include "platform/linux/system/XdgFolders.h"
 
-#include <QFile>
-#include <QStandardPaths>
-#include <QString>
-#include <QUrl>
-
-#include <filesystem>
+#include <glib.h>
 #include <sys/stat.h>
-#include <system_error>
 
 namespace quillbar::platform {
 
 namespace {
 
+void tellFailure(std::string const& address)
+{
+    postNotification({ "open", "Quillbar", "No program could open “" + address + "”.",
+        NotificationSound::None });
+}
+
 void openShortcutsFolder()
 {
-    auto const parent = dataHome();
-    if (parent.empty())
-        return;
-    std::error_code error;
-    std::filesystem::create_directories(parent, error);
-    auto const folder = parent / "shortcuts";
+    auto const folder = dataHome() / "shortcuts";
     // What lies in it is run: nobody else may look in or write there.
-    ::mkdir(folder.c_str(), S_IRWXU);
-    auto const url = QUrl::fromLocalFile(QFile::decodeName(folder.c_str()));
-    openWithDesktop(url.toEncoded().toStdString());
+    g_mkdir_with_parents(folder.c_str(), S_IRWXU);
+    openWithDesktop(folder.string(), [folder] { tellFailure(folder.string()); });
 }
 
 } // namespace
 
-void openWithDesktop(std::string const& address)
-{
-    auto const opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-    runChild({ QFile::encodeName(opener).toStdString(), address }, {});
-}
-
 void openAddress(std::string const& address)
 {
-    auto const scheme = QUrl(QString::fromStdString(address)).scheme();
+    auto const* const scheme = g_uri_peek_scheme(address.c_str());
     // Without a scheme it would be a file name or even an option to the opener.
-    if (scheme.isEmpty())
+    if (!scheme)
         return;
-    // With no handler, openers hand the address to a browser or show an error.
-    if (scheme == QLatin1String("shortcuts") && !hasAddressHandler("shortcuts"))
-        openShortcutsFolder();
-    else
-        openWithDesktop(address);
+    auto const isShortcuts = std::string_view(scheme) == "shortcuts";
+    openWithDesktop(address, [address, isShortcuts] {
+        if (isShortcuts)
+            openShortcutsFolder();
+        else
+            tellFailure(address);
+    });
 }
 
 } // namespace quillbar::platform

@@ -16,6 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 auto const watcherName = u"org.kde.StatusNotifierWatcher"_s;
+auto const cinnamonName = u"org.x.StatusNotifierWatcher"_s;
 auto const watcherPath = u"/StatusNotifierWatcher"_s;
 constexpr int answerTimeout = 5000;
 
@@ -41,10 +42,25 @@ HostRegistration::HostRegistration(QDBusConnection connection, std::function<voi
         connection_.connect(
             QString(), watcherPath, watcherName, signal, this, SLOT(hostsChanged()));
     if (connection_.isConnected())
-        registerItem();
+        askWhoseWatcher();
     else
         QMetaObject::invokeMethod(
             this, [this] { onHost_(TrayHost::Absent); }, Qt::QueuedConnection);
+}
+
+// A watcher reads the icon's name as soon as the item is registered.
+void HostRegistration::askWhoseWatcher()
+{
+    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s,
+        u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"NameHasOwner"_s);
+    call.setArguments({ cinnamonName });
+    auto* pending = new QDBusPendingCallWatcher(connection_.asyncCall(call, answerTimeout), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
+        QDBusPendingReply<bool> const reply = *pending;
+        pending->deleteLater();
+        showsSymbolicIcons_ = reply.isError() || !reply.value();
+        registerItem();
+    });
 }
 
 void HostRegistration::registerItem()
@@ -91,7 +107,7 @@ void HostRegistration::ownerChanged(QString const& newOwner)
     if (newOwner.isEmpty())
         onHost_(TrayHost::Absent);
     else
-        registerItem();
+        askWhoseWatcher();
 }
 
 } // namespace quillbar::platform

@@ -21,8 +21,13 @@ public:
     /// may be told the same twice.
     HostRegistration(QDBusConnection connection, std::function<void(TrayHost)> onHost);
 
+    /// Cinnamon shows no icon with "symbolic" in the path of its file. Known once the item is
+    /// registered.
+    [[nodiscard]] bool showsSymbolicIcons() const { return showsSymbolicIcons_; }
+
 private:
     Q_SLOT void hostsChanged();
+    void askWhoseWatcher();
     void registerItem();
     void askForHost();
     void ownerChanged(QString const& newOwner);
@@ -30,6 +35,7 @@ private:
     QDBusConnection connection_;
     std::function<void(TrayHost)> onHost_;
     QDBusServiceWatcher watcher_;
+    bool showsSymbolicIcons_ = true;
 };
 
 } // namespace quillbar::platform

@@ -32,7 +32,9 @@ QString fileName(IconLook const& look)
     QString name = "quillbar-"_L1 + symbol;
     if (auto const opacity = percent(look.alpha); opacity < 100)
         name += "-dim"_L1 + QString::number(opacity);
-    return name + (look.tint ? '-'_L1 + look.tint->name().mid(1) : u"-symbolic"_s);
+    if (look.tint)
+        return name + '-'_L1 + look.tint->name().mid(1);
+    return look.isSymbolic ? name + "-symbolic"_L1 : name;
 }
 
 /// When the X server goes, Qt calls exit() from within, which destroys nothing but what is static.
@@ -114,7 +116,7 @@ QString IconFiles::folder()
 {
     if (!folder_) {
         auto const runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-        if (!runtime.isEmpty())
+        if (QDir::isAbsolutePath(runtime))
             folder_ = makeFolder(runtime);
         if (!folder_ || !folder_->isValid())
             folder_ = makeFolder(QDir::tempPath());
@@ -124,7 +126,11 @@ QString IconFiles::folder()
 
 bool IconFiles::write(QString const& name, IconLook const& look)
 {
+    // Symbolic icons have a margin of 1 by custom. Where others are shown larger, it takes more to
+    // be as large as those.
+    auto const margin = look.isSymbolic ? 1 : 2.5;
     SymbolSvgStyle style;
+    style.rect = QRectF({}, style.canvas).adjusted(margin, margin, -margin, -margin);
     style.opacity = percent(look.alpha) / 100.0;
     if (look.tint)
         style.color = look.tint->name().toLatin1();

@@ -20,17 +20,6 @@ namespace {
 // A panel that takes both kinds of icons opens for windows first.
 constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
 
-bool hasTray()
-{
-    auto* connection = x11Connection();
-    if (connection == nullptr)
-        return false;
-    static auto const selection = x11Atom(connection, "_NET_SYSTEM_TRAY_S0");
-    XcbPtr<xcb_get_selection_owner_reply_t> const reply(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, selection), nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
-}
-
 // Before its first icon, Qt asks on the bus whether there is a host, and waits for the answer for
 // up to 50 seconds; it would make an item on the bus beside ours, and never a window, if there were
 // one. Asked when the bus has just told that there is none, it neither waits nor finds one.
@@ -109,7 +98,7 @@ bool LegacyTray::nativeEventFilter(QByteArray const& eventType, void* message, q
 
 void LegacyTray::showIfThereIsATray()
 {
-    if (icon_ || !isWanted_ || !hasTray())
+    if (icon_ || !isWanted_ || embeddingTray() == XCB_WINDOW_NONE)
         return;
     icon_ = std::make_unique<QSystemTrayIcon>();
     QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),

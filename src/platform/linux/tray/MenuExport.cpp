@@ -2,7 +2,6 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "platform/linux/drawing/PngEncoder.h"
 
 #include <QGuiApplication>
 #include <QList>
@@ -67,6 +66,13 @@ std::string nameOf(MenuItem const& item, int parent)
     return name + (item.representedObject ? "= " + *item.representedObject : "- " + item.title);
 }
 
+// GTK's importer takes the names of X key symbols only, Qt's a sign only as itself.
+QString nameOfComma()
+{
+    auto const desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':'_L1);
+    return desktops.contains("KDE"_L1) || desktops.contains("LXQt"_L1) ? u","_s : u"comma"_s;
+}
+
 QByteArray pngOf(Image const& image)
 {
     // Not every host scales icons: mate-panel shows each of their pixels as one of the screen's. A
@@ -93,19 +99,18 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto key = toQString(equivalent.key);
-    auto const needsShift = key.toLower() != key || (equivalent.modifiers & shiftKey) != 0;
+    auto const key = toQString(equivalent.key);
+    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QStringList keys;
-    if ((equivalent.modifiers & controlKey) != 0)
+    if (modifiers.testFlag(Qt::ControlModifier))
         keys << u"Control"_s;
-    if ((equivalent.modifiers & optionKey) != 0)
+    if (modifiers.testFlag(Qt::AltModifier))
         keys << u"Alt"_s;
-    if (needsShift)
+    if (modifiers.testFlag(Qt::ShiftModifier))
         keys << u"Shift"_s;
-    if ((equivalent.modifiers & commandKey) != 0)
+    if (modifiers.testFlag(Qt::MetaModifier))
         keys << u"Super"_s;
-    // Hosts take the names of X key symbols.
-    return keys << (key == ","_L1 ? u"comma"_s : key.toLower());
+    return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }
 
 bool isSameMenu(Menu const& left, Menu const& right)

@@ -12,22 +12,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-bool needsShift(KeyEquivalent const& equivalent)
-{
-    auto const key = toQString(equivalent.key);
-    return (equivalent.modifiers & shiftKey) != 0 || key.toLower() != key;
-}
-
-Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent)
-{
-    Qt::KeyboardModifiers result;
-    result.setFlag(Qt::MetaModifier, (equivalent.modifiers & commandKey) != 0);
-    result.setFlag(Qt::AltModifier, (equivalent.modifiers & optionKey) != 0);
-    result.setFlag(Qt::ControlModifier, (equivalent.modifiers & controlKey) != 0);
-    result.setFlag(Qt::ShiftModifier, needsShift(equivalent));
-    return result;
-}
-
 // What the key at this position is called on a US keyboard; 0 for keys that type no such character.
 char usCharacter(quint32 scanCode)
 {
@@ -54,7 +38,7 @@ QString keyText(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto const modifiers = toQtModifiers(equivalent);
+    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QString text;
     if (modifiers.testFlag(Qt::MetaModifier))
         text += "Super+"_L1;
@@ -79,7 +63,7 @@ bool isKeyEquivalent(QKeyEvent const& press, KeyEquivalent const& equivalent)
     // Where digits need Shift to be typed, that Shift is part of the digit.
     if (isDigit && isSameKey)
         pressed.setFlag(Qt::ShiftModifier, false);
-    if (pressed != toQtModifiers(equivalent))
+    if (pressed != toQtModifiers(equivalent.allModifiers()))
         return false;
     constexpr int lastAscii = 0x7f;
     auto const isByPosition = isDigit || press.key() > lastAscii;

@@ -10,6 +10,7 @@
 #include <QtEndian>
 
 #include <chrono>
+#include <utility>
 
 namespace quillbar::platform {
 
@@ -51,9 +52,11 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
 {
     using namespace std::chrono_literals;
     menu_.onOpen = [this] { item_.userOpenedMenu(); };
-    fade_.setSingleShot(true);
-    fade_.setInterval(70ms);
-    QObject::connect(&fade_, &QTimer::timeout, &fade_, [this] { show(wantedLook()); });
+    hold_.setSingleShot(true);
+    // Plasma and GNOME read an icon up to some 0.3 s after they are told of it.
+    hold_.setInterval(450ms);
+    QObject::connect(&hold_, &QTimer::timeout, &hold_,
+        [this] { show(std::exchange(nextPulse_, std::nullopt).value_or(wantedLook())); });
     // At login the panel may well start later.
     placeWait_.setSingleShot(true);
     placeWait_.setInterval(10s);
@@ -76,15 +79,10 @@ void NativeStatusItem::syncFace()
         legacyTray_.update();
     }
     auto const look = wantedLook();
-    // A colour is shown in full before it fades: pale from the first moment it would be missed.
-    if (look.tint && look.alpha < 1) {
-        if (look.tint != look_.tint)
-            show({ .symbol = look.symbol, .tint = look.tint, .alpha = 1 });
-        fade_.start();
-        return;
-    }
-    fade_.stop();
-    show(look);
+    if (!hold_.isActive())
+        show(look);
+    else if (item_.button()->alpha() < 1 && look != look_)
+        nextPulse_ = look;
 }
 
 void NativeStatusItem::syncMenu()
@@ -97,7 +95,12 @@ StatusNotifierFace NativeStatusItem::notifierFace()
     return {
         .title = [] { return QGuiApplication::applicationDisplayName(); },
         .toolTip = [this] { return toolTip_; },
-        .iconName = [this] { return files_.iconName(look_); },
+        .iconName =
+            [this] {
+                auto look = look_;
+                look.isSymbolic = registration_.showsSymbolicIcons();
+                return files_.iconName(look);
+            },
         .iconThemePath = [this] { return files_.folder(); },
         .iconPixmap = [this] { return pixmaps(); },
         .activate = [this] { toggleMenu(); },
@@ -114,8 +117,11 @@ IconLook NativeStatusItem::wantedLook() const
         if (auto const* symbol = std::get_if<SymbolImage>(&*button.image()))
             look.symbol = symbol->name;
     }
-    if (button.contentTintColor())
+    if (button.contentTintColor()) {
         look.tint = toQColor(*button.contentTintColor(), QGuiApplication::palette());
+        // A pale colour would be missed.
+        look.alpha = 1;
+    }
     return look;
 }
 
@@ -124,13 +130,16 @@ void NativeStatusItem::show(IconLook const& look)
     pixmaps_.reset();
     if (look != look_) {
         look_ = look;
+        hold_.start();
         Q_EMIT notifier_.NewIcon();
     }
     legacyTray_.update();
 }
 
-QImage NativeStatusItem::rendered(int side, int edge, Ground ground) const
+QImage NativeStatusItem::rendered(int side, Ground ground) const
 {
+    // As wide as that of the icons beside it.
+    auto const edge = side * 3 / 32;
     auto const& image = item_.button()->image();
     QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
@@ -153,7 +162,7 @@ QList<IconPixmap> const& NativeStatusItem::pixmaps()
 {
     if (!pixmaps_) {
         auto const ground = likelyGround();
-        pixmaps_ = { toPixmap(rendered(22, 0, ground)), toPixmap(rendered(44, 0, ground)) };
+        pixmaps_ = { toPixmap(rendered(22, ground)), toPixmap(rendered(44, ground)) };
     }
     return *pixmaps_;
 }
@@ -162,8 +171,7 @@ QIcon NativeStatusItem::legacyIcon(std::optional<Ground> ground) const
 {
     QIcon icon;
     for (auto const side : { 16, 22, 24, 32, 48 })
-        icon.addPixmap(
-            QPixmap::fromImage(rendered(side, side / 16, ground.value_or(likelyGround()))));
+        icon.addPixmap(QPixmap::fromImage(rendered(side, ground.value_or(likelyGround()))));
     return icon;
 }
 

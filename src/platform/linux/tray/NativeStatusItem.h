@@ -34,7 +34,7 @@ private:
     [[nodiscard]] IconLook wantedLook() const;
     void show(IconLook const& look);
     /// A square of that many pixels, clear at the edge.
-    [[nodiscard]] QImage rendered(int side, int edge, Ground ground) const;
+    [[nodiscard]] QImage rendered(int side, Ground ground) const;
     [[nodiscard]] QList<IconPixmap> const& pixmaps();
     [[nodiscard]] QIcon legacyIcon(std::optional<Ground> ground) const;
     void toggleMenu();
@@ -45,7 +45,9 @@ private:
     IconLook look_;
     std::optional<QList<IconPixmap>> pixmaps_;
     QString toolTip_;
-    QTimer fade_;
+    QTimer hold_;
+    /// Begun while another look was held.
+    std::optional<IconLook> nextPulse_;
     QTimer placeWait_;
     DBusMenu menu_;
     StatusNotifierItem notifier_;

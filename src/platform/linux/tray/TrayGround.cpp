@@ -35,6 +35,24 @@ std::optional<QColor> pixelOf(xcb_connection_t* connection, xcb_window_t window,
     return image->depth == opaqueDepth ? QColor::fromRgb(value) : QColor::fromRgba(value);
 }
 
+constexpr int middleGrey = 128;
+
+/// By the tray's colour for symbolic icons, which is the first of several, as red, green and blue
+/// of 16 bits.
+std::optional<Ground> groundByColors(xcb_connection_t* connection)
+{
+    static auto const colors = x11Atom(connection, "_NET_SYSTEM_TRAY_COLORS");
+    constexpr int channels = 3;
+    XcbPtr<xcb_get_property_reply_t> const reply(xcb_get_property_reply(connection,
+        xcb_get_property(connection, 0, embeddingTray(), colors, XCB_ATOM_CARDINAL, 0, channels),
+        nullptr));
+    if (!reply || reply->format != 32 || reply->value_len < channels)
+        return std::nullopt;
+    auto const* const color = static_cast<quint32 const*>(xcb_get_property_value(reply.get()));
+    auto const channel = [color](int index) { return static_cast<int>(color[index] >> 8 & 0xff); };
+    return qGray(channel(0), channel(1), channel(2)) < middleGrey ? Ground::Light : Ground::Dark;
+}
+
 std::optional<Ground> groundBehind(QWindow const& window)
 {
     auto* const connection = x11Connection();
@@ -47,15 +65,27 @@ std::optional<Ground> groundBehind(QWindow const& window)
     for (auto const& corner : corners) {
         constexpr int halfOpaque = 128;
         auto const pixel = pixelOf(connection, static_cast<xcb_window_t>(window.winId()), corner);
-        if (!pixel || pixel->alpha() < halfOpaque)
+        if (!pixel)
             return std::nullopt;
+        if (pixel->alpha() < halfOpaque)
+            return groundByColors(connection);
         brightness += qGray(pixel->rgb());
     }
-    constexpr int middleGrey = 128;
     return brightness < middleGrey * int { corners.size() } ? Ground::Dark : Ground::Light;
 }
 
 } // namespace
+
+xcb_window_t embeddingTray()
+{
+    auto* const connection = x11Connection();
+    if (connection == nullptr)
+        return XCB_WINDOW_NONE;
+    static auto const selection = x11Atom(connection, "_NET_SYSTEM_TRAY_S0");
+    XcbPtr<xcb_get_selection_owner_reply_t> const reply(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, selection), nullptr));
+    return reply ? reply->owner : xcb_window_t { XCB_WINDOW_NONE };
+}
 
 TrayGround::TrayGround(QWidget& iconWindow, std::function<void()> onChange)
     : iconWindow_(iconWindow)

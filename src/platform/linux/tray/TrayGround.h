@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QWidget>
+#include <xcb/xcb.h>
 
 #include <cstdint>
 #include <functional>
@@ -11,16 +12,20 @@ namespace quillbar::platform {
 
 enum class Ground : std::uint8_t { Dark, Light };
 
+/// The window of the tray that embeds others (X11 only); XCB_WINDOW_NONE when there is none.
+[[nodiscard]] xcb_window_t embeddingTray();
+
 /// Watches what an embedding tray shows behind an icon (X11 only). Such a tray gives the icon a
-/// window, not a colour that suits its own, so the colour is read from the window's corners, which
-/// the icon must leave clear. Main thread.
+/// window, so the colour is read from the window's corners, which the icon must leave clear. Where
+/// they are transparent, the tray may name the colour that suits its own. Main thread.
 class TrayGround : public QObject {
 public:
     /// The window must outlive this. `onChange` is called, through the event loop,
     /// when the ground has turned dark or light.
     TrayGround(QWidget& iconWindow, std::function<void()> onChange);
 
-    /// Nothing while it is unknown: before the tray has drawn, or where it is transparent.
+    /// Nothing while it is unknown: before the tray has drawn, or where it is transparent and
+    /// names no colour.
     [[nodiscard]] std::optional<Ground> ground() const { return ground_; }
 
     [[nodiscard]] bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,0 +1,100 @@
+#include "model/Config.h"
+#include "model/PrivateFile.h"
+#include "platform/headless/Headless.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace quillbar {
+
+namespace headless = platform::headless;
+
+namespace {
+
+constexpr auto corrupt = R"({"pinned":["A"],"groupOf":{"A":"Work"},})";
+
+void store(std::string const& text)
+{
+    createPrivateFolder(Config::baseURL());
+    ASSERT_TRUE(writePrivateFile(Config::fileURL(), text));
+}
+
+std::filesystem::path copyPath()
+{
+    return Config::fileURL().string() + ".unreadable";
+}
+
+} // namespace
+
+class ConfigFile : public testing::Test {
+public:
+    ConfigFile() { headless::reset(); }
+    ~ConfigFile() override { headless::reset(); }
+};
+
+TEST_F(ConfigFile, Place_isTheFirstFolderOfApplicationDataOrTheEnd)
+{
+    headless::setApplicationSupportFolders({ "/first", "/second" });
+    EXPECT_EQ(Config::fileURL(), "/first/Quillbar/config.json");
+    headless::setApplicationSupportFolders({});
+    EXPECT_DEATH((void)Config::load(), "no folder");
+}
+
+TEST_F(ConfigFile, ASavedRecord_isLoaded)
+{
+    Config config;
+    config.pinned = { "B", "A" };
+    config.launchAtLogin = false;
+    EXPECT_TRUE(config.save());
+    EXPECT_EQ(Config::load(), config);
+
+    EXPECT_TRUE(Config().save());
+    EXPECT_EQ(readFile(Config::fileURL()), R"({"iconSymbol":"heart.fill","pinned":[]})");
+    EXPECT_FALSE(std::filesystem::exists(copyPath()));
+}
+
+TEST_F(ConfigFile, TheMigratedRecord_reachesTheFileWithTheNextSaveOnly)
+{
+    std::string const text = R"({"pinned":["A"],"iconSymbol":"x","autoRunOnLaunch":true})";
+    store(text);
+    auto const config = Config::load();
+    EXPECT_TRUE(config.launchesAtLogin("A"));
+    EXPECT_EQ(readFile(Config::fileURL()), text);
+    config.save();
+    EXPECT_EQ(Config::load(), config);
+}
+
+TEST_F(ConfigFile, WhatIsNoConfiguration_loadsAsAFreshRecordAndIsCopied)
+{
+    EXPECT_EQ(Config::load(), Config());
+    store("");
+    EXPECT_EQ(Config::load(), Config());
+    EXPECT_FALSE(std::filesystem::exists(copyPath()));
+    for (std::string const text : { corrupt, R"({"pinned":["A"]})" }) {
+        store(text);
+        EXPECT_EQ(Config::load(), Config());
+        EXPECT_EQ(readFile(Config::fileURL()), text);
+        EXPECT_TRUE(Config().save());
+        EXPECT_EQ(readFile(copyPath()), text);
+    }
+}
+
+TEST_F(ConfigFile, Saving_goesOnWhereNoCopyCanBeMade)
+{
+    store(corrupt);
+    std::filesystem::create_directory(copyPath());
+    auto config = Config::load();
+    config.pinned = { "A" };
+    EXPECT_TRUE(config.save());
+    EXPECT_EQ(Config::load(), config);
+}
+
+TEST_F(ConfigFile, ASaveThatFails_saysSo)
+{
+    headless::setApplicationSupportFolders({ "/dev/null/data" });
+    EXPECT_FALSE(Config().save());
+    EXPECT_EQ(Config::load(), Config());
+}
+
+} // namespace quillbar
