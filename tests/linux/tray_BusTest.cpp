@@ -32,8 +32,8 @@ protected:
     {
         host.becomeWatcher();
         item = std::make_unique<StatusItem>();
-        item->button()->setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
-        item->button()->setToolTip("Quillbar · ⌥⌘T");
+        item->button().setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
+        item->button().setToolTip("Quillbar · ⌥⌘T");
         ASSERT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
     }
 
@@ -87,7 +87,7 @@ TEST_F(TrayBusTest, FaceCanBeReadPropertyByProperty)
 
 TEST_F(TrayBusTest, PulseIsHeldForHostsThatReadLate)
 {
-    auto& button = *item->button();
+    auto& button = item->button();
     for (auto const& [tint, name] : {
              std::pair { std::optional<Color> {}, "quillbar-heart-fill-dim35-symbolic" },
              std::pair { std::optional<Color>(Rgba { .red = 1 }), "quillbar-heart-fill-ff0000" },
