@@ -3,7 +3,7 @@
 
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 
 #include <QCoreApplication>
 
@@ -30,13 +30,13 @@ public:
 
     void applicationDidFinishLaunching() override
     {
-        tell("launched " + std::to_string(userTime()));
+        tell("launched " + std::to_string(lastUserAction().time));
         // Work that is never reached keeps what it holds alive.
         postDelayed(std::chrono::hours(1), [held = self.lock()] {});
     }
     void applicationWillTerminate() override { }
-    void openSettings() override { tell("settings " + std::to_string(userTime())); }
-    void openPalette() override { tell("palette " + std::to_string(userTime())); }
+    void openSettings() override { tell("settings " + std::to_string(lastUserAction().time)); }
+    void openPalette() override { tell("palette " + std::to_string(lastUserAction().time)); }
 
     std::weak_ptr<Driver> self;
 };

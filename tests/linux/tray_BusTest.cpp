@@ -1,7 +1,7 @@
 #include "linux/tray_Application.h"
 #include "linux/tray_FakeHost.h"
 #include "linux/tray_SampleMenu.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/tray/DBusTypes.h"
 #include "platform/view/StatusItem.h"
 
@@ -147,7 +147,7 @@ TEST_F(TrayBusTest, ClickRunsTheItemThatWasShown)
     EXPECT_EQ(click(shown[1].id, 4242).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
     EXPECT_EQ(ran, std::vector<std::string>({ "B" }));
-    EXPECT_EQ(userTime(), 4242U);
+    EXPECT_EQ(lastUserAction().time, 4242U);
 }
 
 TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsAndNamesTheRest)
@@ -166,7 +166,7 @@ TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsAndNamesTheRest)
     EXPECT_EQ(send({}).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
     EXPECT_EQ(ran, std::vector<std::string>({ "A" }));
-    EXPECT_EQ(userTime(), 99U);
+    EXPECT_EQ(lastUserAction().time, 99U);
 }
 
 TEST_F(TrayBusTest, ActionMayReplaceTheMenuAndEvenTheItem)
@@ -201,7 +201,7 @@ TEST_F(TrayBusTest, NonsenseIsAnsweredByAnError)
     EXPECT_FALSE(host.property("NoSuchProperty").isValid());
     EXPECT_EQ(host.callItem("Scroll", { 1, "vertical" }).type(), QDBusMessage::ReplyMessage);
     host.callItem("ProvideXdgActivationToken", { "panel-1-host_TIME777" });
-    EXPECT_EQ(userTime(), 777U);
+    EXPECT_EQ(lastUserAction().time, 777U);
     EXPECT_EQ(layout().children.size(), 1);
 }
 

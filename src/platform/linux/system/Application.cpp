@@ -1,7 +1,7 @@
 #include "platform/Application.h"
 
 #include "platform/MainQueue.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/ColorScheme.h"
 #include "platform/linux/system/DesktopApplication.h"
@@ -117,7 +117,7 @@ public:
 private:
     void launch()
     {
-        setUserTime(launchTime(tokens_.startupId));
+        noteUserAction(launchTime(tokens_.startupId));
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
         delegate_ = makeDelegate_();

@@ -1,9 +1,8 @@
 #include "platform/linux/system/DesktopApplication.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/SessionBus.h"
-#include "platform/linux/system/WindowActivation.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -42,8 +41,9 @@ void useTokens(QVariantMap const& platformData)
 {
     auto const startupId
         = platformData.value(QStringLiteral("desktop-startup-id")).toString().toStdString();
-    setUserTime(launchTime(startupId));
-    setActivationToken(platformData.value(QStringLiteral("activation-token")).toString());
+    noteUserAction(launchTime(startupId));
+    lastUserAction().activationToken
+        = platformData.value(QStringLiteral("activation-token")).toString();
 }
 
 QVariantMap lastMap(QDBusMessage const& message)

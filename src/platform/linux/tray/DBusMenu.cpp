@@ -1,6 +1,6 @@
 #include "platform/linux/tray/DBusMenu.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/tray/PropertyReply.h"
 
 #include <QDBusArgument>
@@ -241,8 +241,7 @@ DBusMenu::Recognition DBusMenu::handleEvent(int id, QString const& event, uint t
         opened(id);
     if (event != "clicked"_L1 || row->item == nullptr)
         return Recognition::Known;
-    if (timestamp != 0)
-        setUserTime(timestamp);
+    noteUserAction(timestamp != 0 ? timestamp : lastUserAction().time);
     // The host gets its answer first, and the item is a copy: the action may replace the menu.
     QMetaObject::invokeMethod(
         this, [item = *row->item] { performAction(item); }, Qt::QueuedConnection);

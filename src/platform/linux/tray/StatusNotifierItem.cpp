@@ -1,8 +1,7 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/DesktopApplication.h"
-#include "platform/linux/system/WindowActivation.h"
 #include "platform/linux/tray/DBusMenu.h"
 
 #include <QDBusMessage>
@@ -20,9 +19,9 @@ auto const itemInterface = u"org.kde.StatusNotifierItem"_s;
 
 void noteActivationToken(QString const& token)
 {
-    setActivationToken(token);
+    lastUserAction().activationToken = token;
     if (auto const time = launchTime(token.toStdString()); time != 0)
-        setUserTime(time);
+        noteUserAction(time);
 }
 
 } // namespace

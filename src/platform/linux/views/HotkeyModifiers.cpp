@@ -1,6 +1,6 @@
 #include "platform/linux/views/HotkeyModifiers.h"
 
-#include "platform/linux/HeldModifiers.h"
+#include "platform/linux/UserAction.h"
 
 #include <xkbcommon/xkbcommon.h>
 
@@ -27,7 +27,7 @@ constexpr std::array modifiers {
 
 std::unique_ptr<QKeyEvent> withoutHotkeyModifiers(QKeyEvent const& event)
 {
-    auto held = heldModifiers();
+    auto& held = lastUserAction().heldModifiers;
     Qt::KeyboardModifiers dropped;
     for (auto const& [portable, qt, keys] : modifiers) {
         bool const isOwnKey = event.key() == keys[0] || event.key() == keys[1];
@@ -36,7 +36,6 @@ std::unique_ptr<QKeyEvent> withoutHotkeyModifiers(QKeyEvent const& event)
         else if ((held & portable) != 0)
             dropped |= qt;
     }
-    setHeldModifiers(held);
     if (!dropped)
         return nullptr;
     auto text = event.text();
