@@ -3,9 +3,9 @@
 import contextlib
 
 from virtualdesktop import wait_until
+from virtualdesktop.client import Client
 from virtualdesktop.portal import Portal
 from Xlib import X
-from Xlib.display import Display
 
 ACCESSIBILITY = True
 KEY = {"B": (11, 56), "T": (17, 28)}
@@ -25,14 +25,9 @@ def hotkey(name, modifiers):
 @contextlib.contextmanager
 def other_program(program, key, modifiers):
     """Another client that has the key to itself."""
-    display = Display(program.desktop.environment["DISPLAY"])
-    try:
-        display.screen().root.grab_key(
-            key, modifiers, False, X.GrabModeAsync, X.GrabModeAsync)
-        display.sync()
+    with Client(program.desktop) as client:
+        client.grab(key, modifiers)
         yield
-    finally:
-        display.close()
 
 
 def says(settings, name, text):

@@ -2,7 +2,7 @@
 
 import pytest
 from PIL import ImageStat
-from virtualdesktop import EmbeddingTray, VirtualDesktop, Window, probe, wait_until
+from virtualdesktop import EmbeddingTray, VirtualDesktop, Window, probe, stopped, wait_until
 from virtualdesktop.waiting import settled
 
 TRAYER = ["panel", "trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
@@ -92,7 +92,7 @@ def test_a_bus_that_hangs_keeps_no_icon_out_of_a_tray(program):
     probe.wait_for_hotkey(program)
     probe.hotkey_answers(program)
     trayer = EmbeddingTray(program.desktop, *TRAYS["dark trayer"])
-    with program.desktop.frozen_bus(), trayer:
+    with stopped(program.desktop.bus_daemon), trayer:
         # What waits for the bus's answer does so for longer.
         wait_until(trayer.icon_area, "the icon does not come", patience=30)
         probe.hotkey_answers(program)

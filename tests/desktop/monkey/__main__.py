@@ -1,13 +1,12 @@
-"""Command line: plays for some minutes and tells what the program held."""
+"""Command line: uses the program for some minutes and tells what it held."""
 
 import argparse
-import contextlib
 import sys
 import time
 
 from virtualdesktop import VirtualDesktop
 
-from . import Monkey
+from .monkey import Monkey
 from .resources import growth
 
 _STEPS = 150
@@ -27,34 +26,17 @@ def main():
         try:
             monkey.start()
             end = time.monotonic() + options.minutes * 60
-            with contextlib.suppress(KeyboardInterrupt):
-                while time.monotonic() < end:
-                    monkey.play(_STEPS)
+            while time.monotonic() < end:
+                monkey.play(_STEPS)
             monkey.stop()
-        except Exception as failure:
+        except BaseException as failure:
             monkey.note(f"FAILED: {failure!r}")
             desktop.screen.picture().save(f"{options.log}.png")
-            print(f"after {monkey.count} steps: {failure!r}", file=sys.stderr)
-            _tell(monkey)
             raise
-        _tell(monkey)
-        return _judge(monkey)
-
-
-def _tell(monkey):
-    samples = monkey.samples
-    print(f"{monkey.count} steps, {len(samples)} rests")
-    if samples:
-        shown = [samples[place * (len(samples) - 1) // 4] for place in range(5)]
-        for name in samples[0]:
-            print(f"{name:>12} " + " ".join(f"{sample[name]:>8}" for sample in shown))
-
-
-def _judge(monkey):
-    grown = growth(monkey.samples)
-    for line in grown:
-        print(f"grew: {line}", file=sys.stderr)
-    return 1 if grown else 0
+    for name, last in monkey.samples[-1].items():
+        print(f"{name:>12} {monkey.samples[0][name]:>8} {last:>8}")
+    print(f"{monkey.count} steps; grew: {growth(monkey.samples) or 'nothing'}")
+    return 1 if growth(monkey.samples) else 0
 
 
 if __name__ == "__main__":

@@ -1,75 +1,213 @@
-"""The monkey: which steps it takes, and when it rests."""
+"""The monkey: takes steps at random, then rests: everything is put right, and the program must work."""
 
+import contextlib
 import os
 import random
 import time
 
-from gi.repository import GLib
+from gi.repository import Gio, GLib
+from virtualdesktop import Program, Window, wait_until
 from virtualdesktop.screen import VANISHED
+from Xlib import X
+from Xlib.protocol import event
 
-from .hands import HAND_STEPS
-from .mischief import MISCHIEF_STEPS
-from .rest import Rest
-from .world import World
+from .resources import measure
+from .steps import LETTERS, STEPS
+
+# No more than the settings show at once.
+_SCRIPTS = {"Alpha": "", "Beta": "", "C <b>&amp; _c_": "", "Slow": "sleep 1", "Broken": "exit 3"}
+_PALETTE_RECORDER, _RECORDER = "Quick open hotkey", "Hotkey for "
+# A combination is grabbed with and without each of two locks.
+_GRABS_EACH = 4
+# Where a menu quits the program, above its lower edge.
+_MENU_END = 90
 
 
 class Monkey:
     """Uses one program on one desktop; `log` is where every step is written."""
 
     def __init__(self, desktop, binary, tool, seed, log):
-        self._random = random.Random(seed)
-        self._log = log
-        self._count = 0
-        self._steps = [*HAND_STEPS, *MISCHIEF_STEPS]
-        self.world = World(desktop, binary, tool, self._random, self.note)
-        self._rest = Rest(self.world)
-        self.samples = []
+        self.desktop, self.screen = desktop, desktop.screen
+        # Windows vanish while they are aimed at.
+        self.screen.display.set_error_handler(lambda *_: None)
+        self.random = random.Random(seed)
+        self.program = Program(desktop, binary, os.path.join(desktop.folder, "monkey"))
+        self.tool = os.path.join(self.program.home, "shortcuts")
+        self.samples, self.count = [], 0
+        self._log, self._real_tool, self._troubles = log, tool, {}
         self.note(f"seed {seed}")
 
-    @property
-    def count(self):
-        return self._count
-
     def note(self, text):
-        self._log.write(f"{self._count:6} {time.strftime('%H:%M:%S')} {text}\n")
+        self._log.write(f"{self.count:6} {time.strftime('%H:%M:%S')} {text}\n")
         self._log.flush()
 
     def start(self):
-        self.world.start()
-        self.rest()
+        for name, script in _SCRIPTS.items():
+            self.program.add_shortcut(name, script)
+        self.mend_tool()
+        self.program.pin(*_SCRIPTS, groupOf={"Beta": "Work"})
+        self.menu = self.program.start().menu
+        self._rest()
 
     def play(self, steps):
         """Takes that many steps, then rests."""
         for _ in range(steps):
-            self._count += 1
-            self.world.end_troubles(self._count)
+            self.count += 1
+            self._end_troubles(self.count)
             self._take_step()
-            self.world.check_life()
-        self.rest()
-
-    def rest(self):
-        """Puts everything right, checks the program, and takes a sample of what it holds."""
-        self.note("rest")
-        self.world.end_troubles()
-        sample = self._rest.check()
-        self.samples.append({"steps": self._count, "life": self.world.lives, **sample})
-        self.note(str(sample))
+            self._check_life()
+        self._rest()
 
     def stop(self):
-        """Ends the program; whatever it printed on the way is a failure."""
-        status = self.world.program.stop()
-        assert status == 0, f"the program ended with {status}"
-        self.world.check_silence()
+        assert self.program.stop() == 0
+
+    def mend_tool(self):
+        with contextlib.suppress(FileNotFoundError):
+            os.remove(self.tool)
+        os.symlink(self._real_tool, self.tool)
+
+    def pick(self, choices):
+        """One of them, written down; None of nothing."""
+        chosen = self.random.choice(choices) if choices else None
+        self.note(f"  {getattr(chosen, 'name', chosen)!r}")
+        return chosen
+
+    def has_trouble(self, name):
+        return name in self._troubles
+
+    def add_trouble(self, name, end):
+        """`end` is called some steps later, at the latest at the next rest."""
+        self._troubles[name] = (self.count + self.random.randint(2, 25), end)
+
+    def has_menu(self):
+        return any(self._is_menu(window[0]) for window in self.program.windows())
+
+    def elements(self, *roles):
+        found = self.desktop.accessibility.elements(self.program.process.pid)
+        return [element for element in found
+                if element.role in roles and not element.name.startswith("Quit ")]
+
+    def click(self, x, y, button=1):
+        """A click, but not where a menu quits."""
+        for window_id, left, top, width, height in self.program.windows():
+            end = top + height
+            if left <= x < left + width and end - _MENU_END <= y < end and self._is_menu(window_id):
+                return
+        self.screen.click(x, y, button)
+
+    def close(self, window_id):
+        """What the window manager's close button does; a menu is clicked away."""
+        if self._is_menu(window_id):
+            self.screen.click_ground()
+            return
+        window = self.screen.display.create_resource_object("window", window_id)
+        atom = self.screen.display.intern_atom
+        window.send_event(event.ClientMessage(
+            window=window, client_type=atom("WM_PROTOCOLS"),
+            data=(32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0])))
+        self.screen.display.sync()
+
+    def _is_menu(self, window_id):
+        window = self.screen.display.create_resource_object("window", window_id)
+        return bool(window.get_attributes().override_redirect)
 
     def _take_step(self):
-        step = self._random.choices(self._steps, [weight for weight, _ in self._steps])[0][1]
+        step = self.random.choices(STEPS, [weight for weight, _ in STEPS])[0][1]
         self.note(step.__name__)
         try:
-            step(self.world)
+            step(self)
         except VANISHED as error:
-            # What was aimed at is gone.
             self.note(f"  {type(error).__name__}")
         except GLib.Error as error:
             self.note(f"  {error.message}")
-            assert not error.matches(GLib.quark_from_string("g-io-error-quark"), 24), \
+            assert not error.matches(Gio.io_error_quark(), Gio.IOErrorEnum.TIMED_OUT), \
                 f"the program does not answer: {error.message}"
+
+    def _check_life(self):
+        status = self.program.process.poll()
+        assert status is None, f"the program ended with {status}: {self.program.take_output()}"
+
+    def _end_troubles(self, now=None):
+        """Ends those whose time has come; all of them without a time."""
+        for name, (due, end) in list(self._troubles.items()):
+            if now is None or now >= due:
+                self.note(f"  end of {name}")
+                del self._troubles[name]
+                end()
+
+    def _rest(self):
+        """Puts everything right, checks the program, and takes a sample of what it holds."""
+        self.note("rest")
+        self._end_troubles()
+        self._come_to_rest()
+        pins = self._check_saving()
+        self._check_hotkeys(pins)
+        self._come_to_rest()
+        self.desktop.notifications.clear()
+        # A shell says so whose script is gone.
+        output = [line for line in self.program.take_output().splitlines()
+                  if "/proc/self/cwd/shortcuts" not in line]
+        assert not output, f"the program writes: {output}"
+        sample = measure(self.desktop, self.program.process.pid)
+        sample["spare grabs"] = sample.pop("grabs") - _GRABS_EACH * (1 + len(pins))
+        self.samples.append(sample)
+        self.note(str(sample))
+
+    def _come_to_rest(self):
+        """Until no window is open, no child runs and the icon shows. What was asked for last may
+        open after the first windows are closed."""
+        def rests():
+            self._check_life()
+            for window in self.program.windows():
+                with contextlib.suppress(*VANISHED):
+                    self.close(window[0])
+            if not self.screen.is_pointer_free():
+                self.screen.press("Escape")
+                self.screen.click_ground()
+            # Answered after what was sent before.
+            self.menu.titles()
+            return not self.program.windows() and not self.program.children() \
+                and self.screen.is_pointer_free() and self.desktop.panel.shows_icon()
+
+        wait_until(rests, lambda: f"{self.program.windows()}, children {self.program.children()}")
+
+    def _check_saving(self):
+        """The settings store what they show; returns the pins. Every hotkey is recorded anew, for
+        one without modifiers would swallow what is typed."""
+        self.menu.click("Settings…")
+        settings = Window(self.program, "Quillbar Settings")
+        recorders = [button.name for button in settings.elements("push button")
+                     if button.name.startswith((_PALETTE_RECORDER, _RECORDER))]
+        for name, letter in zip(recorders, LETTERS):
+            settings.click("push button", name)
+            settings.wait_for("push button", name, "records",
+                              lambda found: found.description == "Press keys…")
+            self.screen.press("Control", "Alt", letter)
+            settings.wait_for("push button", name, "shows what was recorded",
+                              lambda found: found.description != "Press keys…")
+        path = self.program.config_path
+        before = os.stat(path).st_mtime_ns
+        settings.click("push button", "Save")
+        wait_until(lambda: os.stat(path).st_mtime_ns != before, "a click on Save stores nothing")
+        pins = [name.removeprefix(_RECORDER) for name in recorders if name != _PALETTE_RECORDER]
+        stored = self.program.read_config()["pinned"]
+        assert stored == pins, f"{pins} are shown, {stored} are stored"
+        self.close(settings.id)
+        settings.wait_closed()
+        return pins
+
+    def _check_hotkeys(self, pins):
+        """Each hotkey is claimed, the first pin's runs it, and the palette's opens one to type in."""
+        for letter, _ in zip(LETTERS, [None, *pins]):
+            wait_until(lambda: self.screen.is_grabbed(letter, X.ControlMask | X.Mod1Mask),
+                       f"{letter} is not registered")
+        if pins:
+            self.program.forget_runs()
+            self.screen.press("Control", "Alt", LETTERS[1])
+            # What was typed last may still run, too.
+            wait_until(lambda: pins[0] in self.program.ran(), lambda: f"{self.program.ran()} ran")
+            wait_until(self.desktop.notifications.shown, "a run is not reported")
+        self.screen.press("Control", "Alt", LETTERS[0])
+        palette = Window(self.program, "Quillbar")
+        self.screen.type("zq")
+        wait_until(lambda: palette.elements("text")[0].text() == "zq", "the palette is deaf")

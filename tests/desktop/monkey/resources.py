@@ -9,63 +9,40 @@ _STATS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus
 
 # How much more the last third of a run may hold than the second, by median: a window that is kept
 # for the next time, with all that belongs to it.
-ALLOWANCE = {"own memory": 1024, "descriptors": 1, "threads": 1, "zombies": 0, "rules": 0,
-             "windows": 1, "pixmaps": 1, "contexts": 1, "cursors": 1, "x resources": 10,
+ALLOWANCE = {"own memory": 1024, "descriptors": 1, "threads": 1, "rules": 0, "x resources": 14,
              "spare grabs": 0}
-_TYPES = {"windows": "WINDOW", "pixmaps": "PIXMAP", "contexts": "GC", "cursors": "CURSOR",
-          "grabs": "PASSIVE GRAB"}
 
 
 def measure(desktop, process_id):
     """Kilobytes and counts by name."""
     types = _x_resources(desktop.screen.display, process_id)
+    grabs = types.pop("PASSIVE GRAB", 0)
     return {
-        **_memory(process_id),
+        "own memory": _own_memory(process_id),
         "descriptors": len(os.listdir(f"/proc/{process_id}/fd")),
         "threads": len(os.listdir(f"/proc/{process_id}/task")),
-        "zombies": _zombies(process_id),
         "rules": _match_rules(desktop.bus, process_id),
-        **{name: types.get(kind, 0) for name, kind in _TYPES.items()},
-        "x resources": sum(types.values()) - types.get("PASSIVE GRAB", 0),
+        "x resources": sum(types.values()),
+        "grabs": grabs,
     }
 
 
 def growth(samples):
-    """What grew, as one text a resource: the first third of a run warms up, the others compare.
-    Where the monkey happened to quit, the longest life counts."""
-    lives = [[sample for sample in samples if sample["life"] == life]
-             for life in {sample["life"] for sample in samples}]
-    samples = max(lives, key=len)
-    third = len(samples) // 3
-    if third == 0:
-        return []
-    found = []
-    for name, allowed in ALLOWANCE.items():
-        before = statistics.median(sample[name] for sample in samples[third:2 * third])
-        after = statistics.median(sample[name] for sample in samples[-third:])
-        if after > before + allowed:
-            found.append(f"{name}: {before} became {after}")
-    return found
+    """What grew: the first third of a run warms up, the others compare."""
+    third = max(len(samples) // 3, 1)
+
+    def grown(name):
+        before, after = (statistics.median(sample[name] for sample in part)
+                         for part in (samples[third:2 * third] or samples, samples[-third:]))
+        return after > before + ALLOWANCE[name]
+
+    return list(filter(grown, ALLOWANCE))
 
 
-def _memory(process_id):
-    """Its share of all memory, and what is its own alone: no other process changes that."""
+def _own_memory(process_id):
+    """What no other process shares, and so none changes."""
     with open(f"/proc/{process_id}/smaps_rollup", encoding="ascii") as file:
-        values = {key: int(rest.split()[0]) for key, _, rest in
-                  (line.partition(":") for line in file) if rest.strip().endswith("kB")}
-    return {"pss": values["Pss"], "own memory": values["Anonymous"]}
-
-
-def _zombies(process_id):
-    count = 0
-    for entry in os.listdir("/proc"):
-        try:
-            with open(f"/proc/{entry}/stat", encoding="utf-8", errors="replace") as file:
-                state, parent = file.read().rpartition(")")[2].split()[:2]
-                count += state == "Z" and int(parent) == process_id
-        except OSError:
-            continue
-    return count
+        return next(int(line.split()[1]) for line in file if line.startswith("Anonymous:"))
 
 
 def _match_rules(bus, process_id):

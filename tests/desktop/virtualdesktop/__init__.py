@@ -6,8 +6,9 @@ session is touched.
 
 from .desktop import VirtualDesktop
 from .embedding_tray import EmbeddingTray
+from .processes import stopped
 from .program import Program
 from .waiting import wait_until
 from .window import Window
 
-__all__ = ["EmbeddingTray", "Program", "VirtualDesktop", "Window", "wait_until"]
+__all__ = ["EmbeddingTray", "Program", "VirtualDesktop", "Window", "stopped", "wait_until"]

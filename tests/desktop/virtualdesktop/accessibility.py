@@ -1,7 +1,5 @@
 """What assistive programs are told about a program's windows, menus and alerts."""
 
-from dataclasses import dataclass
-
 from .bus import Bus
 from .waiting import wait_until
 
@@ -9,11 +7,7 @@ _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ACTION = "org.a11y.atspi.Action"
 _REGISTRY = "org.a11y.atspi.Registry"
 _ROOT = "/org/a11y/atspi/accessible/root"
-_STATE_CHECKED = 4
-_STATE_ENABLED = 8
-_STATE_FOCUSED = 12
-_STATE_SELECTED = 23
-_STATE_SHOWING = 25
+_STATES = {"checked": 4, "enabled": 8, "focused": 12, "selected": 23, "shown": 25}
 _PROPERTIES = "org.freedesktop.DBus.Properties"
 _QUESTIONS = [
     (_ACCESSIBLE, "GetState"), (_ACCESSIBLE, "GetRoleName"),
@@ -21,38 +15,31 @@ _QUESTIONS = [
     (_PROPERTIES, "Get", "(ss)", _ACCESSIBLE, "Description")]
 
 
-@dataclass
 class Element:
-    name: str
-    role: str
-    shown: bool
-    enabled: bool
-    checked: bool
-    focused: bool
-    selected: bool
-    description: str
-    _tree: "AccessibleTree"
-    _reference: tuple
+    """Its name, role and description, and whether it is in each of the states."""
 
-    def press(self):
-        """Does what a click on the element does."""
-        self._tree.bus.call(*self._reference, _ACTION, "DoAction", "(i)", 0)
+    def __init__(self, bus, reference, answers):
+        self._bus, self._reference = bus, reference
+        (states,), (self.role,), (self.name,), (self.description,) = answers
+        bits = states[0] | states[1] << 32
+        for state, bit in _STATES.items():
+            setattr(self, state, bool(bits >> bit & 1))
 
     def act(self, name):
         """Does one of the things that the element offers to do."""
-        offered = [action[0] for action in
-                   self._tree.bus.call(*self._reference, _ACTION, "GetActions")[0]]
-        self._tree.bus.call(*self._reference, _ACTION, "DoAction", "(i)", offered.index(name))
+        offered = [action[0] for action in self._call(_ACTION, "GetActions")]
+        self._call(_ACTION, "DoAction", "(i)", offered.index(name))
 
     def text(self):
         """What an editable element holds."""
-        return self._tree.bus.call(
-            *self._reference, "org.a11y.atspi.Text", "GetText", "(ii)", 0, -1)[0]
+        return self._call("org.a11y.atspi.Text", "GetText", "(ii)", 0, -1)
 
     def extents(self):
         """(x, y, width, height) on the screen."""
-        return self._tree.bus.call(
-            *self._reference, "org.a11y.atspi.Component", "GetExtents", "(u)", 0)[0]
+        return self._call("org.a11y.atspi.Component", "GetExtents", "(u)", 0)
+
+    def _call(self, *call):
+        return self._bus.call(*self._reference, *call)[0]
 
 
 class AccessibleTree:
@@ -73,14 +60,12 @@ class AccessibleTree:
     def elements(self, process, role=None):
         """Everything the process shows, outermost first."""
         # Level by level, all of one at once: each answer alone takes long on a busy machine.
-        children, level = {}, self._programs(process)
-        found = {reference: element for reference, element in zip(level, self._look(level))}
+        children, found, level = {}, {}, self._programs(process)
         top = level
         while level:
-            for reference, below in zip(level, self._children(level)):
-                children[reference] = below
-            level = [child for reference in level for child in children[reference]]
             found.update(zip(level, self._look(level)))
+            children.update(zip(level, self._children(level)))
+            level = [child for reference in level for child in children[reference]]
 
         def inwards(references):
             for reference in references:
@@ -95,10 +80,6 @@ class AccessibleTree:
         windows = [window for below in self._children(self._programs(process)) for window in below]
         return [window for window in self._look(windows) if window and window.shown]
 
-    def _programs(self, process):
-        (programs,) = self._children([(_REGISTRY, _ROOT)])
-        return [program for program in programs if self.bus.process_of(program[0]) == process]
-
     def open_menu_rows(self, process):
         """What the menu that opened last tells of its rows, separators left out."""
         for reference in reversed(self._opened):
@@ -107,16 +88,20 @@ class AccessibleTree:
                 return [row for row in self._look(rows) if row and row.role != "separator"]
         return []
 
-    def _note_opening(self, path, arguments, sender):
-        if arguments[:2] == ("showing", 1):
-            self._opened.append((sender, path))
-
     def wait_for(self, process, role, name):
         return wait_until(
             lambda: next((element for element in self.elements(process, role)
                           if element.name == name), None),
             lambda: f"no {role} {name!r} among "
                     f"{[(element.role, element.name) for element in self.elements(process)]}")
+
+    def _programs(self, process):
+        (programs,) = self._children([(_REGISTRY, _ROOT)])
+        return [program for program in programs if self.bus.process_of(program[0]) == process]
+
+    def _note_opening(self, path, arguments, sender):
+        if arguments[:2] == ("showing", 1):
+            self._opened.append((sender, path))
 
     def _children(self, references):
         """The children of each; of one that has vanished, none."""
@@ -125,26 +110,8 @@ class AccessibleTree:
 
     def _look(self, references):
         """An element for each; None for one that has vanished."""
-        answers = self.bus.call_all(
-            (*reference, *question) for reference in references for question in _QUESTIONS)
-        count = len(_QUESTIONS)
-        return [self._element(reference, answers[count * place:count * (place + 1)])
-                for place, reference in enumerate(references)]
-
-    def _element(self, reference, answers):
-        if None in answers:
-            return None
-        (states,), (role,), (name,), (description,) = answers
-        bits = states[0] | states[1] << 32
-        return Element(
-            name=name,
-            role=role,
-            shown=bool(bits >> _STATE_SHOWING & 1),
-            enabled=bool(bits >> _STATE_ENABLED & 1),
-            checked=bool(bits >> _STATE_CHECKED & 1),
-            focused=bool(bits >> _STATE_FOCUSED & 1),
-            selected=bool(bits >> _STATE_SELECTED & 1),
-            description=description,
-            _tree=self,
-            _reference=reference,
-        )
+        answers = iter(self.bus.call_all(
+            (*reference, *question) for reference in references for question in _QUESTIONS))
+        each = [(reference, [next(answers) for _ in _QUESTIONS]) for reference in references]
+        return [None if None in told else Element(self.bus, reference, told)
+                for reference, told in each]

@@ -9,7 +9,6 @@ _CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Co
 <busconfig>
   <type>session</type>
   <listen>unix:path={socket}</listen>
-  <servicedir>{services}</servicedir>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
@@ -30,23 +29,14 @@ class Bus:
     """One connection to a message bus."""
 
     def __init__(self, address):
-        self.address = address
-        self._connection = Gio.DBusConnection.new_for_address_sync(
-            address,
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
-            None,
-            None,
-        )
-        self._connection.set_exit_on_close(False)
-
-    @property
-    def connection(self):
-        return self._connection
+        self.connection = Gio.DBusConnection.new_for_address_sync(
+            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self.connection.set_exit_on_close(False)
 
     def call(self, name, path, interface, method, signature="()", *arguments):
         """Calls a method and returns its results as plain values, a tuple."""
-        reply = self._connection.call_sync(
+        reply = self.connection.call_sync(
             name, path, interface, method, GLib.Variant(signature, arguments), None,
             Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None)
         return reply.unpack()
@@ -64,7 +54,7 @@ class Bus:
         count = 0
         for name, path, interface, method, *rest in calls:
             signature, *arguments = rest or ["()"]
-            self._connection.call(
+            self.connection.call(
                 name, path, interface, method, GLib.Variant(signature, tuple(arguments)), None,
                 Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None, note, count)
             count += 1
@@ -92,39 +82,27 @@ class Bus:
             return None
 
     def on_signal(self, name, interface, member, callback):
-        """Calls back with (path, arguments, sender) while something waits; returns a way to stop."""
-        subscription = self._connection.signal_subscribe(
+        """Calls back with (path, arguments, sender) while something waits."""
+        self.connection.signal_subscribe(
             name, interface, member, None, None, Gio.DBusSignalFlags.NONE,
             lambda _bus, sender, path, _interface, _member, value: callback(
                 path, value.unpack(), sender))
-        return lambda: self._connection.signal_unsubscribe(subscription)
 
     def close(self):
-        self._connection.close_sync(None)
+        self.connection.close_sync(None)
 
 
 def start_bus(processes, folder, environment, root=None):
     """Starts a bus; returns its process and its address. It activates nothing, unless it is that of
     a system in a root folder of its own: then what is installed there."""
+    socket = os.path.join(folder, "bus")
     if root:
-        return _start(processes, environment, [
-            "/usr/sbin/chroot", root, "dbus-daemon", "--session",
-            f"--address=unix:path={os.path.join(folder, 'bus')}"])
-    services = os.path.join(folder, "services")
-    os.makedirs(services)
-    configuration = os.path.join(folder, "bus.conf")
-    with open(configuration, "w", encoding="utf-8") as file:
-        file.write(_CONFIGURATION.format(socket=os.path.join(folder, "bus"), services=services))
-    return _start(processes, environment, ["dbus-daemon", f"--config-file={configuration}"])
-
-
-def _start(processes, environment, command):
-    reading, writing = os.pipe()
-    daemon = processes.start([*command, "--nofork", f"--print-address={writing}"], environment,
-                             name="dbus-daemon", pass_fds=[writing])
-    os.close(writing)
-    with os.fdopen(reading, encoding="utf-8") as answer:
-        address = answer.readline().strip()
-    if not address:
-        raise RuntimeError("the session bus did not start")
-    return daemon, address
+        command = ["/usr/sbin/chroot", root, "dbus-daemon", "--session", f"--address=unix:path={socket}"]
+    else:
+        configuration = os.path.join(folder, "bus.conf")
+        with open(configuration, "w", encoding="utf-8") as file:
+            file.write(_CONFIGURATION.format(socket=socket))
+        command = ["dbus-daemon", f"--config-file={configuration}"]
+    return processes.start_that_tells(
+        lambda descriptor: [*command, "--nofork", f"--print-address={descriptor}"], environment,
+        "dbus-daemon")

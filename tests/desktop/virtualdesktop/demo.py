@@ -19,13 +19,6 @@ _SAMPLES = {
     "Tidy downloads": 'mkdir -p "$HOME/Downloads/old"',
     "Note the time": 'date >>"$HOME/times.txt"',
 }
-_PINNED = ["Say hello", "Tidy downloads"]
-
-# The menu's row, the title of the window that it opens, and the picture's file.
-_WINDOWS = [
-    ("Type to Jump…", "Quillbar", "palette.png"),
-    ("Settings…", "Quillbar Settings", "settings.png"),
-]
 
 
 def demonstrate(binary, screenshot):
@@ -43,23 +36,22 @@ def _demonstrate(desktop, binary, screenshot):
     program = Program(desktop, binary, os.path.join(desktop.folder, "home"))
     for name, work in _SAMPLES.items():
         program.write_shortcut(name, _SAMPLE.format(work=work))
-    program.pin(*_PINNED, groupOf={"Tidy downloads": "Files"})
+    program.pin("Say hello", "Tidy downloads", groupOf={"Tidy downloads": "Files"})
     tray = program.start()
     picture_of_menu(program, screenshot)
 
-    chosen = _PINNED[0]
-    tray.menu.click(chosen)
+    tray.menu.click("Say hello")
     outcome = os.path.join(program.home, "outcome")
-    wait_until(lambda: os.path.exists(outcome), f"“{chosen}” was chosen but did not run")
+    wait_until(lambda: os.path.exists(outcome), "“Say hello” was chosen but did not run")
     shown = wait_until(desktop.notifications.shown, "Quillbar did not report the run")
     with open(outcome, encoding="utf-8") as file:
         print(f"Ran from the tray menu: {file.read().strip()}")
     print(f"Quillbar reported: {shown[0]['summary']}: {shown[0]['body']}")
     print(f"Picture of the open menu: {screenshot}")
-    for row, title, name in _WINDOWS:
-        path = os.path.join(os.path.dirname(screenshot), name)
-        picture_of_window(program, tray, row, title, path)
-        print(f"Picture of “{row}”: {path}")
+    for name, open_window in (("palette", program.open_palette), ("settings", program.open_settings)):
+        path = os.path.join(os.path.dirname(screenshot), f"{name}.png")
+        picture_of_window(open_window(), path)
+        print(f"Picture of the {name}: {path}")
     status = program.stop()
     if status != 0:
         raise RuntimeError(f"Quillbar ended with status {status}")

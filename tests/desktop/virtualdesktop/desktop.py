@@ -1,14 +1,12 @@
 """The virtual desktop as a whole."""
 
-import contextlib
+import glob
 import os
 import shutil
 import signal
 import tempfile
 
-import gi
-
-gi.require_version("Gio", "2.0")
+from gi.repository import GLib
 
 from .accessibility import AccessibleTree
 from .bus import Bus, start_bus
@@ -18,7 +16,6 @@ from .processes import Processes
 from .screen import Screen
 from .waiting import wait_until
 
-_XFCONF = "org.xfce.Xfconf"
 _ACCESSIBILITY = "org.a11y.Bus"
 _REPORTS = "sanitizer"
 _SANITIZERS = {
@@ -37,7 +34,7 @@ class VirtualDesktop:
         self._root = root
         self._with_panel = panel
         self._with_accessibility = accessibility
-        self.accessibility = None
+        self.accessibility = self.bus = self.screen = None
 
     def __enter__(self):
         self.folder = tempfile.mkdtemp(prefix="quillbar-desktop-")
@@ -61,10 +58,6 @@ class VirtualDesktop:
     def log(self, name):
         return self._read(f"{name}.log")
 
-    def _read(self, name):
-        with open(os.path.join(self.folder, name), encoding="utf-8", errors="replace") as file:
-            return file.read()
-
     def take_reports(self):
         """What sanitizers reported of any process on this desktop; forgotten afterwards."""
         reports = ""
@@ -81,35 +74,21 @@ class VirtualDesktop:
 
     def lose_bus(self):
         """The session bus dies, and assistive programs with it."""
-        self.processes.end(self._bus_daemon, signal.SIGKILL)
+        self.processes.end(self.bus_daemon, signal.SIGKILL)
         self.bus = self.accessibility = None
-
-    @contextlib.contextmanager
-    def frozen_bus(self):
-        """The session bus answers nothing for the block."""
-        self._bus_daemon.send_signal(signal.SIGSTOP)
-        try:
-            yield
-        finally:
-            self._bus_daemon.send_signal(signal.SIGCONT)
-
-    @contextlib.contextmanager
-    def dying_window_manager(self):
-        """It does nothing for the block, then dies, and another one follows."""
-        self._window_manager.send_signal(signal.SIGSTOP)
-        yield
-        self.processes.end(self._window_manager, signal.SIGKILL)
-        self._start_window_manager()
 
     def runtime_files(self):
         """What the program has put into the session's runtime folder."""
         return [name for name in os.listdir(self.environment["XDG_RUNTIME_DIR"])
                 if "quillbar" in name.lower()]
 
+    def start_window_manager(self):
+        self.window_manager = self.start(["openbox", "--sm-disable"])
+
     def _start(self):
         self.environment = self._base_environment()
         self._start_screen()
-        self._bus_daemon, address = start_bus(
+        self.bus_daemon, address = start_bus(
             self.processes, self.folder, self.environment, self._root)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
@@ -123,14 +102,11 @@ class VirtualDesktop:
     def _start_screen(self):
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        self._start_window_manager()
-
-    def _start_window_manager(self):
-        self._window_manager = self.start(["openbox", "--sm-disable"])
+        self.start_window_manager()
 
     def _start_panel(self):
         self.panel = Panel(self)
-        self._start_helper("xfconf/xfconfd", _XFCONF)
+        self._start_helper("xfconfd", "org.xfce.Xfconf")
         self.panel.start()
 
     def _base_environment(self):
@@ -154,46 +130,35 @@ class VirtualDesktop:
         os.makedirs(path, mode=0o700)
         return path
 
+    def _read(self, name):
+        with open(os.path.join(self.folder, name), encoding="utf-8", errors="replace") as file:
+            return file.read()
+
     def _start_display(self):
-        reading, writing = os.pipe()
-        self._display = self.processes.start(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self._size}x24", "-noreset",
-             "-nolisten", "tcp"], self.environment, pass_fds=[writing])
-        os.close(writing)
-        with os.fdopen(reading, encoding="utf-8") as answer:
-            number = answer.readline().strip()
-        if not number:
-            raise RuntimeError(f"the virtual display did not start: {self.log('Xvfb')}")
+        self._display, number = self.processes.start_that_tells(
+            lambda descriptor: [
+                "Xvfb", "-displayfd", descriptor, "-screen", "0", f"{self._size}x24", "-noreset",
+                "-nolisten", "tcp"], self.environment)
         return f":{number}"
 
     def _start_helper(self, program, bus_name):
-        candidates = [os.path.join(folder, program) for folder in (
-            f"/usr/lib/{os.uname().machine}-linux-gnu/xfce4", "/usr/lib/xfce4", "/usr/libexec")]
-        path = next((path for path in candidates if os.path.exists(path)), None)
-        if not path:
-            raise RuntimeError(f"{program} is not installed")
+        """A service that a session's bus would start when it is asked for."""
+        path, = glob.glob(f"/usr/lib/*/xfce4/xfconf/{program}") or glob.glob(f"/usr/libexec/{program}")
         self.start([path])
         wait_until(lambda: self.bus.owner(bus_name), f"{program} did not start")
 
     def _start_accessibility(self):
         self._start_helper("at-spi-bus-launcher", _ACCESSIBILITY)
         self.bus.call(_ACCESSIBILITY, "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
-                      "(ssv)", "org.a11y.Status", "IsEnabled", _true())
+                      "(ssv)", "org.a11y.Status", "IsEnabled", GLib.Variant("b", True))
         self.accessibility = AccessibleTree(self.bus)
         self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
 
     def _tear_down(self):
-        for name in ("accessibility", "bus", "screen"):
-            connection = getattr(self, name, None)
+        for connection in (self.accessibility, self.bus, self.screen):
             if connection:
                 connection.close()
         self.processes.end_all()
         reports = self.take_reports()
         shutil.rmtree(self.folder, ignore_errors=True)
         return reports
-
-
-def _true():
-    from gi.repository import GLib
-
-    return GLib.Variant("b", True)

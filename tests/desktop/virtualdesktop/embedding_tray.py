@@ -14,21 +14,14 @@ class EmbeddingTray:
 
     def __init__(self, desktop, instance, *command):
         self._desktop, self._instance, self._command = desktop, instance, command
-        self._process, self._owner = None, 0
 
     def __enter__(self):
-        self.start()
-        return self
-
-    def __exit__(self, *_):
-        self.kill()
-
-    def start(self):
         self._process = self._desktop.start(self._command)
         self._owner = wait_until(lambda: self._desktop.screen.selection_owner(_SELECTION),
                                  f"{self._command[0]} shows no tray")
+        return self
 
-    def kill(self):
+    def __exit__(self, *_):
         """Ends the tray as a crash would."""
         self._desktop.processes.end(self._process, signal.SIGKILL)
         wait_until(lambda: self._desktop.screen.selection_owner(_SELECTION) != self._owner,
@@ -37,11 +30,9 @@ class EmbeddingTray:
     def icon_area(self):
         """Where the program's icon is: (x, y, width, height), or None."""
         screen = self._desktop.screen
-        for window in screen.windows(instance=self._instance):
-            icon = screen.shown_inside(window[0], "quillbar")
-            if icon:
-                return screen.area(icon)
-        return None
+        icons = [screen.shown_inside(window[0], "quillbar")
+                 for window in screen.windows(instance=self._instance)]
+        return next((screen.area(icon) for icon in icons if icon), None)
 
     def icon(self):
         """The icon's picture, or None."""
@@ -53,5 +44,4 @@ class EmbeddingTray:
             return None
 
     def click_icon(self, button=1):
-        x, y, width, height = wait_until(self.icon_area, "the tray has no icon")
-        self._desktop.screen.click(x + width // 2, y + height // 2, button)
+        self._desktop.screen.click_middle(wait_until(self.icon_area, "the tray has no icon"), button)

@@ -2,45 +2,35 @@
 
 import json
 import os
-import signal
 import sys
 
 from .waiting import wait_until
 
-NAME = "org.freedesktop.Notifications"
+SERVICES = os.path.join(os.path.dirname(__file__), "services.py")
+_NAME = "org.freedesktop.Notifications"
 
 
 class Notifications:
     def __init__(self, desktop):
         self._desktop = desktop
         self._path = os.path.join(desktop.folder, "notifications.jsonl")
-        self._process = None
+        self.clear()
 
     def start(self, *capabilities):
-        service = os.path.join(os.path.dirname(__file__), "notification_service.py")
-        self._process = self._desktop.start(
-            [sys.executable, service, self._path, *capabilities], name="notifications")
-        wait_until(lambda: self._desktop.bus.owner(NAME), "the notification service did not start")
+        self.process = self._desktop.start(
+            [sys.executable, SERVICES, "notifications", self._path, *capabilities],
+            name="notifications")
+        wait_until(lambda: self._desktop.bus.owner(_NAME), "the notification service did not start")
 
     def stop(self):
-        self._desktop.processes.end(self._process)
-        wait_until(lambda: not self._desktop.bus.owner(NAME), "the notification service stayed")
-
-    def freeze(self):
-        """The service keeps its name but answers nothing."""
-        self._process.send_signal(signal.SIGSTOP)
-
-    def thaw(self):
-        self._process.send_signal(signal.SIGCONT)
+        self._desktop.processes.end(self.process)
+        wait_until(lambda: not self._desktop.bus.owner(_NAME), "the notification service stayed")
 
     def shown(self):
         """Everything shown since the start or the last clear(), oldest first."""
-        try:
-            with open(self._path, encoding="utf-8") as file:
-                return [json.loads(line) for line in file.read().splitlines()]
-        except FileNotFoundError:
-            return []
+        with open(self._path, encoding="utf-8") as file:
+            return [json.loads(line) for line in file.read().splitlines()]
 
     def clear(self):
-        if os.path.exists(self._path):
-            os.truncate(self._path, 0)
+        with open(self._path, "w", encoding="utf-8"):
+            pass

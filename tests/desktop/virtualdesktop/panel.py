@@ -56,9 +56,6 @@ class Panel:
         shown = self._desktop.screen.windows(instance="xfce4-panel")
         return shown[0][1:] if shown else None
 
-    def picture(self):
-        return self._desktop.screen.picture(self.area())
-
     def shows_icon(self):
         """Whether enough pixels differ from the panel's ground."""
         area = self.area()
@@ -70,8 +67,7 @@ class Panel:
         return sum(counts[:-1]) > 150
 
     def click_icon(self, button=1):
-        x, y, width, height = self.area()
-        self._desktop.screen.click(x + width // 2, y + height // 2, button)
+        self._desktop.screen.click_middle(self.area(), button)
 
     def items(self):
         return registered_items(self._desktop.bus)

@@ -4,6 +4,7 @@ import os
 
 from Xlib import X
 
+from .client import Client
 from .desktop import VirtualDesktop
 from .portal import Portal
 from .program import Program
@@ -28,7 +29,6 @@ _SETTINGS = {
     },
     "launchAtLoginShortcuts": {"Connect to office": True},
 }
-_PALETTE, _SETTINGS_WINDOW, _WELCOME = "Quillbar", "Quillbar Settings", "Welcome to Quillbar"
 # What is seen of the desktop around a window, and the height of its title bar.
 _EDGE, _TITLE = 12, 20
 
@@ -41,15 +41,26 @@ def draw_pictures(binary, folder):
             program = Program(desktop, binary, os.path.join(desktop.folder, "person"))
             for name in [*_PINS, *_OTHERS]:
                 program.write_shortcut(name, "#!/bin/sh\n")
-            _draw_welcome(program, os.path.join(folder, f"welcome{ending}.png"))
-            program.pin(*_PINS, **_SETTINGS)
-            tray = program.start()
-            picture_of_menu(program, os.path.join(folder, f"menu{ending}.png"))
-            picture_of_window(program, tray, "Settings…", _SETTINGS_WINDOW,
-                              os.path.join(folder, f"settings{ending}.png"))
-            _draw_marked_hotkey(program, os.path.join(folder, f"marked-hotkey{ending}.png"))
-            _draw_palette(program, os.path.join(folder, f"palette{ending}.png"))
-            program.stop()
+            _draw(program, lambda name: os.path.join(folder, f"{name}{ending}.png"))
+
+
+def _draw(program, path_of):
+    program.start()
+    picture_of_window(Window(program, "Welcome to Quillbar"), path_of("welcome"))
+    program.stop()
+    program.pin(*_PINS, **_SETTINGS)
+    program.start()
+    picture_of_menu(program, path_of("menu"))
+    picture_of_window(program.open_settings(), path_of("settings"))
+    program.stop()
+    with Client(program.desktop) as other:
+        other.grab(KEY["J"], X.ControlMask | X.Mod1Mask)
+        _draw_marked_hotkey(program, path_of("marked-hotkey"))
+    palette = program.open_window("Type to Jump…", "Quillbar")
+    program.desktop.screen.type("to")
+    wait_until(lambda: len(palette.elements("list item")) < len(_PINS), "nothing is found")
+    picture_of_window(palette, path_of("palette"))
+    program.stop()
 
 
 def picture_of_menu(program, path):
@@ -61,29 +72,21 @@ def picture_of_menu(program, path):
     wait_until(lambda: not program.windows(), "Escape did not close the menu")
 
 
-def picture_of_window(program, tray, row, title, path):
-    """The window that a row of the menu opens."""
-    tray.menu.click(row)
-    _store_window(Window(program, title), path)
-
-
-def _draw_welcome(program, path):
-    program.start()
-    _store_window(Window(program, _WELCOME), path)
-    program.stop()
+def picture_of_window(window, path):
+    """The window, which is closed afterwards."""
+    x, y, width, height = window.area()
+    picture = window.screen.settled_picture()
+    _store(picture.crop((x - _EDGE, y - _TITLE - _EDGE, x + width + _EDGE, y + height + _EDGE)), path)
+    window.dismiss()
 
 
 def _draw_marked_hotkey(program, path):
     """The row of a hotkey that another program has, with the pointer on its recorder."""
-    program.stop()
     screen = program.desktop.screen
-    screen.root.grab_key(KEY["J"], X.ControlMask | X.Mod1Mask, False, X.GrabModeAsync,
-                         X.GrabModeAsync)
-    screen.display.sync()
     program.pin(*_PINS, **{**_SETTINGS,
                            "shortcutHotkeys": {**_SETTINGS["shortcutHotkeys"], **_TAKEN}})
-    program.start().menu.click("Settings…")
-    window = Window(program, _SETTINGS_WINDOW)
+    program.start()
+    window = program.open_settings()
     recorder = window.middle("push button", "Hotkey for Join stand-up")
     screen.point(*recorder)
     tooltip = wait_until(lambda: [shown for shown in program.windows() if shown[0] != window.id],
@@ -92,24 +95,7 @@ def _draw_marked_hotkey(program, path):
     top, bottom = recorder[1] - 80, tooltip[2] + tooltip[4] + 40
     _store(screen.settled_picture().crop((x - _EDGE, top, x + width + _EDGE, bottom)), path)
     screen.point(0, 0)
-    screen.press("Escape")
-    window.wait_closed()
-
-
-def _draw_palette(program, path):
-    program.tray().menu.click("Type to Jump…")
-    palette = Window(program, _PALETTE)
-    program.desktop.screen.type("to")
-    wait_until(lambda: len(palette.elements("list item")) < len(_PINS), "nothing is found")
-    _store_window(palette, path)
-
-
-def _store_window(window, path):
-    x, y, width, height = window.area()
-    picture = window.screen.settled_picture()
-    _store(picture.crop((x - _EDGE, y - _TITLE - _EDGE, x + width + _EDGE, y + height + _EDGE)), path)
-    window.screen.press("Escape")
-    window.wait_closed()
+    window.dismiss()
 
 
 def _store(picture, path):

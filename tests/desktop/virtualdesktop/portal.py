@@ -1,10 +1,10 @@
 """The desktop's portal: whether it prefers dark colours, and hotkeys."""
 
 import json
-import os
 import subprocess
 import sys
 
+from .notifications import SERVICES
 from .waiting import wait_until
 
 _NAME = "org.freedesktop.portal.Desktop"
@@ -17,10 +17,9 @@ class Portal:
         self._desktop, self._scheme = desktop, scheme
 
     def __enter__(self):
-        service = os.path.join(os.path.dirname(__file__), "portal_service.py")
         self._process = self._desktop.start(
-            [sys.executable, service, self._scheme], name="portal", stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE)
+            [sys.executable, SERVICES, "portal", self._scheme], name="portal",
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         wait_until(lambda: self._desktop.bus.owner(_NAME), "the portal did not start")
         return self
 
@@ -29,18 +28,15 @@ class Portal:
         self._desktop.processes.end(self._process)
         wait_until(lambda: not self._desktop.bus.owner(_NAME), "the portal stayed")
 
-    def change(self, scheme):
+    def change(self, line):
         """The person chooses "dark" or "light"."""
-        self._tell(scheme)
+        self._process.stdin.write(f"{line}\n".encode())
+        self._process.stdin.flush()
+
+    def press(self, description):
+        """The person presses the hotkey that is for that."""
+        self.change(f"press {description}")
 
     def next_question(self):
         """The next set of hotkeys that a program asks for: triggers by what they are for."""
         return json.loads(self._process.stdout.readline())
-
-    def press(self, description):
-        """The person presses the hotkey that is for that."""
-        self._tell(f"press {description}")
-
-    def _tell(self, line):
-        self._process.stdin.write(f"{line}\n".encode())
-        self._process.stdin.flush()

@@ -10,58 +10,40 @@ from .waiting import wait_until
 from .window import Window
 
 
-_EVENT = "anon_inode:[eventfd]"
-
-
 def wait_for_hotkey(program):
     """Waits for the end of the start, when the palette's hotkey is there."""
     wait_until(lambda: program.desktop.screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask),
                "the palette's hotkey is not registered")
 
 
-def menu_answers(program, menu):
-    """The exported menu is read, and the row that is chosen opens its window."""
-    menu.click("About Quillbar")
-    _close(program, "About Quillbar")
-
-
 def hotkey_answers(program):
-    """The palette comes by its hotkey, as it is set from the beginning."""
-    program.desktop.screen.press("Super", "Alt", "T")
-    _close(program, "Quillbar")
+    program.open_palette().dismiss()
 
 
-def own_menu_answers(program):
-    """A click on the icon opens the menu."""
-    menu = program.open_own_menu()
-    program.desktop.screen.press("Escape")
-    wait_until(lambda: menu not in [window[0] for window in program.windows()],
-               "the menu stays open")
-
-
-def runs(program, menu, name):
-    """A click on a shortcut's row runs it once more."""
+def menu_answers(program, menu, name):
+    """The exported menu is read, opens a window, and runs the shortcut once more."""
+    menu.click("About Quillbar")
+    Window(program, "About Quillbar").dismiss()
     before = program.ran()
     menu.click(name)
     program.wait_for_runs(*before, name)
 
 
-def palette_runs(program, name):
-    """The palette finds a shortcut and runs it once more."""
+def palette_answers(program, name):
+    """The palette comes by its hotkey, finds the shortcut and runs it once more."""
     before = program.ran()
-    program.desktop.screen.press("Super", "Alt", "T")
-    palette = Window(program, "Quillbar")
+    palette = program.open_palette()
     program.desktop.screen.type(name)
     program.desktop.screen.press("Return")
     palette.wait_closed()
     program.wait_for_runs(*before, name)
 
 
-def everything_answers(program, menu, pinned):
-    menu_answers(program, menu)
-    hotkey_answers(program)
-    own_menu_answers(program)
-    runs(program, menu, pinned)
+def icon_answers(program):
+    """A click on the icon opens the menu."""
+    program.open_own_menu()
+    program.desktop.screen.press("Escape")
+    wait_until(lambda: not program.large_windows(), "the menu stays open")
 
 
 def comes_to_rest(program):
@@ -87,10 +69,5 @@ def descriptors(program):
     threads have, and lose when they were idle for long, are left out."""
     folder = f"/proc/{program.process.pid}/fd"
     targets = [os.readlink(os.path.join(folder, name)) for name in os.listdir(folder)]
-    return sorted(target.split(":[")[0] for target in targets if target != _EVENT)
-
-
-def _close(program, title):
-    window = Window(program, title)
-    program.desktop.screen.press("Escape")
-    window.wait_closed()
+    return sorted(target.split(":[")[0] for target in targets
+                  if target != "anon_inode:[eventfd]")

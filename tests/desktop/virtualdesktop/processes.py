@@ -1,5 +1,6 @@
 """Processes that never outlive the desktop they were started for."""
 
+import contextlib
 import ctypes
 import os
 import signal
@@ -35,16 +36,23 @@ class Processes:
         with open(os.path.join(self._log_folder, f"{name}.log"), "ab") as log:
             process = subprocess.Popen(
                 [str(argument) for argument in arguments],
-                env={**environment, _MARKER: self._identity},
-                stdin=options.pop("stdin", subprocess.DEVNULL),
-                stdout=options.pop("stdout", log),
-                stderr=options.pop("stderr", log),
-                start_new_session=True,
+                env={**environment, _MARKER: self._identity}, start_new_session=True,
                 preexec_fn=prepare,
-                **options,
-            )
+                **{"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log, **options})
         self._started.append(process)
         return process
+
+    def start_that_tells(self, command, environment, name=None):
+        """Starts the command that takes the number of a descriptor, and returns the process and the
+        line that it writes there once it is ready."""
+        reading, writing = os.pipe()
+        process = self.start(command(str(writing)), environment, name, pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading, encoding="utf-8") as answer:
+            line = answer.readline().strip()
+        if not line:
+            raise RuntimeError(f"{process.args[0]} did not start")
+        return process, line
 
     def end(self, process, how=signal.SIGTERM):
         """Ends one process; returns its exit status."""
@@ -64,26 +72,25 @@ class Processes:
         for process in reversed(list(self._started)):
             self.end(process)
         for process_id in self.marked():
-            _kill(process_id)
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(process_id, signal.SIGKILL)
         wait_until(lambda: not self.marked(), lambda: f"processes stay: {self.marked()}")
 
     def marked(self):
         """Process ids that inherited this desktop's mark and still run."""
-        mark = f"{_MARKER}={self._identity}".encode()
-        return [int(entry) for entry in os.listdir("/proc")
-                if entry.isdigit() and mark in _environment(entry)]
+        mark, found = f"{_MARKER}={self._identity}".encode(), []
+        for entry in filter(str.isdigit, os.listdir("/proc")):
+            with contextlib.suppress(OSError), open(f"/proc/{entry}/environ", "rb") as file:
+                if mark in file.read().split(b"\0"):
+                    found.append(int(entry))
+        return found
 
 
-def _environment(process_id):
+@contextlib.contextmanager
+def stopped(process):
+    """It does nothing for the block."""
+    process.send_signal(signal.SIGSTOP)
     try:
-        with open(f"/proc/{process_id}/environ", "rb") as file:
-            return file.read().split(b"\0")
-    except OSError:
-        return []
-
-
-def _kill(process_id):
-    try:
-        os.kill(process_id, signal.SIGKILL)
-    except ProcessLookupError:
-        pass
+        yield
+    finally:
+        process.send_signal(signal.SIGCONT)

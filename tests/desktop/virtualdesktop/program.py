@@ -9,7 +9,6 @@ import time
 
 from gi.repository import GLib
 
-from .panel import WATCHER
 from .tray import TrayItem
 from .waiting import settled, wait_until
 from .window import Window
@@ -34,12 +33,10 @@ class Program:
         self.process = None
         # What starts the program in its own place, with its process id.
         self.wrapper = []
+        self.shortcuts_folder = os.path.join(self.data, "shortcuts")
+        self._ran_path = os.path.join(self.home, "ran")
         for folder in (self.data, self.config_home, self.shortcuts_folder):
             os.makedirs(folder, mode=0o700, exist_ok=True)
-
-    @property
-    def shortcuts_folder(self):
-        return os.path.join(self.data, "shortcuts")
 
     @property
     def environment(self):
@@ -58,26 +55,20 @@ class Program:
             file.write(text)
         os.chmod(path, stat.S_IRWXU)
 
-    @property
-    def _ran_path(self):
-        return os.path.join(self.home, "ran")
-
     def ran(self):
         """Names of the shortcuts that were started, in order."""
-        try:
-            with open(self._ran_path, encoding="utf-8") as file:
-                return file.read().splitlines()
-        except FileNotFoundError:
-            return []
+        with open(self._ran_path, "a+", encoding="utf-8") as file:
+            file.seek(0)
+            return file.read().splitlines()
 
     def forget_runs(self):
-        if os.path.exists(self._ran_path):
-            os.truncate(self._ran_path, 0)
+        with open(self._ran_path, "w", encoding="utf-8"):
+            pass
 
     def children(self):
         """The process ids of its children."""
-        process_id = self.process.pid
-        with open(f"/proc/{process_id}/task/{process_id}/children", encoding="ascii") as file:
+        thread = f"/proc/{self.process.pid}/task/{self.process.pid}"
+        with open(f"{thread}/children", encoding="ascii") as file:
             return [int(child) for child in file.read().split()]
 
     def wait_for_runs(self, *names):
@@ -92,10 +83,9 @@ class Program:
         self.write_config({**_SETTLED, "pinned": list(names), **settings})
 
     def write_config(self, config):
-        text = config if isinstance(config, (str, bytes)) else json.dumps(config)
         os.makedirs(os.path.dirname(self.config_path), mode=0o700, exist_ok=True)
-        with open(self.config_path, "wb") as file:
-            file.write(text.encode() if isinstance(text, str) else text)
+        with open(self.config_path, "w", encoding="utf-8") as file:
+            json.dump(config, file)
 
     def read_config(self):
         with open(self.config_path, encoding="utf-8") as file:
@@ -111,7 +101,7 @@ class Program:
         """Starts the program and waits for its icon in the panel and its menu."""
         self.launch(**environment)
         tray = self.tray()
-        wait_until(tray.menu.is_filled, "the menu never comes")
+        wait_until(tray.menu.rows, "the menu never comes")
         return tray
 
     def open_window(self, row, title):
@@ -125,9 +115,15 @@ class Program:
     def open_about(self):
         return self.open_window("About Quillbar", "About Quillbar")
 
+    def open_palette(self):
+        """By its hotkey, as it is set from the beginning."""
+        self.desktop.screen.press("Super", "Alt", "T")
+        return Window(self, "Quillbar")
+
     def tray(self):
         """The program's registered status item."""
-        return wait_until(self._find_tray, self._why_no_tray)
+        return wait_until(self._find_tray,
+                          lambda: f"no status item: {self.desktop.log('quillbar')}")
 
     def _find_tray(self):
         if self.process.poll() is not None:
@@ -139,11 +135,6 @@ class Program:
                 if self.desktop.bus.process_of(name) == self.process.pid:
                     return TrayItem(self.desktop.bus, name, path)
         return None
-
-    def _why_no_tray(self):
-        host = self.desktop.bus.owner(WATCHER)
-        return f"no status item; the panel {'runs' if host else 'is gone'}: " \
-               f"{self.desktop.log('quillbar')}"
 
     def windows(self):
         return self.desktop.screen.windows(process=self.process.pid)

@@ -8,20 +8,7 @@ from Xlib import X
 from Xlib.error import BadAccess, CatchError
 from Xlib.ext import xtest
 
-from .waiting import settled
-
-# X key codes are the kernel's plus 8: physical keys, whatever the keyboard layout.
-KEY = {
-    "Escape": 9, "1": 10, "2": 11, "3": 12, "4": 13, "5": 14, "6": 15, "7": 16, "8": 17, "9": 18,
-    "0": 19, "BackSpace": 22, "Tab": 23, "Q": 24, "W": 25, "E": 26, "R": 27, "T": 28, "Y": 29,
-    "U": 30, "I": 31, "O": 32, "P": 33, "Return": 36, "Control": 37, "A": 38, "S": 39, "D": 40,
-    "F": 41, "G": 42, "H": 43, "J": 44, "K": 45, "L": 46, "Shift": 50, "Z": 52, "X": 53, "C": 54,
-    "V": 55, "B": 56, "N": 57, "M": 58, "Comma": 59, "Period": 60, "Alt": 64, "Space": 65,
-    "CapsLock": 66, "F8": 74, "F9": 75, "NumLock": 77, "Keypad1": 87, "KeypadEnter": 104,
-    "Home": 110, "Up": 111, "PageUp": 112, "Left": 113, "Right": 114, "End": 115, "Down": 116,
-    "PageDown": 117, "Delete": 119, "Super": 133,
-}
-_WRITTEN = {" ": "Space", ",": "Comma", ".": "Period"}
+from .input import KEY, Input
 
 _GROUND = 0x5B7083
 
@@ -29,7 +16,7 @@ _GROUND = 0x5B7083
 VANISHED = (Xlib.error.BadWindow, Xlib.error.BadDrawable, Xlib.error.BadMatch)
 
 
-class Screen:
+class Screen(Input):
     def __init__(self, name):
         self.display = Xlib.display.Display(name)
         self.root = self.display.screen().root
@@ -48,52 +35,41 @@ class Screen:
         raw = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF)
         return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")
 
-    def settled_picture(self):
-        """The whole screen, once two looks at it agree."""
-        return settled(self.picture)
-
     def windows(self, instance=None, process=None):
         """Shown top-level windows as (id, x, y, width, height), lowest first."""
         shown = []
         for frame in self.root.query_tree().children:
-            with _ignoring_vanished_windows():
-                attributes = frame.get_attributes()
-                if attributes.map_state != X.IsViewable:
-                    continue
-                client = self._client(frame)
+            with contextlib.suppress(*VANISHED):
+                # The program's window is within a window manager's frame.
+                client = next(self._named(frame), frame)
                 if instance and (client.get_wm_class() or [None])[0] != instance:
                     continue
-                if process and self._process(client) != process:
+                if process and process not in self._property(client, "_NET_WM_PID"):
                     continue
-                geometry = frame.get_geometry()
-                shown.append((client.id, geometry.x, geometry.y, geometry.width, geometry.height))
+                if frame.get_attributes().map_state == X.IsViewable:
+                    place = frame.get_geometry()
+                    shown.append((client.id, place.x, place.y, place.width, place.height))
         return shown
 
-    def _client(self, frame):
-        """The program's window within a window manager's frame."""
-        if frame.get_wm_class():
-            return frame
-        for child in frame.query_tree().children:
-            found = self._client(child)
-            if found.get_wm_class():
-                return found
-        return frame
+    def _named(self, window):
+        """Which of the window and those inside it belong to programs, outermost first."""
+        if window.get_wm_class():
+            yield window
+        for child in window.query_tree().children:
+            yield from self._named(child)
 
-    def _process(self, window):
-        value = window.get_full_property(self.display.intern_atom("_NET_WM_PID"), X.AnyPropertyType)
-        return value.value[0] if value else None
+    def _property(self, window, name):
+        """The values of a property, or nothing."""
+        found = window.get_full_property(self.display.intern_atom(name), X.AnyPropertyType)
+        return found.value if found else []
 
     def shown_inside(self, window_id, instance):
         """The id of a shown window of that instance within the other, or None."""
-        window = self.display.create_resource_object("window", window_id)
-        with _ignoring_vanished_windows():
-            for child in window.query_tree().children:
-                is_shown = child.get_attributes().map_state == X.IsViewable
-                if is_shown and (child.get_wm_class() or [None])[0] == instance:
-                    return child.id
-                found = self.shown_inside(child.id, instance)
-                if found:
-                    return found
+        with contextlib.suppress(*VANISHED):
+            for window in self._named(self.display.create_resource_object("window", window_id)):
+                is_shown = window.get_attributes().map_state == X.IsViewable
+                if is_shown and window.get_wm_class()[0] == instance:
+                    return window.id
         return None
 
     def selection_owner(self, name):
@@ -104,26 +80,21 @@ class Screen:
     def title(self, window_id):
         """The title; empty for a window that has vanished."""
         window = self.display.create_resource_object("window", window_id)
-        with _ignoring_vanished_windows():
-            value = window.get_full_property(
-                self.display.intern_atom("_NET_WM_NAME"), X.AnyPropertyType)
-            return value.value.decode() if value else ""
+        with contextlib.suppress(*VANISHED):
+            return bytes(self._property(window, "_NET_WM_NAME")).decode()
         return ""
 
-    def click(self, x, y, button=1):
+    def click(self, x, y, button=1, count=1):
         xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
-        xtest.fake_input(self.display, X.ButtonPress, button)
-        xtest.fake_input(self.display, X.ButtonRelease, button)
+        for _ in range(count):
+            xtest.fake_input(self.display, X.ButtonPress, button)
+            xtest.fake_input(self.display, X.ButtonRelease, button)
         self.display.sync()
 
     def click_ground(self):
         """Where no window is: in the lower right corner."""
         size = self.root.get_geometry()
         self.click(size.width - 1, size.height - 1)
-
-    def double_click(self, x, y):
-        self.click(x, y)
-        self.click(x, y)
 
     def drag(self, start, end, steps=12):
         """Moves the pointer from one place to the other with the left button held."""
@@ -140,19 +111,6 @@ class Screen:
     def button(self, is_pressed):
         xtest.fake_input(self.display, X.ButtonPress if is_pressed else X.ButtonRelease, 1)
         self.display.sync()
-
-    def type(self, text):
-        """Types letters, digits and blanks, in the US layout."""
-        for character in text:
-            key = _WRITTEN.get(character, character.upper())
-            self.press(*(["Shift"] if character.isupper() else []), key)
-
-    def press(self, *names):
-        """Presses physical keys in order and releases them in reverse."""
-        for name in names:
-            self.key_down(name)
-        for name in reversed(names):
-            self.key_up(name)
 
     def key_down(self, name):
         xtest.fake_input(self.display, X.KeyPress, KEY[name])
@@ -184,20 +142,18 @@ class Screen:
     def is_pointer_free(self):
         """Whether no program holds the pointer; keeps none out meanwhile."""
         self.display.grab_server()
-        status = self.root.grab_pointer(
-            False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
-        self.display.ungrab_pointer(X.CurrentTime)
+        status = self.hold_pointer()
+        self.release_pointer()
         self.display.ungrab_server()
         self.display.sync()
         return status == X.GrabSuccess
 
-    @contextlib.contextmanager
-    def holding_the_pointer(self):
+    def hold_pointer(self):
         """As a program does whose own menu is open."""
-        status = self.root.grab_pointer(
+        return self.root.grab_pointer(
             False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
-        assert status == X.GrabSuccess
-        yield
+
+    def release_pointer(self):
         self.display.ungrab_pointer(X.CurrentTime)
         self.display.sync()
 
@@ -215,14 +171,8 @@ class Screen:
 
     def window_manager(self):
         """The name of the window manager that runs."""
-        check = self.window_manager_id()
-        return self.title(check) if check else ""
-
-    def window_manager_id(self):
-        """The window that tells the window managers apart; 0 without any."""
-        check = self.root.get_full_property(
-            self.display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
-        return check.value[0] if check else 0
+        check = self._property(self.root, "_NET_SUPPORTING_WM_CHECK")
+        return self.title(check[0]) if check else ""
 
     def area(self, window_id):
         """Where the inside of a window is: (x, y, width, height)."""
@@ -230,20 +180,3 @@ class Screen:
         geometry = window.get_geometry()
         place = self.root.translate_coords(window, 0, 0)
         return place.x, place.y, geometry.width, geometry.height
-
-    @contextlib.contextmanager
-    def lock_on(self, name):
-        """CapsLock or NumLock switched on for the block."""
-        self.press(name)
-        try:
-            yield
-        finally:
-            self.press(name)
-
-
-@contextlib.contextmanager
-def _ignoring_vanished_windows():
-    try:
-        yield
-    except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
-        pass

@@ -14,22 +14,20 @@ class NeverHappened(AssertionError):
 
 def deliver_signals():
     """Hands the bus signals that have arrived to their callbacks."""
-    context = GLib.MainContext.default()
-    while context.pending():
-        context.iteration(False)
+    while GLib.MainContext.default().pending():
+        GLib.MainContext.default().iteration(False)
 
 
 def settled(look):
     """What two looks in a row agree on."""
-    last = look()
+    looks = [look()]
 
     def agrees():
-        nonlocal last
-        before, last = last, look()
-        return before == last
+        looks.append(look())
+        return looks[-1] == looks[-2]
 
     wait_until(agrees, "what is looked at never comes to rest")
-    return last
+    return looks[-1]
 
 
 def wait_until(predicate, what=None, patience=PATIENCE):

@@ -12,7 +12,7 @@ from PIL import Image
 
 from .desktop import VirtualDesktop
 from .panel import WATCHER, registered_items
-from .waiting import settled, wait_until
+from .waiting import wait_until
 from .wayland_input import WaylandInput
 
 _SIZE = (1280, 800)
@@ -92,10 +92,6 @@ class Compositor(WaylandInput):
         """The pixels of the whole screen."""
         return Image.open(io.BytesIO(self._output("grim", "-t", "ppm", "-")))
 
-    def settled_picture(self):
-        """The whole screen, once two looks at it agree."""
-        return settled(self.picture)
-
     def _sockets(self):
         names = os.listdir(self._folder)
         displays = [name for name in names if name.startswith("wayland-") and "." not in name]
@@ -143,8 +139,7 @@ class Bar:
         return _SIZE[0] - side, (_BAR_HEIGHT - side) // 2, side, side
 
     def click_icon(self, button=1):
-        x, y, width, height = self._icon_area()
-        self._desktop.screen.click(x + width // 2, y + height // 2, button)
+        self._desktop.screen.click_middle(self._icon_area(), button)
 
     def shows_icon(self):
         x, y, width, height = self._icon_area()

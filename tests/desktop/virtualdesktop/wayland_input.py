@@ -11,25 +11,19 @@ import socket
 import struct
 import time
 
+from .input import KEY, Input
+
 _DISPLAY = 1
 _SEAT = "wl_seat"
 _KEYBOARDS = "zwp_virtual_keyboard_manager_v1"
 _POINTERS = "zwlr_virtual_pointer_manager_v1"
 
-# The kernel's codes.
-_KEYS = {
-    "Escape": 1, "1": 2, "2": 3, "3": 4, "Q": 16, "W": 17, "E": 18, "R": 19, "T": 20, "Y": 21,
-    "U": 22, "I": 23, "O": 24, "P": 25, "Return": 28, "Control": 29, "A": 30, "S": 31, "D": 32,
-    "F": 33, "G": 34, "H": 35, "J": 36, "K": 37, "L": 38, "Shift": 42, "Z": 44, "X": 45, "C": 46,
-    "V": 47, "B": 48, "N": 49, "M": 50, "Alt": 56, "Space": 57, "F5": 63, "Up": 103, "Down": 108,
-    "Tab": 15, "Super": 125,
-}
 _MODIFIERS = {"Shift": 1, "Control": 4, "Alt": 8, "Super": 64}
-_LEFT = 0x110
-_BUTTONS = {1: _LEFT, 2: _LEFT + 2, 3: _LEFT + 1}
+# The kernel's codes by X's numbers.
+_BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
 
 
-class WaylandInput:
+class WaylandInput(Input):
     def __init__(self, socket_path, size):
         self._socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
         self._socket.connect(socket_path)
@@ -49,33 +43,21 @@ class WaylandInput:
     def close(self):
         self._socket.close()
 
-    def press(self, *names):
-        """Presses physical keys in order and releases them in reverse."""
-        for name in names:
-            self._key(name, True)
-        for name in reversed(names):
-            self._key(name, False)
+    def key_down(self, name):
+        self._key(name, True)
 
-    def type(self, text):
-        for character in text:
-            name = "Space" if character == " " else character.upper()
-            self.press(*(["Shift"] if character.isupper() else []), name)
-
-    def move_to(self, x, y):
-        self._send(self._pointer, 1, struct.pack("=IIIII", _now(), x, y, *self._size))
-        self._send(self._pointer, 4)
+    def key_up(self, name):
+        self._key(name, False)
 
     def click(self, x, y, button=1):
-        self.move_to(x, y)
-        self.button(button, True)
-        self.button(button, False)
-
-    def button(self, button, is_down):
-        self._send(self._pointer, 2, struct.pack("=III", _now(), _BUTTONS[button], is_down))
+        self._send(self._pointer, 1, struct.pack("=IIIII", _now(), x, y, *self._size))
         self._send(self._pointer, 4)
+        for is_down in (True, False):
+            self._send(self._pointer, 2, struct.pack("=III", _now(), _BUTTONS[button], is_down))
+            self._send(self._pointer, 4)
 
     def _key(self, name, is_down):
-        self._send(self._keyboard, 1, struct.pack("=III", _now(), _KEYS[name], is_down))
+        self._send(self._keyboard, 1, struct.pack("=III", _now(), KEY[name] - 8, is_down))
         bit = _MODIFIERS.get(name, 0)
         self._depressed = self._depressed | bit if is_down else self._depressed & ~bit
         if bit:

@@ -25,13 +25,8 @@ class Window:
         return focused if self._titles().get(focused) == self.title else None
 
     def _knows_its_place(self):
-        x, y, width, _ = self.area()
-        for window in self._program.desktop.accessibility.windows(self._program.process.pid):
-            place = window.extents()
-            scale = width / place[2] if place[2] else 1
-            if abs(place[0] * scale - x) <= scale and abs(place[1] * scale - y) <= scale:
-                return True
-        return False
+        windows = self._program.desktop.accessibility.windows(self._program.process.pid)
+        return self.area() in [window.extents() for window in windows]
 
     def area(self):
         """Where its inside is: (x, y, width, height)."""
@@ -42,6 +37,11 @@ class Window:
 
     def wait_closed(self):
         wait_until(lambda: not self.is_open(), f"{self.title!r} stays open")
+
+    def dismiss(self):
+        """Closes it by Escape."""
+        self.screen.press("Escape")
+        self.wait_closed()
 
     def elements(self, role=None):
         """What assistive programs are told, outermost first."""

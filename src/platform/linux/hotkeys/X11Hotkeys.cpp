@@ -3,7 +3,7 @@
 #include "platform/linux/BlockingWait.h"
 #include "platform/linux/UserAction.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
-#include "platform/linux/hotkeys/XkbClient.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 #include "platform/linux/system/WindowActivation.h"
 
 #include <QMetaObject>
