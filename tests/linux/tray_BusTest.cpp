@@ -1,7 +1,7 @@
 #include "linux/tray_Application.h"
 #include "linux/tray_FakeHost.h"
 #include "linux/tray_SampleMenu.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/tray/DBusMenu.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
 #include "platform/view/StatusItem.h"
@@ -153,7 +153,7 @@ TEST_F(TrayBusTest, ClickRunsTheItemThatWasShown)
     EXPECT_EQ(click(b, 4242).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
     EXPECT_EQ(ran, std::vector<std::string>({ "B" }));
-    EXPECT_EQ(userTime(), 4242U);
+    EXPECT_EQ(lastUserAction().time, 4242U);
 }
 
 TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsOnceAndNamesTheRest)
@@ -175,7 +175,7 @@ TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsOnceAndNamesTheRest)
     EXPECT_EQ(send({}).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
     EXPECT_EQ(ran, std::vector<std::string>({ "A" }));
-    EXPECT_EQ(userTime(), 99U);
+    EXPECT_EQ(lastUserAction().time, 99U);
 }
 
 TEST_F(TrayBusTest, ActionMayReplaceTheMenuAndEvenTheItem)
@@ -203,7 +203,7 @@ TEST_F(TrayBusTest, NonsenseIsAnsweredByAnError)
              { "NoSuchMethod", { QByteArray(1000, 'x') } } })
         EXPECT_EQ(host.callMenu(method, arguments).type(), QDBusMessage::ErrorMessage) << method;
     host.callItem("ProvideXdgActivationToken", { "panel-1-host_TIME777" });
-    EXPECT_EQ(userTime(), 777U);
+    EXPECT_EQ(lastUserAction().time, 777U);
     EXPECT_EQ(labels(), QStringList("A"));
 }
 
