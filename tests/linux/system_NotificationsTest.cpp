@@ -1,16 +1,17 @@
 #include "linux/PrivateBus.h"
 #include "linux/system_Support.h"
-#include "platform/MainQueue.h"
 #include "platform/Notifications.h"
 #include "platform/Updater.h"
 #include "platform/Workspace.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QStringList>
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 namespace quillbar::platform {
@@ -22,14 +23,13 @@ using quillbar::testing::runUntil;
 
 QString const serviceName = QStringLiteral("org.freedesktop.Notifications");
 
-enum class Answers { Yes, Never };
-
 /// A notification service on a connection of its own.
 class FakeService : public QDBusVirtualObject {
 public:
-    explicit FakeService(QStringList capabilities, Answers answers = Answers::Yes)
-        : capabilities_(std::move(capabilities))
-        , answers_(answers)
+    enum class Capabilities { Markup, Plain, Error, NoAnswer };
+
+    explicit FakeService(Capabilities capabilities)
+        : capabilities_(capabilities)
         , connection_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_))
     {
         connection_.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), this);
@@ -46,24 +46,29 @@ public:
     bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override
     {
         calls.push_back(message);
-        if (answers_ == Answers::Never) {
+        bool const isQuestion = message.member() == QLatin1String("GetCapabilities");
+        if (isQuestion && capabilities_ == Capabilities::NoAnswer)
             message.setDelayedReply(true);
-            return true;
-        }
-        auto const isQuestion = message.member() == QLatin1String("GetCapabilities");
-        connection.send(message.createReply(isQuestion ? QVariant(capabilities_) : QVariant(1u)));
+        else if (isQuestion && capabilities_ == Capabilities::Error)
+            connection.send(message.createErrorReply(QDBusError::Failed, {}));
+        else if (isQuestion)
+            connection.send(message.createReply(QVariant(capabilities_ == Capabilities::Markup
+                    ? QStringList { QStringLiteral("body-markup") }
+                    : QStringList {})));
+        else
+            connection.send(message.createReply(1u));
         return true;
     }
 
     [[nodiscard]] QString introspect(QString const&) const override { return {}; }
 
-    QVariantList nextNotification()
+    QString nextText()
     {
         runUntil(
             [this] { return !calls.empty() && calls.back().member() == QLatin1String("Notify"); });
-        auto const arguments = calls.back().arguments();
-        calls.back() = QDBusMessage();
-        return arguments;
+        auto const text = calls.back().arguments().value(4).toString();
+        calls.clear();
+        return text;
     }
 
     std::vector<QDBusMessage> calls;
@@ -71,13 +76,14 @@ public:
 private:
     static inline int count_ = 0;
 
-    QStringList capabilities_;
-    Answers answers_;
+    Capabilities capabilities_;
     QString connectionName_ = QStringLiteral("service%1").arg(++count_);
     QDBusConnection connection_;
 };
 
-Notification const success { "id", "A <b> & c", "“<y> & \"z\"”", NotificationSound::None };
+using Capabilities = FakeService::Capabilities;
+
+Notification const success { "id", "Quillbar", "“<y> & \"z\"”", NotificationSound::None };
 
 class Notifications : public ::testing::Test {
 protected:
@@ -97,19 +103,14 @@ protected:
 TEST_F(Notifications, Text_isEscapedAsTheServiceOfTheMomentWantsIt)
 {
     PrivateBus const bus(busConfiguration(folder.path()));
-    {
-        FakeService service({ QStringLiteral("body"), QStringLiteral("body-markup") });
+    auto const plain = QStringLiteral("“<y> & \"z\"”");
+    auto const escaped = QStringLiteral("“&lt;y&gt; &amp; &quot;z&quot;”");
+    for (auto const& [capabilities, text] : { std::pair(Capabilities::Markup, escaped),
+             std::pair(Capabilities::Plain, plain), std::pair(Capabilities::Error, escaped) }) {
+        FakeService service(capabilities);
         postNotification(success);
-        auto const arguments = service.nextNotification();
-        EXPECT_EQ(arguments.value(3).toString(), QStringLiteral("A <b> & c"));
-        EXPECT_EQ(arguments.value(4).toString(), QStringLiteral("“&lt;y&gt; &amp; &quot;z&quot;”"));
-        postNotification(success);
-        service.nextNotification();
-        EXPECT_EQ(service.calls.size(), 3u) << "asked for its capabilities twice";
+        EXPECT_EQ(service.nextText(), text);
     }
-    FakeService plain({ QStringLiteral("body") });
-    postNotification(success);
-    EXPECT_EQ(plain.nextNotification().value(4).toString(), QStringLiteral("“<y> & \"z\"”"));
 }
 
 TEST_F(Notifications, Authorization_needsAServiceThatRunsOrCanStart)
@@ -117,15 +118,10 @@ TEST_F(Notifications, Authorization_needsAServiceThatRunsOrCanStart)
     {
         PrivateBus const bus(busConfiguration(folder.path()));
         EXPECT_EQ(authorization(), NotificationAuthorization::Denied);
-        FakeService const service({}, Answers::Never);
+        FakeService const service(Capabilities::NoAnswer);
         EXPECT_EQ(authorization(), NotificationAuthorization::Authorized);
     }
-    // The bus has gone.
-    EXPECT_EQ(authorization(), NotificationAuthorization::Denied);
-    postNotification(success);
-    bool isAsked = false;
-    requestNotificationAuthorization([&] { isAsked = true; });
-    runUntil([&] { return isAsked; });
+    EXPECT_EQ(authorization(), NotificationAuthorization::Denied) << "the bus has gone";
 }
 
 TEST_F(Notifications, Authorization_isGivenForAServiceThatTheBusCanStart)
@@ -139,12 +135,12 @@ TEST_F(Notifications, Authorization_isGivenForAServiceThatTheBusCanStart)
 TEST_F(Notifications, HungService_neverBlocks)
 {
     PrivateBus const bus(busConfiguration(folder.path()));
-    FakeService service({}, Answers::Never);
+    FakeService service(Capabilities::NoAnswer);
     postNotification(success);
     runUntil([&] { return !service.calls.empty(); });
-    bool isAlive = false;
-    post([&] { isAlive = true; });
-    runUntil([&] { return isAlive; });
+    bool isAsked = false;
+    requestNotificationAuthorization([&] { isAsked = true; });
+    runUntil([&] { return isAsked; });
     EXPECT_EQ(service.calls.size(), 1u);
 }
 
@@ -152,15 +148,14 @@ TEST_F(Notifications, WhatNoProgramCanOpen_isTold)
 {
     quillbar::testing::useScratchHome(folder.path());
     PrivateBus const bus(busConfiguration(folder.path()));
-    FakeService service({});
+    FakeService service(Capabilities::Plain);
     auto const updater = startUpdater();
     ASSERT_NE(updater, nullptr);
     updater->checkForUpdates();
-    EXPECT_EQ(service.nextNotification().value(4).toString(),
+    EXPECT_EQ(service.nextText(),
         QStringLiteral("Your system’s package manager keeps Quillbar up to date."));
     openAddress("https://example.org");
-    EXPECT_EQ(service.nextNotification().value(4).toString(),
-        QStringLiteral("No program could open “https://example.org”."));
+    EXPECT_EQ(service.nextText(), QStringLiteral("No program could open “https://example.org”."));
 }
 
 } // namespace
