@@ -90,13 +90,5 @@ TEST_F(MainQueue, DelayedWork_comesByItsTimeAndNeverSooner)
     EXPECT_EQ(noted, (std::vector { 0ms, 60ms, 120ms }));
 }
 
-TEST_F(MainQueue, Work_mayHoldTheLastReferenceToWhatPosts)
-{
-    bool isDone = false;
-    post([owner = std::shared_ptr<bool>(
-              &isDone, [](bool* done) { post([done] { *done = true; }); })] {});
-    runUntil([&] { return isDone; });
-}
-
 } // namespace
 } // namespace quillbar::platform
