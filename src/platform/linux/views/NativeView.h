@@ -51,16 +51,9 @@ protected:
 /// Qt would render a tool tip that looks like markup as such.
 [[nodiscard]] QString plainToolTip(QString const& text);
 
-[[nodiscard]] NativeView* makeContainerPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeLabelPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeButtonPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeCheckBoxPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makePopUpPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeTextFieldPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeImagePeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeSeparatorPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeScrollPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeTablePeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeEffectPeer(View& view, QWidget& parent);
 
 } // namespace quillbar::platform

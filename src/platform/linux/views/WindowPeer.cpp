@@ -2,7 +2,6 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/system/WindowActivation.h"
-#include "platform/linux/views/Accessibility.h"
 #include "platform/linux/views/KeyFilter.h"
 #include "platform/linux/views/Memory.h"
 #include "platform/linux/views/NativeView.h"
@@ -45,7 +44,7 @@ NativeWindow::NativeWindow(Window& window)
     : QWidget(nullptr, flagsFor(window))
     , portable_(&window)
 {
-    KeyFilter::install();
+    installKeyFilter();
     installAccessibility();
     setAttribute(Qt::WA_QuitOnClose, false);
     setFixedSize(

@@ -40,4 +40,7 @@ private:
 /// The native side of the window that a widget stands in; null for widgets of other kinds.
 [[nodiscard]] NativeWindow* nativeWindowOf(QWidget const* widget);
 
+/// Gives the widgets of views their roles in the accessibility tree. Once is enough.
+void installAccessibility();
+
 } // namespace quillbar::platform
