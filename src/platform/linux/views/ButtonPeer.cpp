@@ -50,8 +50,6 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         QStyleOptionButton option;
@@ -175,8 +173,6 @@ protected:
 
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         QStyleOptionButton option;
         initStyleOption(&option);

@@ -92,8 +92,8 @@ void focusChanged(QWidget* /*old*/, QWidget* now)
 {
     auto* const window = nativeWindowOf(now);
     auto* const native = now ? nativeViewOf(now) : nullptr;
-    if (window && window->portable() && native && native->portable)
-        window->portable()->userFocused(native->portable->shared_from_this());
+    if (window && window->portable && native && native->portable)
+        window->portable->userFocused(native->portable->shared_from_this());
 }
 
 // Where a press arrives first; it is filtered there and not again on its way up. Under Wayland a
@@ -195,7 +195,7 @@ bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)
     QPointer<NativeWindow> const window = nativeWindowOf(&target);
     bool const isRecording = isKeyboardGrabWanted();
     auto const pressed = translateKey(event, isRecording ? KeyMeaning::Place : KeyMeaning::Layout);
-    if (!window || !window->portable() || !pressed)
+    if (!window || !window->portable || !pressed)
         return false;
     if (!event.isAutoRepeat())
         recordedScanCode_ = isRecording ? event.nativeScanCode() : 0;
@@ -206,14 +206,14 @@ bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)
     window->setAttribute(Qt::WA_KeyboardFocusChange);
     if (runKeyDownMonitors(*pressed) == KeyEventResult::Consume)
         return true;
-    if (!window || !window->portable())
+    if (!window || !window->portable)
         return true;
-    if (window->portable()->userPressedKey(*pressed) == KeyEventResult::Consume)
+    if (window->portable->userPressedKey(*pressed) == KeyEventResult::Consume)
         return true;
-    if (!window || !window->portable() || !isCloseCommand(event)
-        || window->portable()->style() != WindowStyle::TitledClosable)
+    if (!window || !window->portable || !isCloseCommand(event)
+        || window->portable->style() != WindowStyle::TitledClosable)
         return false;
-    window->portable()->userClosed();
+    window->portable->userClosed();
     return true;
 }
 

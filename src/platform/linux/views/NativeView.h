@@ -23,7 +23,7 @@ struct NativeView {
     /// Brings over what is particular to the kind.
     virtual void sync() { widget().update(); }
 
-    /// Null once the view is gone.
+    /// Null once the view is gone; the widget is hidden then and paints no more.
     View* portable;
 };
 

@@ -74,8 +74,6 @@ protected:
 
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         painter.setPen(textColor(*portable, portableView()->color(), palette()));
         int const alignment = horizontalFlag(portableView()->alignment());
@@ -108,7 +106,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable || !portableView()->image())
+        if (!portableView()->image())
             return;
         QPainter painter(this);
         auto const tint = portableView()->contentTintColor().value_or(SystemColor::Label);
@@ -152,8 +150,6 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.fillPath(outline(0), palette().color(QPalette::Window));

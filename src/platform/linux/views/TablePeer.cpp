@@ -187,7 +187,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable || !portableView()->selectedRow())
+        if (!portableView()->selectedRow())
             return;
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
