@@ -53,14 +53,14 @@ def shows(settings, role, name, text):
                       lambda element: element.description.split(", ")[0] == text)
 
 
-def answer(program, text, button="OK"):
-    """Replaces the text of the open prompt and presses one of its buttons."""
+def answer(program, text):
+    """Replaces the text of the open prompt and accepts it."""
     prompt = Window(program, "Quillbar")
     wait_until(lambda: prompt.elements("text")[-1].focused, "the prompt's field has no keyboard")
     prompt.screen.press("Control", "A")
     prompt.screen.type(text)
     wait_until(lambda: prompt.elements("text")[-1].text() == text, f"{text} is not typed")
-    prompt.click("push button", button)
+    prompt.click("push button", "OK")
     prompt.wait_closed()
 
 
@@ -93,21 +93,12 @@ def test_rows_are_moved_by_mouse_and_keyboard_and_by_assistive_programs(program)
     settings = start(program, "A", "B", "C")
     screen = settings.screen
 
-    def drag(name, end):
-        x, y, _, height = settings.element("list item", name).extents()
-        screen.drag((x + 15, y + height // 2), end)
-
-    x, y, _, height = settings.element("list item", "B").extents()
-    drag("A", (x + 60, y + height - 4))
+    x, y, _, height = settings.element("list item", "A").extents()
+    screen.drag((x + 15, y + height // 2), (x + 60, y + 2 * height - 4))
     wait_order(settings, "B", "A", "C")
-    # Let go outside the list, a row stays where it was.
-    drag("B", settings.middle("push button", "Close"))
-    assert order(settings) == ["B", "A", "C"]
     # A click would give the box the focus and tick it too.
-    for _ in range(20):
-        if settings.element("check box", "Login for A").focused:
-            break
-        screen.press("Tab")
+    settings.element("check box", "Login for A").act("SetFocus")
+    settings.wait_for("check box", "Login for A", "gets the keyboard", lambda box: box.focused)
     screen.press("Alt", "Down")
     wait_order(settings, "B", "C", "A")
     settings.wait_for("check box", "Login for A", "keeps the keyboard", lambda box: box.focused)
@@ -145,27 +136,11 @@ def test_popups_choose_and_ask_for_names_and_ignore_the_wheel(program):
     # What is clicked afterwards is handled after the wheel.
     tick(settings, "Login for Alpha", True)
     assert settings.element("combo box", "Section for Alpha").description == "Work"
-
     settings.choose("Section for Beta", "Work")
     settings.choose("Section for Alpha", "Custom…")
     answer(program, "  Evening ")
     shows(settings, "combo box", "Section for Alpha", "Evening")
-    settings.choose("Section for Beta", "Custom…")
-    answer(program, "Never", button="Cancel")
     settings.choose("Menu bar icon", "Star")
     settings.screen.press("Return")
     wait_config(program, "groupOf", {"Alpha": "Evening", "Beta": "Work"})
     wait_until(lambda: "star" in program.tray().icon_name, program.tray().icon_name)
-
-    settings.element("push button", "Save")
-    settings.click("combo box", "Menu bar icon")
-    # A key overtakes a click that the window manager looks at first, and one that assistive
-    # programs are slow to answer.
-    settings.element("list item", "Lightning")
-    settings.screen.press("End")
-    settings.wait_for("list item", "Custom Icon…", "is chosen", lambda item: item.selected)
-    settings.screen.press("Return")
-    answer(program, "eyeglasses")
-    shows(settings, "combo box", "Menu bar icon", "Custom")
-    settings.screen.press("Return")
-    wait_config(program, "iconSymbol", "eyeglasses")

@@ -10,10 +10,10 @@ from gi.repository import GLib
 
 from .accessibility import AccessibleTree
 from .bus import Bus, start_bus
-from .notifications import Notifications
 from .panel import Panel
 from .processes import Processes
 from .screen import Screen
+from .services import Notifications
 from .waiting import wait_until
 
 _ACCESSIBILITY = "org.a11y.Bus"
@@ -93,7 +93,7 @@ class VirtualDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
         self.notifications = Notifications(self)
-        self.notifications.start("body", "body-markup")
+        self.notifications.start()
         if self._with_accessibility:
             self._start_accessibility()
         if self._with_panel:

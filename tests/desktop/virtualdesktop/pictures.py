@@ -6,9 +6,9 @@ from Xlib import X
 
 from .client import Client
 from .desktop import VirtualDesktop
-from .portal import Portal
 from .program import Program
 from .screen import KEY
+from .services import Portal
 from .waiting import wait_until
 from .window import Window
 
