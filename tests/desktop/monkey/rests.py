@@ -22,8 +22,7 @@ _PALETTE_RECORDER, _RECORDER = "Quick open hotkey", "Hotkey for "
 _GRABS_EACH = 4
 # How much more the last third of a run may hold than the second, by median: a window that is kept
 # for the next time, with all that belongs to it.
-_ALLOWANCE = {"own memory": 1024, "descriptors": 1, "threads": 1, "match rules": 0,
-              "x resources": 14}
+_ALLOWANCE = {"own memory": 1024, "descriptors": 1, "threads": 1, "x resources": 14}
 
 
 class Monkey:
@@ -193,12 +192,10 @@ class Monkey:
 
     def _measure(self, hotkey_grabs):
         """Kilobytes and counts of what the program holds, without the grabs of its hotkeys."""
-        process_id, bus = self.program.process.pid, self.desktop.bus
+        process_id = self.program.process.pid
         with open(f"/proc/{process_id}/smaps_rollup", encoding="ascii") as file:
             # What no other process shares, and so none changes.
             own = next(int(line.split()[1]) for line in file if line.startswith("Anonymous:"))
-        rules = bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                         "org.freedesktop.DBus.Debug.Stats", "GetAllMatchRules")[0]
         display = self.screen.display
         clients = display.res_query_client_ids(
             [{"client": 0, "mask": Xlib.ext.res.LocalClientPIDMask}]).ids
@@ -208,7 +205,5 @@ class Monkey:
             "own memory": own,
             "descriptors": len(os.listdir(f"/proc/{process_id}/fd")),
             "threads": len(os.listdir(f"/proc/{process_id}/task")),
-            "match rules": sum(len(found) for name, found in rules.items()
-                               if bus.process_of(name) == process_id),
             "x resources": sum(resources) - hotkey_grabs,
         }

@@ -82,9 +82,6 @@ class VirtualDesktop:
         return [name for name in os.listdir(self.environment["XDG_RUNTIME_DIR"])
                 if "quillbar" in name.lower()]
 
-    def start_window_manager(self):
-        self.window_manager = self.start(["openbox", "--sm-disable"])
-
     def _start(self):
         self.environment = self._base_environment()
         self._start_screen()
@@ -102,7 +99,7 @@ class VirtualDesktop:
     def _start_screen(self):
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        self.start_window_manager()
+        self.start(["openbox", "--sm-disable"])
 
     def _start_panel(self):
         self.panel = Panel(self)

@@ -62,14 +62,17 @@ class Compositor(Screen):
         with open(configuration, "w", encoding="utf-8") as file:
             file.write(_COMPOSITOR)
         os.chmod(configuration, 0o644)
+        sockets = {"WAYLAND_DISPLAY": os.path.join(self._folder, "wayland-1"),
+                   "SWAYSOCK": os.path.join(self._folder, "control")}
         self.process = desktop.start(
             ["sway", "--config", configuration],
             {"DISPLAY": x_display, "WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman",
-             "HOME": self._folder, "XDG_RUNTIME_DIR": self._folder}, **_not_as_root(self._folder))
-        display, control = wait_until(
-            self._sockets, lambda: f"sway did not start: {desktop.log('sway')}")
+             "HOME": self._folder, "XDG_RUNTIME_DIR": self._folder,
+             "SWAYSOCK": sockets["SWAYSOCK"]}, **_not_as_root(self._folder))
+        wait_until(lambda: all(map(os.path.exists, sockets.values())),
+                   lambda: f"sway did not start: {desktop.log('sway')}")
         self._environment = desktop.environment
-        desktop.environment.update(WAYLAND_DISPLAY=display, SWAYSOCK=control)
+        desktop.environment.update(sockets)
 
     def close(self):
         super().close()
@@ -86,14 +89,6 @@ class Compositor(Screen):
             if node.get("pid") and process in (None, node["pid"]):
                 found.append(node)
         return found
-
-    def _sockets(self):
-        names = os.listdir(self._folder)
-        displays = [name for name in names if name.startswith("wayland-") and "." not in name]
-        controls = [name for name in names if name.startswith("sway-ipc.")]
-        if not displays or not controls:
-            return None
-        return [os.path.join(self._folder, name) for name in (displays[0], controls[0])]
 
 
 def _not_as_root(folder):
