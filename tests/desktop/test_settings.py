@@ -1,13 +1,19 @@
 """The settings window, used with real keys and the real mouse."""
 
-import json
 import os
 
 from virtualdesktop import Window, wait_until
+from virtualdesktop.client import Client
+from virtualdesktop.screen import KEY
 from Xlib import X
 
 ACCESSIBILITY = True
 RECORDED = {"keyCode": 11, "modifiers": 0x1800}
+HOTKEY, PALETTE_HOTKEY = "⌥⌃·11, Alt+Control+B", "⌘⌥·17, Super+Alt+T"
+TAKEN = "Another program already uses this combination."
+SUPER_HELD = (
+    "Another program holds the Super key and may keep this combination. Bind this command in "
+    "your desktop's settings instead: gapplication action com.quillbar.Quillbar palette")
 
 
 def start(program, *names, **settings):
@@ -17,14 +23,8 @@ def start(program, *names, **settings):
 
 
 def wait_config(program, key, value):
-    def stored():
-        try:
-            return program.read_config().get(key)
-        except json.JSONDecodeError:
-            # The file is overwritten in place: for a moment there is nothing in it.
-            return None
-
-    wait_until(lambda: stored() == value, lambda: f"{key} should be {value!r}, is {stored()!r}")
+    wait_until(lambda: program.read_config().get(key) == value,
+               lambda: f"{key} should be {value!r}: {program.read_config()}")
 
 
 def order(settings):
@@ -144,3 +144,43 @@ def test_popups_choose_and_ask_for_names_and_ignore_the_wheel(program):
     settings.screen.press("Return")
     wait_config(program, "groupOf", {"Alpha": "Evening", "Beta": "Work"})
     wait_until(lambda: "star" in program.tray().icon_name, program.tray().icon_name)
+
+
+def says(settings, name, text):
+    settings.wait_for("push button", name, f"says {text!r}",
+                      lambda recorder: recorder.description == text)
+
+
+def is_red(settings, name):
+    """Whether the recorder has more clearly red pixels than its text would."""
+    picture = settings.screen.picture(settings.element("push button", name).extents())
+    return sum(r > 200 and g < 150 and b < 150 for r, g, b in picture.getdata()) > 20
+
+
+def test_marks_come_and_go_with_what_causes_them(program):
+    with Client(program.desktop) as other:
+        other.grab(KEY["B"], X.ControlMask | X.Mod1Mask)
+        settings = start(program, "A", shortcutHotkeys={"A": RECORDED})
+        says(settings, "Quick open hotkey", PALETTE_HOTKEY)
+        says(settings, "Hotkey for A", f"{HOTKEY}. {TAKEN}")
+        wait_until(lambda: is_red(settings, "Hotkey for A"), "the hotkey is not red")
+        assert not is_red(settings, "Quick open hotkey")
+        settings.screen.point(*settings.middle("push button", "Hotkey for A"))
+        settings.element("tool tip", f"Alt+Control+B\n{TAKEN}")
+    # Free again, it is claimed when the panel opens the menu.
+    program.tray().menu.send(0, "opened")
+    says(settings, "Hotkey for A", HOTKEY)
+    settings.screen.press("Control", "Alt", "B")
+    program.wait_for_runs("A")
+    with Client(program.desktop) as other:
+        other.grab(KEY["Super"], 0)
+        look_away_and_back(program, settings)
+        says(settings, "Quick open hotkey", f"{PALETTE_HOTKEY}. {SUPER_HELD}")
+        says(settings, "Hotkey for A", HOTKEY)
+    look_away_and_back(program, settings)
+    says(settings, "Quick open hotkey", PALETTE_HOTKEY)
+
+
+def look_away_and_back(program, settings):
+    program.open_about().dismiss()
+    wait_until(lambda: settings.screen.focused_window() == settings.id)

@@ -4,7 +4,6 @@ what it holds is counted."""
 import contextlib
 import os
 import random
-import statistics
 
 import Xlib.ext.res
 from gi.repository import Gio, GLib
@@ -20,8 +19,8 @@ _SCRIPTS = {"Alpha": "", "Beta": "", "C <b>&amp; _c_": "", "Slow": "sleep 1", "B
 _PALETTE_RECORDER, _RECORDER = "Quick open hotkey", "Hotkey for "
 # A combination is grabbed with and without each of two locks.
 _GRABS_EACH = 4
-# How much more the last third of a run may hold than the second, by median: a window that is kept
-# for the next time, with all that belongs to it.
+# How much more the end of a run may hold: a window that is kept for the next time, with all that
+# belongs to it.
 _ALLOWANCE = {"own memory": 1024, "descriptors": 1, "threads": 1, "x resources": 14}
 
 
@@ -55,15 +54,9 @@ class Monkey:
         self._rest()
 
     def growth(self):
-        """What grew: the first third of a run warms up, the others compare."""
-        third = max(len(self._samples) // 3, 1)
-        before, after = self._samples[third:2 * third], self._samples[-third:]
-
-        def median(samples, name):
-            return statistics.median(sample[name] for sample in samples)
-
-        return {name for name, more in _ALLOWANCE.items()
-                if median(after, name) > median(before, name) + more}
+        """What grew: the first third of a run warms up."""
+        before, after = self._samples[len(self._samples) // 3], self._samples[-1]
+        return {name for name, more in _ALLOWANCE.items() if after[name] > before[name] + more}
 
     def mend_tool(self):
         with contextlib.suppress(FileNotFoundError):

@@ -5,8 +5,7 @@ import signal
 import sys
 
 from . import VirtualDesktop
-from .demo import demonstrate
-from .pictures import draw_pictures
+from .pictures import demonstrate, draw_pictures
 
 
 def run_command(*command):
