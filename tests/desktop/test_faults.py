@@ -91,26 +91,15 @@ EVERY_WAY = [by_menu, by_palette, by_icon]
 
 # Faults that pass.
 
-@contextlib.contextmanager
-def no_notifications(program):
-    program.desktop.notifications.stop()
-    yield
-    program.desktop.notifications.start()
+def fault(begin, end):
+    """What begins and ends it on the desktop."""
+    @contextlib.contextmanager
+    def for_a_block(program):
+        begin(program.desktop)
+        yield
+        end(program.desktop)
 
-
-@contextlib.contextmanager
-def hung_notifications(program):
-    program.desktop.notifications.hang()
-    yield
-    program.desktop.notifications.go_on()
-
-
-@contextlib.contextmanager
-def no_panel(program):
-    program.desktop.panel.kill()
-    yield
-    program.desktop.panel.start()
-    program.tray()
+    return for_a_block
 
 
 @contextlib.contextmanager
@@ -124,17 +113,17 @@ def stopped_program(program):
     wait_until(program.desktop.screen.is_keyboard_free, "the keyboard is still held")
 
 
-@pytest.mark.parametrize("fault, ways", [
-    (no_notifications, EVERY_WAY),
-    (hung_notifications, EVERY_WAY),
-    (no_panel, [by_menu, by_palette]),
+@pytest.mark.parametrize("failing, ways", [
+    (fault(lambda on: on.notifications.stop(), lambda on: on.notifications.start()), EVERY_WAY),
+    (fault(lambda on: on.notifications.hang(), lambda on: on.notifications.go_on()), EVERY_WAY),
+    (fault(lambda on: on.panel.kill(), lambda on: on.panel.start()), [by_menu, by_palette]),
     (lambda program: stopped(program.desktop.bus_daemon), [by_palette]),
     (stopped_program, []),
 ], ids=["no notifications", "hung notifications", "no panel", "hung bus", "stopped program"])
-def test_it_answers_meanwhile_and_afterwards(program, fault, ways):
+def test_it_answers_meanwhile_and_afterwards(program, failing, ways):
     menu = start(program).menu
     with leaving_nothing(program):
-        with fault(program):
+        with failing(program):
             for way in ways:
                 way(program, menu)
         program.desktop.notifications.clear()
@@ -283,33 +272,24 @@ def ask_about_gone_pins(program):
     Window(program, "Quillbar")
 
 
-def hold_the_hotkey(program):
-    for key in ("Super", "Alt", "T"):
-        program.desktop.screen.key_down(key)
-
-
 def record(program):
     program.open_settings().click("push button", "Quick open hotkey")
     wait_until(lambda: not program.desktop.screen.is_keyboard_free(), "nothing is recorded")
 
 
 @pytest.mark.parametrize("bring_about", [
-    ask_about_gone_pins, hold_the_hotkey, record, Program.open_own_menu])
+    ask_about_gone_pins, record, Program.open_own_menu])
 def test_it_ends_whatever_is_open_and_lets_go_of_everything(program, bring_about):
     screen = program.desktop.screen
     start(program, "B")
     before = program.read_config()
     bring_about(program)
     assert program.stop() == 0
-    try:
-        wait_until(screen.is_keyboard_free, "the keyboard is still held")
-        assert screen.is_pointer_free()
-        assert not screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask)
-        assert not program.desktop.runtime_files()
-        assert program.read_config() == before
-    finally:
-        for key in ("T", "Alt", "Super"):
-            screen.key_up(key)
+    wait_until(screen.is_keyboard_free, "the keyboard is still held")
+    assert screen.is_pointer_free()
+    assert not screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask)
+    assert not program.desktop.runtime_files()
+    assert program.read_config() == before
 
 
 def test_it_ends_in_order_from_the_moment_it_has_its_name(program):

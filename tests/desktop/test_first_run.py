@@ -1,6 +1,5 @@
 """The windows that a start shows, and where their buttons and links lead."""
 
-import os
 import stat
 
 import pytest

@@ -112,7 +112,7 @@ def test_rows_are_moved_by_mouse_and_keyboard_and_by_assistive_programs(program)
 def test_recorders_take_every_key_and_what_is_saved_works(program):
     settings = start(program, "Alpha")
     for name, keys, label in (
-            ("Quick open hotkey", ["Escape"], "Esc"), ("Quick open hotkey", ["Return"], "Return"),
+            ("Quick open hotkey", ["Escape"], "Esc"),
             ("Quick open hotkey", ["Alt", "Tab"], "⌥Tab"),
             ("Quick open hotkey", ["Super", "Shift", "Space"], "⌘⇧Space"),
             ("Hotkey for Alpha", ["Control", "Alt", "B"], "⌥⌃·11")):
@@ -174,13 +174,9 @@ def test_marks_come_and_go_with_what_causes_them(program):
     program.wait_for_runs("A")
     with Client(program.desktop) as other:
         other.grab(KEY["Super"], 0)
-        look_away_and_back(program, settings)
+        # The settings look again when they get the keyboard back.
+        program.open_about().dismiss()
         says(settings, "Quick open hotkey", f"{PALETTE_HOTKEY}. {SUPER_HELD}")
         says(settings, "Hotkey for A", HOTKEY)
-    look_away_and_back(program, settings)
-    says(settings, "Quick open hotkey", PALETTE_HOTKEY)
-
-
-def look_away_and_back(program, settings):
     program.open_about().dismiss()
-    wait_until(lambda: settings.screen.focused_window() == settings.id)
+    says(settings, "Quick open hotkey", PALETTE_HOTKEY)

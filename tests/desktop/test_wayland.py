@@ -78,7 +78,7 @@ def test_the_host_opens_the_menu_on_either_button(program):
         program.wait_for_runs(*["A"] * count)
 
 
-def test_a_click_opens_the_palette_where_the_bar_draws_no_menu(tmp_path):
+def test_a_click_opens_the_palette_where_the_bar_draws_no_menu_and_it_ends_with_sway(tmp_path):
     with WaylandDesktop(swaybar=True) as desktop:
         program = Program(desktop, os.environ["QUILLBAR"], tmp_path)
         start_with(program, "A")
@@ -88,7 +88,15 @@ def test_a_click_opens_the_palette_where_the_bar_draws_no_menu(tmp_path):
             wait_for_window(program, "Quillbar")
             desktop.screen.press("Escape")
             wait_closed(program)
-        assert program.stop() == 0
+
+        act(program, "settings")
+        wait_for_window(program, "Quillbar Settings")
+        kept = program.read_config()
+        desktop.lose_display()
+        wait_until(lambda: program.process.poll() is not None, "the program stays")
+        assert program.process.returncode == 1
+        assert not desktop.runtime_files()
+        assert program.read_config() == kept
 
 
 def test_the_palette_runs_what_is_typed(program):
@@ -145,17 +153,3 @@ def test_hotkeys_come_through_the_portal_and_survive_its_restart(program):
             wait_for_window(program, "Quillbar")
             program.desktop.screen.press("Escape")
             wait_closed(program)
-
-
-def test_the_program_ends_with_its_compositor(tmp_path):
-    with WaylandDesktop() as desktop:
-        program = Program(desktop, os.environ["QUILLBAR"], tmp_path)
-        start_with(program, "A")
-        act(program, "settings")
-        wait_for_window(program, "Quillbar Settings")
-        kept = program.read_config()
-        desktop.lose_display()
-        wait_until(lambda: program.process.poll() is not None, "the program stays")
-        assert program.process.returncode == 1
-        assert not desktop.runtime_files()
-        assert program.read_config() == kept

@@ -90,13 +90,6 @@ def click_exported_row(monkey):
         monkey.menu.send(row.id)
 
 
-@step(6)
-def close_window(monkey):
-    window = monkey.pick(monkey.program.windows())
-    if window:
-        monkey.close(window[0])
-
-
 @trouble(1)
 def kill_panel(monkey):
     monkey.desktop.panel.kill()

@@ -35,7 +35,7 @@ class WaylandDesktop(VirtualDesktop):
 
     def __init__(self, swaybar=False, **options):
         super().__init__(**options)
-        self._bar = SwayBar if swaybar else Bar
+        self._swaybar = swaybar
 
     def _start_screen(self):
         self.environment["XDG_SESSION_TYPE"] = "wayland"
@@ -43,7 +43,7 @@ class WaylandDesktop(VirtualDesktop):
         self._display = self.screen.process
 
     def _start_panel(self):
-        self.panel = self._bar(self)
+        self.panel = Bar(self, self._swaybar)
         self.panel.start()
 
     def lose_display(self):
@@ -101,16 +101,18 @@ def _not_as_root(folder):
 
 
 class Bar:
-    """Waybar, whose tray shows the program's icon."""
+    """Waybar, or sway's own, which draws no menus in this version."""
 
-    def __init__(self, desktop):
-        self._desktop = desktop
+    def __init__(self, desktop, swaybar):
+        self._desktop, self._swaybar = desktop, swaybar
 
     def start(self):
         self._desktop.start(self._command())
         wait_until(lambda: self._desktop.bus.owner(WATCHER), "the bar's tray did not start")
 
     def _command(self):
+        if self._swaybar:
+            return ["swaybar", "--bar_id", _BAR_ID]
         path = os.path.join(self._desktop.folder, "waybar.json")
         with open(path, "w", encoding="utf-8") as file:
             json.dump(_BAR, file)
@@ -128,10 +130,3 @@ class Bar:
 
     def items(self):
         return registered_items(self._desktop.bus)
-
-
-class SwayBar(Bar):
-    """The bar that comes with sway; this version draws no menus."""
-
-    def _command(self):
-        return ["swaybar", "--bar_id", _BAR_ID]
