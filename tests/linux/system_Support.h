@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/headless/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <QString>
 
@@ -16,7 +16,7 @@ void startApplication();
 /// Runs the event loop until `isDone`; the runner's time limit ends a test that never gets there.
 void runUntil(std::function<bool()> const& isDone);
 
-using platform::headless::TemporaryFolder;
+using test::TemporaryFolder;
 
 [[nodiscard]] std::string readFile(std::filesystem::path const& file);
 

@@ -1,7 +1,7 @@
 #include "linux/tray_Application.h"
 #include "linux/tray_FakeHost.h"
 #include "linux/tray_SampleMenu.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/tray/DBusMenu.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
 #include "platform/view/StatusItem.h"
@@ -32,8 +32,8 @@ protected:
     {
         host.becomeWatcher();
         item = std::make_unique<StatusItem>();
-        item->button()->setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
-        item->button()->setToolTip("Quillbar · ⌥⌘T");
+        item->button().setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
+        item->button().setToolTip("Quillbar · ⌥⌘T");
         ASSERT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
     }
 
@@ -87,7 +87,7 @@ TEST_F(TrayBusTest, FaceCanBeReadPropertyByProperty)
 
 TEST_F(TrayBusTest, PulseIsHeldForHostsThatReadLate)
 {
-    auto& button = *item->button();
+    auto& button = item->button();
     for (auto const& [tint, name] : {
              std::pair { std::optional<Color> {}, "quillbar-heart-fill-dim35-symbolic" },
              std::pair { std::optional<Color>(Rgba { .red = 1 }), "quillbar-heart-fill-ff0000" },
@@ -153,7 +153,7 @@ TEST_F(TrayBusTest, ClickRunsTheItemThatWasShown)
     EXPECT_EQ(click(b, 4242).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
     EXPECT_EQ(ran, std::vector<std::string>({ "B" }));
-    EXPECT_EQ(userTime(), 4242U);
+    EXPECT_EQ(lastUserAction().time, 4242U);
 }
 
 TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsOnceAndNamesTheRest)
@@ -175,7 +175,7 @@ TEST_F(TrayBusTest, EventGroupRunsWhatItKnowsOnceAndNamesTheRest)
     EXPECT_EQ(send({}).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(waitUntil([this] { return !ran.empty(); }));
     EXPECT_EQ(ran, std::vector<std::string>({ "A" }));
-    EXPECT_EQ(userTime(), 99U);
+    EXPECT_EQ(lastUserAction().time, 99U);
 }
 
 TEST_F(TrayBusTest, ActionMayReplaceTheMenuAndEvenTheItem)
@@ -203,7 +203,7 @@ TEST_F(TrayBusTest, NonsenseIsAnsweredByAnError)
              { "NoSuchMethod", { QByteArray(1000, 'x') } } })
         EXPECT_EQ(host.callMenu(method, arguments).type(), QDBusMessage::ErrorMessage) << method;
     host.callItem("ProvideXdgActivationToken", { "panel-1-host_TIME777" });
-    EXPECT_EQ(userTime(), 777U);
+    EXPECT_EQ(lastUserAction().time, 777U);
     EXPECT_EQ(labels(), QStringList("A"));
 }
 

@@ -1,9 +1,8 @@
 #include "platform/linux/system/DesktopApplication.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/SessionBus.h"
-#include "platform/linux/system/WindowActivation.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -27,8 +26,8 @@ auto const objectPath = u"/com/quillbar/Quillbar"_s;
 void useTokens(QVariantMap const& platformData)
 {
     auto const startupId = platformData.value(u"desktop-startup-id"_s).toString().toStdString();
-    setUserTime(launchTime(startupId));
-    setActivationToken(platformData.value(u"activation-token"_s).toString());
+    noteUserAction(launchTime(startupId));
+    lastUserAction().activationToken = platformData.value(u"activation-token"_s).toString();
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "platform/linux/tray/DBusMenu.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 
 #include <QDBusError>
 #include <QDBusMetaType>
@@ -152,8 +152,7 @@ void DBusMenu::handleEvent(MenuExport::Row const& row, QString const& name, uint
         opened(row.id);
     if (name != "clicked"_L1 || row.item == nullptr)
         return;
-    if (timestamp != 0)
-        setUserTime(timestamp);
+    noteUserAction(timestamp != 0 ? timestamp : lastUserAction().time);
     // The host gets its answer first, and the item is a copy: the action may replace the menu.
     QMetaObject::invokeMethod(
         this, [item = *row.item] { performAction(item); }, Qt::QueuedConnection);

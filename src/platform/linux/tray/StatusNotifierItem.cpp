@@ -1,8 +1,7 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/DesktopApplication.h"
-#include "platform/linux/system/WindowActivation.h"
 #include "platform/linux/tray/DBusMenu.h"
 
 #include <QDBusError>
@@ -44,9 +43,9 @@ void StatusNotifierItem::ContextMenu(int /*x*/, int /*y*/)
 
 void StatusNotifierItem::ProvideXdgActivationToken(QString const& token)
 {
-    setActivationToken(token);
+    lastUserAction().activationToken = token;
     if (auto const time = launchTime(token.toStdString()); time != 0)
-        setUserTime(time);
+        noteUserAction(time);
 }
 
 void StatusNotifierItem::callLater(std::function<void()> const& callback)
