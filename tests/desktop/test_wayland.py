@@ -76,6 +76,9 @@ def test_the_host_opens_the_menu_on_either_button(program):
         badge = open_menu_of_host(program.desktop, button)
         program.desktop.screen.click(*badge)
         program.wait_for_runs(*["A"] * count)
+    # GNOME's extension opens the menu by itself after this answer.
+    with pytest.raises(GLib.Error, match="UnknownMethod"):
+        program.tray().call("Activate", "(ii)", 0, 0)
 
 
 def test_a_click_opens_the_palette_where_the_bar_draws_no_menu_and_it_ends_with_sway(tmp_path):

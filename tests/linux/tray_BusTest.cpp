@@ -114,7 +114,7 @@ TEST_F(TrayBusTest, IconIsNotCalledSymbolicInCinnamon)
     EXPECT_EQ(host.property("IconName"), "quillbar-heart-fill");
 }
 
-TEST_F(TrayBusTest, RowsAreReadAsDeepAndAsOftenAsNeeded)
+TEST_F(TrayBusTest, EachRowIsReadOnceAndAsDeepAsAsked)
 {
     setMenu({ heading("WORK"), pin("under_score"), MenuItem::separator() });
     EXPECT_EQ(labels(), QStringList({ "WORK", "under__score", "" }));
