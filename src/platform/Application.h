@@ -22,10 +22,10 @@ public:
     /// The event loop has ended; called once, unless the program is killed.
     virtual void applicationWillTerminate() = 0;
 
-    /// The person started the program again, or the desktop asks for its main window.
+    /// The person started the program again, or the system asks for its main window.
     virtual void openSettings() = 0;
 
-    /// The desktop asks for the quick-open palette.
+    /// The system asks for the quick-open palette.
     virtual void openPalette() = 0;
 };
 

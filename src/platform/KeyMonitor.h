@@ -31,10 +31,10 @@ inline constexpr std::uint32_t upArrow = 126;
 enum class KeyEventResult : std::uint8_t { Pass, Consume };
 
 enum class KeyMonitorReach : std::uint8_t {
-    /// The keys that the desktop leaves to this program.
+    /// The keys that the system leaves to this program.
     Application,
-    /// Also combinations that the window manager would keep, as long as a window of this program
-    /// is the key window.
+    /// Also combinations that the system would keep, as long as a window of this program is the
+    /// key window.
     GrabKeyboard,
 };
 

@@ -5,7 +5,8 @@
 
 namespace quillbar::platform {
 
-/// Whether an off-switch that the person set in the desktop's own dialog outlives the rewrite.
+/// Whether the rewrite keeps an entry switched off that the person switched off in the system's own
+/// settings.
 enum class LoginSwitch : std::uint8_t { Keep, Reset };
 
 /// Three facts: what the entry is called, what it starts, and that it starts once at login.

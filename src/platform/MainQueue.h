@@ -5,7 +5,8 @@
 
 namespace quillbar::platform {
 
-/// Queues `work` for the main thread; runs in the order of posting. Any thread.
+/// Queues `work` for the main thread. Work runs in the order of posting, and goes on while earlier
+/// work runs an event loop of its own, as a modal question or an open menu does. Any thread.
 void post(std::function<void()> work);
 
 /// Runs `work` on the main thread once, no sooner than `delay` from now. Main thread. A delay of

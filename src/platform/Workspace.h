@@ -4,7 +4,7 @@
 
 namespace quillbar::platform {
 
-/// Hands an address to the program that the desktop has for its scheme. Never blocks; reports
+/// Hands an address to the program that the person has chosen for its scheme. Never blocks; reports
 /// nothing. Main thread.
 void openAddress(std::string const& address);
 

@@ -1,6 +1,7 @@
 #include "contract/Backend.h"
 
 #include <QApplication>
+#include <QWidget>
 #include <gtest/gtest.h>
 
 namespace quillbar::test {
@@ -9,6 +10,17 @@ void settle()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
+}
+
+void runUntil(std::function<bool()> const& isDone)
+{
+    while (!isDone())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void closeAlert()
+{
+    QApplication::activeModalWidget()->close();
 }
 
 } // namespace quillbar::test

@@ -130,13 +130,5 @@ TEST_F(ViewEvents, Callback_mayDestroyItsWindow)
     EXPECT_TRUE(gone.expired());
 }
 
-TEST_F(ViewEvents, PopUpInsertion_keepsTheSelectedItemSelected)
-{
-    auto const popUp = add(std::make_shared<PopUpButton>());
-    popUp->addItem(item("Heart"));
-    popUp->insertItem(item("Custom"), 0);
-    EXPECT_EQ(popUp->selectedItem()->title, "Heart");
-}
-
 } // namespace
 } // namespace quillbar::platform

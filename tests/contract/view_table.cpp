@@ -1,8 +1,8 @@
 #include "contract/Backend.h"
-#include "platform/view/Button.h"
 #include "platform/view/Label.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/TableView.h"
+#include "platform/view/TextField.h"
 #include "platform/view/Window.h"
 
 #include <gtest/gtest.h>
@@ -47,7 +47,7 @@ protected:
             view = std::make_shared<View>();
             view->setIdentifier("row");
             view->addSubview(std::make_shared<Label>());
-            view->addSubview(std::make_shared<Button>());
+            view->addSubview(std::make_shared<TextField>());
             ++made;
         }
         static_cast<Label&>(*view->subviews()[0]).setText(names[row]);

@@ -2,6 +2,7 @@
 #include "platform/view/Button.h"
 #include "platform/view/Label.h"
 #include "platform/view/ScrollView.h"
+#include "platform/view/TextField.h"
 #include "platform/view/Window.h"
 
 #include <gtest/gtest.h>
@@ -22,6 +23,11 @@ protected:
         auto button = std::make_shared<Button>(ButtonStyle::Push, std::move(title));
         button->setFrame({ 0, 0, 80, 30 });
         return window->contentView().addSubview(std::move(button));
+    }
+
+    std::shared_ptr<TextField> addField()
+    {
+        return window->contentView().addSubview(std::make_shared<TextField>());
     }
 
     std::shared_ptr<Window> window
@@ -67,10 +73,10 @@ TEST_F(ViewWindows, ReturnAndEnter_clickTheDefaultButtonUnlessItIsOff)
 
 TEST_F(ViewWindows, Tab_visitsWhatIsVisibleAndOnInTheOrderOfAdding)
 {
-    auto const first = addButton("1");
-    auto const off = addButton("2");
-    auto const hidden = addButton("3");
-    auto const last = addButton("4");
+    auto const first = addField();
+    auto const off = addField();
+    auto const hidden = addField();
+    auto const last = addField();
     off->setEnabled(false);
     hidden->setHidden(true);
     window->contentView().addSubview(std::make_shared<Label>("5"));
@@ -96,8 +102,8 @@ protected:
         scroll->setDocumentView(list);
         window->makeKeyAndOrderFront();
         for (int row = 0; row < 1000; ++row) {
-            auto const box = list->addSubview(std::make_shared<Button>(ButtonStyle::CheckBox));
-            box->setFrame({ 10, 20.0 * row, 200, 20 });
+            auto const field = list->addSubview(std::make_shared<TextField>());
+            field->setFrame({ 10, 20.0 * row, 200, 20 });
         }
         list->setFrame({ 0, 0, 280, 20000 });
     }
@@ -105,8 +111,8 @@ protected:
     [[nodiscard]] std::size_t peerCount() const
     {
         std::size_t count = 0;
-        for (auto const& box : list->subviews())
-            count += box->native() ? 1 : 0;
+        for (auto const& field : list->subviews())
+            count += field->native() ? 1 : 0;
         return count;
     }
 

@@ -1,8 +1,6 @@
 #include "linux/system_Support.h"
 #include "platform/MainQueue.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -62,18 +60,6 @@ TEST_F(MainQueue, Post_keepsTheOrderOfEveryThread)
         EXPECT_EQ(order.size(), static_cast<std::size_t>(rounds));
         EXPECT_TRUE(std::is_sorted(order.begin(), order.end())) << thread;
     }
-}
-
-TEST_F(MainQueue, Post_goesOnWhileWorkRunsALoopOfItsOwn)
-{
-    QEventLoop modal;
-    bool isOver = false;
-    post([&] {
-        modal.exec();
-        isOver = true;
-    });
-    post([&] { modal.quit(); });
-    runUntil([&] { return isOver; });
 }
 
 TEST_F(MainQueue, DelayedWork_comesByItsTimeAndNeverSooner)

@@ -1,8 +1,7 @@
 #include "platform/view/TextField.h"
+#include "support/HeadlessTest.h"
 #include "support/Person.h"
 #include "ui/HotkeyRecorder.h"
-
-#include <gtest/gtest.h>
 
 namespace quillbar {
 namespace {
@@ -10,7 +9,7 @@ namespace {
 using test::click;
 using test::press;
 
-class Recording : public testing::Test {
+class Recording : public test::HeadlessTest {
 protected:
     Recording()
     {
@@ -74,6 +73,15 @@ TEST_F(Recording, StartedByKeyboard_returnsTheFocus)
     press(platform::key::space);
     EXPECT_EQ(recorder->visibleText(), "Space");
     EXPECT_EQ(window->firstResponder(), recorder);
+}
+
+TEST_F(Recording, Tab_visitsTheFieldOnlyWithoutFullKeyboardAccess)
+{
+    record.isFullKeyboardAccessEnabled = false;
+    for (int turn = 0; turn < 2; ++turn) {
+        press(platform::key::tab);
+        EXPECT_EQ(window->firstResponder(), field);
+    }
 }
 
 TEST_F(Recording, ClosedWindow_endsItEachTime)

@@ -69,6 +69,7 @@ AlertAnswer runModal(Alert const& alert)
     record().shownAlerts.push_back(alert);
     if (auto const onAlert = record().onAlert)
         onAlert(alert);
+    headless::runPosted();
     auto& answers = record().alertAnswers;
     if (answers.empty()) {
         return { .button = alert.buttons.empty() ? 0 : alert.buttons.size() - 1,

@@ -70,13 +70,14 @@ struct Record {
     std::vector<Window*> windows;
     /// Null while no window has the keyboard. A window gets it as soon as it asks.
     Window* keyWindow = nullptr;
+    bool isFullKeyboardAccessEnabled = true;
     /// The status item that exists, or null.
     StatusItem* statusItem = nullptr;
 
     std::vector<Alert> shownAlerts;
     /// The answers to the next alerts. An alert without one is answered with its last button.
     std::deque<AlertAnswer> alertAnswers;
-    /// Called, if set, while an alert is shown.
+    /// Called, if set, while an alert is shown; what was posted runs afterwards, before the answer.
     std::function<void(Alert const&)> onAlert;
 
     NotificationAuthorization notificationAuthorization = NotificationAuthorization::NotDetermined;

@@ -12,18 +12,9 @@ void PopUpButton::removeAllItems()
 
 void PopUpButton::addItem(MenuItem item)
 {
-    insertItem(std::move(item), items_.size());
-}
-
-void PopUpButton::insertItem(MenuItem item, std::size_t index)
-{
-    if (index > items_.size())
-        return;
-    items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(index), std::move(item));
+    items_.push_back(std::move(item));
     if (!selectedIndex_)
-        selectedIndex_ = index;
-    else if (index <= *selectedIndex_)
-        ++*selectedIndex_;
+        selectedIndex_ = 0;
     ++itemsVersion_;
     sync();
 }

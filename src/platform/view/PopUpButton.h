@@ -21,8 +21,6 @@ public:
 
     void removeAllItems();
     void addItem(MenuItem item);
-    /// Keeps the selected item selected.
-    void insertItem(MenuItem item, std::size_t index);
     /// Ignores an index that names no item.
     void selectItem(std::size_t index);
 

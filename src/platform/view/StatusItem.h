@@ -32,7 +32,7 @@ public:
 
     void setImage(Image image);
     void setToolTip(std::string toolTip);
-    /// Nothing leaves the colour to the panel.
+    /// Nothing leaves the colour to the system.
     void setContentTintColor(std::optional<Color> color);
     /// From 0 (clear) to 1; the change may be animated.
     void setAlpha(double alpha);

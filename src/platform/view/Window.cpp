@@ -11,11 +11,17 @@ namespace {
 
 using Views = std::vector<std::shared_ptr<View>>;
 
+bool isTabStop(View const& view)
+{
+    return view.acceptsFirstResponder()
+        && (view.kind() == ViewKind::TextField || isFullKeyboardAccessEnabled());
+}
+
 void collectKeyViews(std::shared_ptr<View> const& view, Views& found)
 {
     if (view->isHidden())
         return;
-    if (view->acceptsFirstResponder())
+    if (isTabStop(*view))
         found.push_back(view);
     for (auto const& subview : view->keyOrder())
         collectKeyViews(subview, found);

@@ -140,5 +140,8 @@ void syncFirstResponder(Window const& window);
 void centerNativeWindow(Window const& window);
 /// The window is visible: brings it forward and asks for the keyboard if it may have it.
 void raiseNativeWindow(Window const& window);
+/// Whether Tab visits every control, by the person's setting for all programs; otherwise it visits
+/// the text fields only.
+[[nodiscard]] bool isFullKeyboardAccessEnabled();
 
 } // namespace quillbar::platform

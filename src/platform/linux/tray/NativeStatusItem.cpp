@@ -24,7 +24,7 @@ MenuOwner menuOwner()
     return isWaylandSession() ? MenuOwner::Host : MenuOwner::Program;
 }
 
-constexpr auto const* unavailable
+constexpr auto const* noTrayExplanation
     = "This desktop shows no tray icons. Start Quillbar again to open its settings; Ctrl+Q in its "
       "windows quits it.";
 
@@ -66,7 +66,7 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
     placeWait_.setInterval(10s);
     QObject::connect(&placeWait_, &QTimer::timeout, &placeWait_, [this] {
         if (!legacyTray_.isShown())
-            item_.systemReportedUnavailable(unavailable);
+            item_.systemReportedUnavailable(noTrayExplanation);
     });
 }
 
