@@ -17,19 +17,6 @@ def desktop():
         yield running
 
 
-def ground(window):
-    x, y, _, _ = window.area()
-    return window.screen.picture((x + 4, y + 4, 1, 1)).getpixel((0, 0))
-
-
-def wait_dark(window):
-    wait_until(lambda: max(ground(window)) < 80, lambda: f"the window has {ground(window)}")
-
-
-def wait_light(window):
-    wait_until(lambda: min(ground(window)) > 200, lambda: f"the window has {ground(window)}")
-
-
 def test_windows_have_the_desktops_colours_from_the_first_one_on(program):
     program.pin("A", "B")
     os.remove(os.path.join(program.shortcuts_folder, "B"))
@@ -37,9 +24,9 @@ def test_windows_have_the_desktops_colours_from_the_first_one_on(program):
         # The menu comes only after the alert is answered.
         program.launch()
         alert = Window(program, "Quillbar")
-        wait_dark(alert)
+        alert.wait_dark()
         portal.change("light")
-        wait_light(alert)
+        alert.wait_light()
         alert.screen.press("Escape")
 
 
@@ -47,7 +34,7 @@ def test_without_a_portal_the_name_of_the_gtk_theme_tells(program):
     program.pin("A")
     program.start()
     about = program.open_about()
-    wait_light(about)
+    about.wait_light()
     configuration = os.path.join(program.home, "xsettingsd.conf")
 
     def name_theme(name):
@@ -56,10 +43,10 @@ def test_without_a_portal_the_name_of_the_gtk_theme_tells(program):
 
     name_theme("Adwaita-dark")
     manager = program.desktop.start(["xsettingsd", "--config", configuration])
-    wait_dark(about)
+    about.wait_dark()
     name_theme("Arc-Darker")
     manager.send_signal(signal.SIGHUP)
-    wait_light(about)
+    about.wait_light()
     program.desktop.processes.end(manager)
 
 
@@ -70,7 +57,7 @@ def test_under_kde_windows_have_the_persons_colours(program):
     program.pin("A")
     program.start(XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5")
     about = program.open_about()
-    wait_until(lambda: ground(about) == (120, 60, 90), lambda: f"the window has {ground(about)}")
+    wait_until(lambda: about.ground() == (120, 60, 90), lambda: f"the window has {about.ground()}")
 
 
 @pytest.fixture

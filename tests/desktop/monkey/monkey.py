@@ -34,7 +34,9 @@ class Monkey:
         self.program = Program(desktop, binary, os.path.join(desktop.folder, "monkey"))
         self.tool = os.path.join(self.program.home, "shortcuts")
         self.samples, self.count = [], 0
-        self._log, self._real_tool, self._troubles = log, tool, {}
+        # What ends the trouble that there is, and at which step.
+        self.trouble, self.trouble_ends = None, 0
+        self._log, self._real_tool = log, tool
         self.note(f"seed {seed}")
 
     def note(self, text):
@@ -53,7 +55,8 @@ class Monkey:
         """Takes that many steps, then rests."""
         for _ in range(steps):
             self.count += 1
-            self._end_troubles(self.count)
+            if self.count >= self.trouble_ends:
+                self._end_trouble()
             self._take_step()
             self._check_life()
         self._rest()
@@ -69,15 +72,8 @@ class Monkey:
     def pick(self, choices):
         """One of them, written down; None of nothing."""
         chosen = self.random.choice(choices) if choices else None
-        self.note(f"  {getattr(chosen, 'name', chosen)!r}")
+        self.note(f"  {getattr(chosen, 'name', chosen)}")
         return chosen
-
-    def has_trouble(self, name):
-        return name in self._troubles
-
-    def add_trouble(self, name, end):
-        """`end` is called some steps later, at the latest at the next rest."""
-        self._troubles[name] = (self.count + self.random.randint(2, 25), end)
 
     def has_menu(self):
         return any(self._is_menu(window[0]) for window in self.program.windows())
@@ -127,18 +123,16 @@ class Monkey:
         status = self.program.process.poll()
         assert status is None, f"the program ended with {status}: {self.program.take_output()}"
 
-    def _end_troubles(self, now=None):
-        """Ends those whose time has come; all of them without a time."""
-        for name, (due, end) in list(self._troubles.items()):
-            if now is None or now >= due:
-                self.note(f"  end of {name}")
-                del self._troubles[name]
-                end()
+    def _end_trouble(self):
+        if self.trouble:
+            self.note("end of the trouble")
+            self.trouble()
+            self.trouble = None
 
     def _rest(self):
         """Puts everything right, checks the program, and takes a sample of what it holds."""
         self.note("rest")
-        self._end_troubles()
+        self._end_trouble()
         self._come_to_rest()
         pins = self._check_saving()
         self._check_hotkeys(pins)

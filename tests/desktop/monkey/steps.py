@@ -4,8 +4,6 @@ import os
 import signal
 import string
 
-from gi.repository import GLib
-
 STEPS = []
 # Hotkeys are these with Control and Alt: first the palette's, then the pins'.
 LETTERS = "TBFGHJ"
@@ -17,7 +15,6 @@ _KEYS = ["Escape", "Return", "Tab", "Up", "Down", "Left", "Right", "Home", "End"
 # In a menu Return could quit.
 _MENU_KEYS = ["Escape", "Down", "Up", "1", "2", "3", "9", "0", "Home", "Tab", "Left", "Right"]
 _CLICKED = ("push button", "check box", "combo box", "list item", "text", "menu item")
-_APPLICATION = ("com.quillbar.Quillbar", "/com/quillbar/Quillbar", "org.freedesktop.Application")
 _LISTINGS = ["exit 1", "sleep 1.5", "head -c 1000000 /dev/zero", "printf 'Other\\nAlpha\\n'", "",
              "seq 1 3000", "printf 'A\\377\\nAlpha\\n'", "kill -9 $$", "echo Alpha; sleep 2 &"]
 
@@ -26,19 +23,6 @@ def step(weight):
     def add(function):
         STEPS.append((weight, function))
         return function
-
-    return add
-
-
-def trouble(weight, name):
-    """A step that returns what ends its trouble; it does nothing while one of that name lasts."""
-    def add(begin):
-        def begin_unless_there(monkey):
-            if not monkey.has_trouble(name):
-                monkey.add_trouble(name, begin(monkey))
-
-        begin_unless_there.__name__ = begin.__name__
-        return step(weight)(begin_unless_there)
 
     return add
 
@@ -100,8 +84,7 @@ def click_icon(monkey):
 
 @step(12)
 def click_exported_row(monkey):
-    rows = [row for row in monkey.menu.rows() if not row.name.startswith("Quit ")]
-    row = monkey.pick(rows)
+    row = monkey.pick([row for row in monkey.menu.rows() if not row.name.startswith("Quit ")])
     if row:
         monkey.menu.send(row.id)
 
@@ -113,38 +96,29 @@ def close_window(monkey):
         monkey.close(window[0])
 
 
-@step(4)
-def act_on_application(monkey):
-    monkey.desktop.bus.call(*_APPLICATION, "ActivateAction", "(sava{sv})",
-                            monkey.pick(["palette", "settings", "no such", ""]), [], {
-        "desktop-startup-id": GLib.Variant("s", f"x_TIME{monkey.random.randint(0, 2**33)}")})
+@step(8)
+def break_something(monkey):
+    """One thing at a time, which is mended some steps later, at the latest at the next rest."""
+    if not monkey.trouble:
+        monkey.trouble = monkey.pick([kill_panel, stop_notifications, break_tool])(monkey)
+        monkey.trouble_ends = monkey.count + monkey.random.randint(2, 25)
 
 
-@trouble(1, "no panel")
 def kill_panel(monkey):
     monkey.desktop.panel.kill()
     return monkey.desktop.panel.start
 
 
-@trouble(1, "hung notifications")
-def freeze_notifications(monkey):
+def stop_notifications(monkey):
     process = monkey.desktop.notifications.process
     process.send_signal(signal.SIGSTOP)
     return lambda: process.send_signal(signal.SIGCONT)
 
 
-@trouble(5, "broken tool")
 def break_tool(monkey):
-    listing = monkey.pick([None, *_LISTINGS])
+    listing = monkey.pick(_LISTINGS)
     os.remove(monkey.tool)
-    if listing is not None:
-        with open(monkey.tool, "w", encoding="utf-8") as file:
-            file.write(f"#!/bin/sh\n{listing}\n")
-        os.chmod(monkey.tool, 0o700)
+    with open(monkey.tool, "w", encoding="utf-8") as file:
+        file.write(f"#!/bin/sh\n{listing}\n")
+    os.chmod(monkey.tool, 0o700)
     return monkey.mend_tool
-
-
-@trouble(2, "missing shortcut")
-def remove_shortcut(monkey):
-    os.remove(os.path.join(monkey.program.shortcuts_folder, "Beta"))
-    return lambda: monkey.program.add_shortcut("Beta")

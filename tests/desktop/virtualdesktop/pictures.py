@@ -14,8 +14,6 @@ from .window import Window
 
 _CONTROL_OPTION, _COMMAND_OPTION = 0x1800, 0x900
 _KEY_J, _KEY_RETURN, _KEY_SPACE, _KEY_T = 38, 36, 49, 17
-_TAKEN = {"Join stand-up": {"keyCode": _KEY_J, "modifiers": _CONTROL_OPTION}}
-
 _PINS = {"Tidy downloads": None, "Join stand-up": "Work", "Connect to office": "Work",
          "Start focus hour": "Work", "Back up photos": "Home", "Scan to PDF": "Home"}
 _OTHERS = ["Empty trash", "Merge PDF files", "Mute everything", "Plain-text clipboard",
@@ -83,8 +81,9 @@ def picture_of_window(window, path):
 def _draw_marked_hotkey(program, path):
     """The row of a hotkey that another program has, with the pointer on its recorder."""
     screen = program.desktop.screen
-    program.pin(*_PINS, **{**_SETTINGS,
-                           "shortcutHotkeys": {**_SETTINGS["shortcutHotkeys"], **_TAKEN}})
+    taken = {"Join stand-up": {"keyCode": _KEY_J, "modifiers": _CONTROL_OPTION}}
+    hotkeys = {**_SETTINGS["shortcutHotkeys"], **taken}
+    program.pin(*_PINS, **{**_SETTINGS, "shortcutHotkeys": hotkeys})
     program.start()
     window = program.open_settings()
     recorder = window.middle("push button", "Hotkey for Join stand-up")

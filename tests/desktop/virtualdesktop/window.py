@@ -32,6 +32,17 @@ class Window:
         """Where its inside is: (x, y, width, height)."""
         return self.screen.area(self.id)
 
+    def ground(self):
+        """The colour of an empty corner."""
+        x, y, _, _ = self.area()
+        return self.screen.picture((x + 4, y + 4, 1, 1)).getpixel((0, 0))
+
+    def wait_dark(self):
+        wait_until(lambda: max(self.ground()) < 80, lambda: f"{self.title!r} has {self.ground()}")
+
+    def wait_light(self):
+        wait_until(lambda: min(self.ground()) > 200, lambda: f"{self.title!r} has {self.ground()}")
+
     def is_open(self):
         return self.id in self._titles()
 
