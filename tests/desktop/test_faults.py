@@ -206,7 +206,8 @@ def test_hotkeys_pressed_while_the_tool_takes_its_time_come_afterwards(program):
 
 
 @pytest.mark.parametrize("run, told", [
-    ("kill -9 $$", "“A” couldn’t run"), ("head -c 100M /dev/zero; head -c 100M /dev/zero >&2", "Launched"),
+    ("kill -9 $$", "“A” couldn’t run"),
+    ("head -c 100M /dev/zero; head -c 100M /dev/zero >&2", "Launched"),
     ("sleep 600 & sleep 600 >&2 &", "Launched")])
 def test_runs_that_go_wrong_are_told(program, run, told):
     menu = start(program).menu

@@ -97,7 +97,8 @@ def start_bus(processes, folder, environment, root=None):
     a system in a root folder of its own: then what is installed there."""
     socket = os.path.join(folder, "bus")
     if root:
-        command = ["/usr/sbin/chroot", root, "dbus-daemon", "--session", f"--address=unix:path={socket}"]
+        command = ["/usr/sbin/chroot", root, "dbus-daemon", "--session",
+                   f"--address=unix:path={socket}"]
     else:
         configuration = os.path.join(folder, "bus.conf")
         with open(configuration, "w", encoding="utf-8") as file:
