@@ -1,6 +1,5 @@
 """The windows that a start shows, and where their buttons and links lead."""
 
-import os
 import stat
 
 import pytest
@@ -93,19 +92,3 @@ def test_no_shortcuts_offer_to_make_one(program, opened):
     assert opened()[0] == "shortcuts://"
     welcome.click("push button", "Later")
     welcome.wait_closed()
-
-
-def test_pins_whose_shortcut_is_gone_are_shown_as_they_are_and_removed(program):
-    unlistable = "a tab\there & <there>"
-    program.pin("A", "B")
-    program.write_config({**program.read_config(), "pinned": ["A", "B", unlistable]})
-    os.remove(os.path.join(program.shortcuts_folder, "A"))
-    program.launch()
-    alert = Window(program, "Quillbar")
-    alert.element("label", f"A\n{unlistable}")
-    alert.click("push button", "Remove")
-    # The menu comes only after the alert is answered.
-    menu = program.tray().menu
-    wait_until(lambda: menu.titles()[:3] == ["QUILLBAR", "B", "Edit in Shortcuts…"],
-               lambda: f"the menu shows {menu.titles()}")
-    assert program.read_config()["pinned"] == ["B"]
