@@ -61,7 +61,8 @@ void SettingsWindowController::buildGeneral(platform::View& content)
     iconPopup_->setAccessibilityLabel("Menu bar icon");
     rebuildIconMenu();
 
-    addText(content, { 28, 126, 120, 20 }, "Quick open hotkey:", {});
+    addText(content, { 28, 126, 120, 20 }, "Quick open hotkey:", {})
+        ->setLineBreak(platform::LineBreak::Tighten);
     content.addSubview(menuHotkeyRecorder_)->setFrame({ 200, 120, 336, 28 });
     menuHotkeyRecorder_->setAccessibilityLabel("Quick open hotkey");
     menuHotkeyRecorder_->setPlaceholderString("Click to record");

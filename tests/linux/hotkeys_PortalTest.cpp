@@ -3,8 +3,8 @@
 #include "linux/system_Support.h"
 #include "platform/KeyModifiers.h"
 #include "platform/linux/UserTime.h"
+#include "platform/linux/hotkeys/KeyNames.h"
 #include "platform/linux/hotkeys/PortalHotkeys.h"
-#include "platform/linux/hotkeys/TriggerText.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
@@ -286,25 +286,6 @@ TEST_F(PortalHotkeysTest, LeftOutOrTakenBack_countsAsDeclined)
     portal->emitSignal(
         portal->sessionPath, u"org.freedesktop.portal.Session"_s, u"Closed"_s, { QVariantMap() });
     runUntil([&] { return obstacle(keyT) == HotkeyObstacle::Declined; });
-}
-
-TEST_F(PortalHotkeysTest, PortalThatEndsOverTheQuestion_isAskedTwice)
-{
-    startHotkeys();
-    claim(keyT, 1, "a");
-    runUntil([&] { return obstacle(keyT) == HotkeyObstacle::NoService; });
-    for (int question = 0; question < 2; ++question) {
-        startPortal();
-        portal->answer.clear();
-        waitForCall(u"BindShortcuts"_s);
-        EXPECT_EQ(obstacle(keyT), std::nullopt);
-        portal.reset();
-        waitForNews();
-    }
-    startPortal();
-    waitForNews();
-    EXPECT_EQ(callsSoFar(), QStringList({ u"Register"_s, u"Get"_s }));
-    EXPECT_EQ(obstacle(keyT), HotkeyObstacle::NoService);
 }
 
 TEST_F(PortalHotkeysTest, ForeignSession_isNotUsed)

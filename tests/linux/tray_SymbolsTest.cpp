@@ -25,10 +25,7 @@ using namespace quillbar::testing;
 
 QString fileOf(std::string_view name)
 {
-    auto const source = findSymbol(name);
-    if (!source || !std::holds_alternative<SymbolFile>(*source))
-        return {};
-    return QFileInfo(std::get<SymbolFile>(*source).path).completeBaseName();
+    return QFileInfo(findSymbol(name).value_or(QString())).completeBaseName();
 }
 
 TEST(Symbols, EveryOneOfTheIconChooserAndTheMenuCanBeDrawn)

@@ -1,49 +1,17 @@
 #include "linux/views_Fixture.h"
 #include "platform/view/Button.h"
-#include "platform/view/Label.h"
 #include "platform/view/PopUpButton.h"
 #include "platform/view/TextField.h"
-#include "platform/view/TextSize.h"
 
-#include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 
 namespace quillbar::platform {
 namespace {
 
-class Controls : public ViewsFixture {
-protected:
-    std::shared_ptr<PopUpButton> addPopUp(View& parent)
-    {
-        auto popUp = parent.addSubview(std::make_shared<PopUpButton>());
-        popUp->setFrame({ 10, 4, 124, 22 });
-        for (auto const* title : { "None", "Work", "Personal" }) {
-            MenuItem item;
-            item.title = title;
-            popUp->addItem(item);
-        }
-        return popUp;
-    }
-};
-
-TEST_F(Controls, ParagraphThatJustFailsToFit_isDrawnNarrowerAndNotCut)
-{
-    constexpr double width = 200;
-    std::string text = "H";
-    while (textSize(text, {}).width <= width)
-        text += " H";
-    auto const label = add(std::make_shared<Label>(), { 0, 0, width, 22 });
-    label->setLineBreak(LineBreak::WordWrap);
-    label->setText(text);
-    auto const drawn = widgetOf(*label).grab().toImage();
-    auto const ground = drawn.pixel(drawn.width() - 1, drawn.height() - 1);
-    for (int y = drawn.height() - 4; y < drawn.height(); ++y) {
-        for (int x = 0; x < drawn.width(); ++x)
-            ASSERT_EQ(drawn.pixel(x, y), ground) << "a second line begins";
-    }
-}
+using Controls = ViewsFixture;
 
 TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
 {
@@ -60,7 +28,12 @@ TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
 
 TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
 {
-    auto const popUp = addPopUp(window->contentView());
+    auto const popUp = add(std::make_shared<PopUpButton>(), { 10, 4, 124, 22 });
+    for (auto const* title : { "None", "Work" }) {
+        MenuItem item;
+        item.title = title;
+        popUp->addItem(item);
+    }
     auto& combo = static_cast<QComboBox&>(widgetOf(*popUp));
     window->makeFirstResponder(popUp);
     press(Qt::Key_P);
@@ -70,6 +43,15 @@ TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
     QTest::keyClick(combo.view(), Qt::Key_Down);
     QTest::keyClick(combo.view(), Qt::Key_Return);
     EXPECT_EQ(popUp->selectedIndex(), 1u);
+}
+
+TEST_F(Controls, CheckBox_isAsLargeForAssistiveTechnologyAsItsFrame)
+{
+    auto const box
+        = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"), { 9, 7, 58, 16 });
+    auto& widget = widgetOf(*box);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&widget)->rect(),
+        QRect(widget.mapToGlobal(QPoint()), widget.size()));
 }
 
 TEST_F(Controls, TypedText_arrivesAndACompositionOnlyWhenItIsDone)

@@ -41,10 +41,10 @@ protected:
     [[nodiscard]] static QWidget& widgetOf(View const& view) { return view.native()->widget(); }
 
     /// Presses a key where the keyboard is.
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    void press(Qt::Key key)
     {
         auto* const focused = QApplication::focusWidget();
-        QTest::keyClick(focused ? focused : QApplication::activeWindow(), key, modifiers);
+        QTest::keyClick(focused ? focused : QApplication::activeWindow(), key);
     }
 
     std::shared_ptr<Window> window

@@ -49,29 +49,51 @@ TEST_F(Keys, RecordingMonitor_holdsTheKeyboardAndTakesShortcuts)
     EXPECT_EQ(QWidget::keyboardGrabber(), nullptr);
 }
 
-TEST(KeyTranslation, GoesByTheScanCodeAndDropsModifierKeys)
+// A held Tab, recorded as a hotkey, must not move the focus on when recording is over.
+TEST_F(Keys, RepeatsOfARecordedKey_goNowhere)
+{
+    auto const other = add(std::make_shared<TextField>(), { 10, 50, 200, 30 });
+    constexpr quint32 tabScanCode = 15 + 8;
+    auto const pressTab = [&](bool isRepeat) {
+        QKeyEvent event(
+            QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, tabScanCode, 0, 0, {}, isRepeat);
+        auto* const grabber = QWidget::keyboardGrabber();
+        QApplication::sendEvent(grabber ? grabber : QApplication::focusWidget(), &event);
+    };
+    auto recorder = addKeyDownMonitor(
+        [](KeyEvent const&) { return KeyEventResult::Consume; }, KeyMonitorReach::GrabKeyboard);
+    pressTab(false);
+    recorder.reset();
+    pressTab(true);
+    EXPECT_EQ(window->firstResponder(), field);
+    pressTab(false);
+    EXPECT_EQ(window->firstResponder(), other);
+    pressTab(true);
+    EXPECT_EQ(window->firstResponder(), field);
+}
+
+TEST(KeyTranslation, RecordsPlacesAndDropsModifierKeys)
 {
     struct Case {
         int key;
         unsigned scanCode;
         Qt::KeyboardModifiers modifiers;
-        std::optional<KeyEvent> expected;
+        std::optional<KeyEvent> recorded;
+        std::optional<KeyEvent> inWindows;
     };
     Case const cases[] {
-        // What the layout writes on the key does not matter.
-        { Qt::Key_Z, 21 + 8, Qt::NoModifier, KeyEvent { 16, 0 } },
-        { Qt::Key_Percent, 6 + 8, Qt::ShiftModifier, KeyEvent { 23, shiftKey } },
-        { Qt::Key_T, 20 + 8, Qt::MetaModifier | Qt::AltModifier,
-            KeyEvent { 17, commandKey | optionKey } },
-        { Qt::Key_Enter, 96 + 8, Qt::KeypadModifier, KeyEvent { key::keypadEnter, 0 } },
-        { Qt::Key_Meta, 56 + 8, Qt::ShiftModifier, std::nullopt },
-        { Qt::Key_CapsLock, 58 + 8, Qt::NoModifier, std::nullopt },
-        { Qt::Key_Escape, 0, Qt::ControlModifier, KeyEvent { key::escape, controlKey } },
-        { Qt::Key_unknown, 0, Qt::NoModifier, std::nullopt },
+        // What the layout writes on a key does not matter.
+        { Qt::Key_Percent, 6 + 8, Qt::ShiftModifier, KeyEvent { 23, shiftKey },
+            KeyEvent { 23, shiftKey } },
+        { Qt::Key_Meta, 56 + 8, Qt::ShiftModifier, std::nullopt, std::nullopt },
+        { Qt::Key_CapsLock, 58 + 8, Qt::NoModifier, std::nullopt, std::nullopt },
+        // CapsLock made an Escape key.
+        { Qt::Key_Escape, 58 + 8, Qt::NoModifier, KeyEvent { 57, 0 }, KeyEvent { key::escape, 0 } },
     };
-    for (auto const& [key, scanCode, modifiers, expected] : cases) {
+    for (auto const& [key, scanCode, modifiers, recorded, inWindows] : cases) {
         QKeyEvent const event(QEvent::KeyPress, key, modifiers, scanCode, 0, 0);
-        EXPECT_EQ(translateKey(event), expected) << key;
+        EXPECT_EQ(translateKey(event, KeyMeaning::Place), recorded) << key;
+        EXPECT_EQ(translateKey(event, KeyMeaning::Layout), inWindows) << key;
     }
 }
 

@@ -10,6 +10,8 @@ enum class TextAlignment : std::uint8_t { Left, Center, Right };
 enum class LineBreak : std::uint8_t {
     /// One line; what does not fit ends in an ellipsis.
     TruncateTail,
+    /// One line; letters that do not fit move closer together. For fixed texts.
+    Tighten,
     /// As many lines as fit, from the top.
     WordWrap,
 };

@@ -40,7 +40,7 @@ public:
     void setTitle(std::string title);
     void setLevel(WindowLevel level);
     void setBackground(WindowBackground background);
-    /// Drawn where the system lets a program choose.
+    /// Around a clear window, where compositors draw none, a stronger edge may stand for it.
     void setHasShadow(bool hasShadow);
     void setMovableByBackground(bool isMovable);
     /// Replaces the view that fills the window.

@@ -4,7 +4,9 @@
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 namespace quillbar::platform {
 
@@ -43,6 +45,13 @@ QColor systemColor(SystemColor color, QPalette const& palette)
     }
     return text;
 }
+
+constexpr std::array<std::pair<KeyModifiers, Qt::KeyboardModifier>, 4> modifierPairs { {
+    { commandKey, Qt::MetaModifier },
+    { optionKey, Qt::AltModifier },
+    { controlKey, Qt::ControlModifier },
+    { shiftKey, Qt::ShiftModifier },
+} };
 
 QFont::Weight toQtWeight(FontWeight weight)
 {
@@ -98,6 +107,24 @@ QFont toQFont(Font const& font)
 bool isDark(QPalette const& palette)
 {
     return palette.color(QPalette::Active, QPalette::Window).lightness() < 128;
+}
+
+Qt::KeyboardModifiers toQtModifiers(KeyModifiers modifiers)
+{
+    Qt::KeyboardModifiers result;
+    for (auto const& [portable, qt] : modifierPairs)
+        result.setFlag(qt, (modifiers & portable) != 0);
+    return result;
+}
+
+KeyModifiers toKeyModifiers(Qt::KeyboardModifiers modifiers)
+{
+    KeyModifiers result = 0;
+    for (auto const& [portable, qt] : modifierPairs) {
+        if (modifiers.testFlag(qt))
+            result |= portable;
+    }
+    return result;
 }
 
 } // namespace quillbar::platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/KeyModifiers.h"
 #include "platform/view/Color.h"
 #include "platform/view/Font.h"
 #include "platform/view/Geometry.h"
@@ -29,5 +30,9 @@ namespace quillbar::platform {
 [[nodiscard]] QFont toQFont(Font const& font);
 
 [[nodiscard]] bool isDark(QPalette const& palette);
+
+/// Command is Super, which Qt calls Meta; Option is Alt.
+[[nodiscard]] Qt::KeyboardModifiers toQtModifiers(KeyModifiers modifiers);
+[[nodiscard]] KeyModifiers toKeyModifiers(Qt::KeyboardModifiers modifiers);
 
 } // namespace quillbar::platform

@@ -1,162 +1,106 @@
 #include "platform/linux/drawing/ImageRenderer.h"
 
 #include "platform/linux/drawing/Conversions.h"
-#include "platform/linux/drawing/SymbolOutline.h"
 #include "platform/linux/drawing/SymbolSvg.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
-#include <QTransform>
+#include <QSvgRenderer>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <optional>
+#include <png.h>
 
 namespace quillbar::platform {
 
 namespace {
 
-// An image has at least one pixel and at most what a screen could show.
-int pixels(double points, double ratio)
-{
-    constexpr double largestSide = 4096;
-    return static_cast<int>(std::clamp(std::ceil(points * ratio - 1e-6), 1.0, largestSide));
-}
-
 QImage clearImage(QSizeF size, double ratio)
 {
-    QImage image(pixels(size.width(), ratio), pixels(size.height(), ratio),
-        QImage::Format_ARGB32_Premultiplied);
+    auto const pixels = [ratio](double points) {
+        return std::max(1, static_cast<int>(std::ceil(points * ratio - 1e-6)));
+    };
+    QImage image(pixels(size.width()), pixels(size.height()), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
     return image;
 }
 
-/// Paints a few rows at a time. Qt hands larger shapes to threads, which take longer to start than
-/// to draw, and which stay for half a minute and then wake the idle program.
-template <typename Draw> void paintInBands(QImage& image, Draw const& draw)
+QLinearGradient toQGradient(FillLinearGradient const& fill, QPalette const& palette)
 {
-    constexpr int bandHeight = 4;
-    auto const ratio = image.devicePixelRatio();
-    for (int top = 0; top < image.height(); top += bandHeight) {
-        QImage band(image.scanLine(top), image.width(), std::min(bandHeight, image.height() - top),
-            image.bytesPerLine(), image.format());
-        band.setDevicePixelRatio(ratio);
-        QPainter painter(&band);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.translate(0, -top / ratio);
-        draw(painter);
-    }
+    auto const radians = fill.angle * std::numbers::pi / 180;
+    auto const rect = toQRectF(fill.rect);
+    QPointF const direction(std::cos(radians), -std::sin(radians));
+    auto const reach
+        = (rect.width() * std::abs(direction.x()) + rect.height() * std::abs(direction.y())) / 2;
+    QLinearGradient gradient(rect.center() - direction * reach, rect.center() + direction * reach);
+    gradient.setColorAt(0, toQColor(fill.start, palette));
+    gradient.setColorAt(1, toQColor(fill.end, palette));
+    return gradient;
 }
 
-QTransform transformInto(QRectF const& rect, QRectF const& viewBox)
+void drawSymbol(QPainter& painter, std::string_view name, QRectF const& rect, QColor const& color)
 {
-    auto const scale = std::min(rect.width() / viewBox.width(), rect.height() / viewBox.height());
-    auto const offset = rect.center() - viewBox.center() * scale;
-    return QTransform::fromTranslate(offset.x(), offset.y()).scale(scale, scale);
-}
-
-// On the whole canvas, because a rectangle's edges need not fall on whole pixels.
-QImage renderSvg(
-    std::string_view name, QRectF const& rect, QSizeF canvas, QColor const& color, double ratio)
-{
-    auto result = clearImage(canvas, ratio);
-    auto svg = symbolSvg(name, { .canvas = canvas, .rect = rect, .color = "#000", .opacity = 1 });
+    auto const svg = symbolSvg(name,
+        { .canvas = rect.size(),
+            .rect = QRectF({ 0, 0 }, rect.size()),
+            .color = color.name().toLatin1() });
     if (!svg)
-        return result;
-    QBuffer buffer(&*svg);
-    QImageReader reader(&buffer, "svg");
-    reader.setScaledSize(result.size());
-    auto shape = reader.read();
-    if (shape.isNull())
-        return result;
-    shape.setDevicePixelRatio(ratio);
-    QPainter painter(&result);
-    painter.drawImage(QPointF(0, 0), shape);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(QRectF({ 0, 0 }, canvas), color);
-    return result;
+        return;
+    painter.setOpacity(color.alphaF());
+    QSvgRenderer(*svg).render(&painter, rect);
+    painter.setOpacity(1);
 }
 
-class OperationPainter {
-public:
-    OperationPainter(QSizeF size, ImageContext const& context)
-        : image_(clearImage(size, context.devicePixelRatio))
-        , size_(size)
-        , palette_(context.palette)
-    {
-    }
+struct OperationPainter {
+    QPainter& painter;
+    QSizeF canvas;
+    QPalette const& palette;
 
-    [[nodiscard]] QImage const& image() const { return image_; }
-
-    void operator()(ClipToRoundedRect const& clip)
+    void operator()(ClipToRoundedRect const& clip) const
     {
         QPainterPath path;
         path.addRoundedRect(toQRectF(clip.rect), clip.radius, clip.radius);
-        clip_ = clip_ ? clip_->intersected(path) : path;
+        painter.setClipPath(path, Qt::IntersectClip);
     }
 
-    void operator()(FillLinearGradient const& fill)
+    // Qt fills a clipped gradient on threads, which end half a minute later and so wake the idle
+    // program. One colour and whole rectangles of this size it fills at once.
+    void operator()(FillLinearGradient const& fill) const
     {
-        auto const radians = fill.angle * std::numbers::pi / 180;
         auto const rect = toQRectF(fill.rect);
-        QPointF const direction(std::cos(radians), -std::sin(radians));
-        auto const reach
-            = (rect.width() * std::abs(direction.x()) + rect.height() * std::abs(direction.y()))
-            / 2;
-        QLinearGradient gradient(
-            rect.center() - direction * reach, rect.center() + direction * reach);
-        gradient.setColorAt(0, toQColor(fill.start, palette_));
-        gradient.setColorAt(1, toQColor(fill.end, palette_));
-        paint([&](QPainter& painter) { painter.fillRect(rect, gradient); });
+        auto layer = clearImage(canvas, painter.device()->devicePixelRatioF());
+        QPainter layerPainter(&layer);
+        layerPainter.setRenderHint(QPainter::Antialiasing);
+        if (painter.hasClipping())
+            layerPainter.setClipPath(painter.clipPath());
+        layerPainter.fillRect(rect, Qt::black);
+        layerPainter.setClipping(false);
+        layerPainter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        layerPainter.fillRect(rect, toQGradient(fill, palette));
+        layerPainter.end();
+        painter.setClipping(false);
+        painter.drawImage(QPointF(0, 0), layer);
+        painter.setClipping(true);
     }
 
-    void operator()(DrawSymbol const& symbol)
+    void operator()(DrawSymbol const& symbol) const
     {
-        drawSymbol(symbol.name, toQRectF(symbol.rect), toQColor(symbol.color, palette_));
+        drawSymbol(painter, symbol.name, toQRectF(symbol.rect), toQColor(symbol.color, palette));
     }
-
-    void drawSymbol(std::string_view name, QRectF const& rect, QColor const& color)
-    {
-        auto const outline = symbolOutline(name);
-        if (!outline) {
-            auto const picture = renderSvg(name, rect, size_, color, image_.devicePixelRatio());
-            paint([&](QPainter& painter) { painter.drawImage(QPointF(0, 0), picture); });
-            return;
-        }
-        auto const transform = transformInto(rect, outline->viewBox);
-        for (auto const& path : outline->paths) {
-            auto const shape = transform.map(path);
-            paint([&](QPainter& painter) { painter.fillPath(shape, color); });
-        }
-    }
-
-private:
-    template <typename Draw> void paint(Draw const& draw)
-    {
-        paintInBands(image_, [&](QPainter& painter) {
-            if (clip_)
-                painter.setClipPath(*clip_);
-            draw(painter);
-        });
-    }
-
-    QImage image_;
-    QSizeF size_;
-    QPalette const& palette_;
-    std::optional<QPainterPath> clip_;
 };
 
 QImage render(Drawing const& drawing, ImageContext const& context)
 {
-    OperationPainter painter({ drawing.size.width, drawing.size.height }, context);
+    QSizeF const size(drawing.size.width, drawing.size.height);
+    auto image = clearImage(size, context.devicePixelRatio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
     for (auto const& operation : drawing.operations)
-        std::visit(painter, operation);
-    return painter.image();
+        std::visit(OperationPainter { painter, size, context.palette }, operation);
+    return image;
 }
 
 QImage render(SymbolImage const& symbol, ImageContext const& context)
@@ -164,9 +108,10 @@ QImage render(SymbolImage const& symbol, ImageContext const& context)
     auto const size
         = symbol.size ? QSizeF(symbol.size->width, symbol.size->height) : context.symbolSize;
     auto const color = symbol.tint ? toQColor(*symbol.tint, context.palette) : context.foreground;
-    OperationPainter painter(size, context);
-    painter.drawSymbol(symbol.name, QRectF({ 0, 0 }, size), color);
-    return painter.image();
+    auto image = clearImage(size, context.devicePixelRatio);
+    QPainter painter(&image);
+    drawSymbol(painter, symbol.name, QRectF({ 0, 0 }, size), color);
+    return image;
 }
 
 } // namespace
@@ -175,9 +120,23 @@ QImage renderImage(Image const& image, ImageContext const& context)
 {
     if (auto const* symbol = std::get_if<SymbolImage>(&image))
         return render(*symbol, context);
-    auto const& drawing = std::get<std::shared_ptr<Drawing const>>(image);
-    return drawing ? render(*drawing, context)
-                   : clearImage(context.symbolSize, context.devicePixelRatio);
+    return render(*std::get<std::shared_ptr<Drawing const>>(image), context);
+}
+
+QByteArray encodePng(QImage const& image)
+{
+    auto const rgba = image.convertToFormat(QImage::Format_RGBA8888);
+    png_image header {};
+    header.version = PNG_IMAGE_VERSION;
+    header.width = static_cast<png_uint_32>(rgba.width());
+    header.height = static_cast<png_uint_32>(rgba.height());
+    header.format = PNG_FORMAT_RGBA;
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(header);
+    QByteArray file(static_cast<qsizetype>(size), Qt::Uninitialized);
+    png_image_write_to_memory(&header, file.data(), &size, 0, rgba.constBits(),
+        static_cast<png_int_32>(rgba.bytesPerLine()), nullptr);
+    file.truncate(static_cast<qsizetype>(size));
+    return file;
 }
 
 } // namespace quillbar::platform

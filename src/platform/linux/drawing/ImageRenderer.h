@@ -2,6 +2,7 @@
 
 #include "platform/view/Image.h"
 
+#include <QByteArray>
 #include <QColor>
 #include <QImage>
 #include <QPalette>
@@ -9,7 +10,7 @@
 
 namespace quillbar::platform {
 
-/// The place that an image is shown in.
+/// Where an image is shown.
 struct ImageContext {
     /// In points; for symbols that name no size of their own.
     QSizeF symbolSize { 16, 16 };
@@ -21,7 +22,11 @@ struct ImageContext {
 };
 
 /// Draws the image at the context's pixel ratio, which the result carries. A symbol that is unknown
-/// leaves it clear. SVG support is loaded only for symbols that are more than outlines.
+/// leaves it clear.
 [[nodiscard]] QImage renderImage(Image const& image, ImageContext const& context);
+
+/// The picture as a PNG file. Qt's own writer would load every image plugin first, more memory than
+/// all pictures of the menu together.
+[[nodiscard]] QByteArray encodePng(QImage const& image);
 
 } // namespace quillbar::platform

@@ -4,6 +4,14 @@
 
 namespace quillbar::platform {
 
+namespace {
+
+// The X server gives the first keyboard that windows know of this number. A press that was grabbed
+// for all such keyboards together is lost when it is replayed.
+constexpr xcb_input_device_id_t coreKeyboard = 3;
+
+} // namespace
+
 DeviceGrabs::DeviceGrabs(xcb_connection_t* connection, xcb_window_t root)
     : connection_(connection)
     , root_(root)
@@ -22,12 +30,12 @@ DeviceGrabs::Question DeviceGrabs::ask(xcb_keycode_t keycode, std::uint16_t mask
 {
     std::uint32_t const modifiers = mask;
     std::uint32_t const events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
-    auto const question = xcb_input_xi_passive_grab_device(connection_, XCB_CURRENT_TIME, root_,
-        XCB_CURSOR_NONE, keycode, XCB_INPUT_DEVICE_ALL_MASTER, 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
-        XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER,
-        &events, &modifiers);
-    xcb_input_xi_passive_ungrab_device(connection_, root_, keycode, XCB_INPUT_DEVICE_ALL_MASTER, 1,
-        XCB_INPUT_GRAB_TYPE_KEYCODE, &modifiers);
+    auto const question
+        = xcb_input_xi_passive_grab_device(connection_, XCB_CURRENT_TIME, root_, XCB_CURSOR_NONE,
+            keycode, coreKeyboard, 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_SYNC,
+            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &modifiers);
+    xcb_input_xi_passive_ungrab_device(
+        connection_, root_, keycode, coreKeyboard, 1, XCB_INPUT_GRAB_TYPE_KEYCODE, &modifiers);
     return question;
 }
 

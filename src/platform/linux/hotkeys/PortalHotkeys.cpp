@@ -2,7 +2,6 @@
 
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/KeyNames.h"
-#include "platform/linux/hotkeys/TriggerText.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/ApplicationScope.h"
 #include "platform/linux/system/SessionBus.h"
@@ -23,8 +22,6 @@ namespace {
 
 // The call may have to start the portal first.
 constexpr std::chrono::milliseconds startTimeout { 10000 };
-// A portal that dies over the question is not asked for ever.
-constexpr int mostQuestionsWithoutAnswer = 2;
 constexpr qsizetype longestDescription = 100;
 auto const connectionName = u"portal"_s;
 
@@ -110,9 +107,9 @@ std::optional<HotkeyObstacle> PortalHotkeys::obstacle(KeyCombination const& comb
         return HotkeyObstacle::Taken;
     if (isDeclined_ || (session_ && session_->isLeftOut(claim->shortcut.id)))
         return HotkeyObstacle::Declined;
-    bool const isHopeless = session_ ? session_->state() == PortalSession::State::Failed
-                                     : questionsWithoutAnswer_ == mostQuestionsWithoutAnswer;
-    return isHopeless ? std::optional(HotkeyObstacle::NoService) : std::nullopt;
+    if (session_ && session_->state() == PortalSession::State::Failed)
+        return HotkeyObstacle::NoService;
+    return std::nullopt;
 }
 
 PortalHotkeys::Claim const* PortalHotkeys::claimWith(
@@ -149,7 +146,6 @@ void PortalHotkeys::update()
         return;
     asked_ = std::move(wanted);
     isDeclined_ = false;
-    questionsWithoutAnswer_ = 0;
     if (service_ == Service::Absent)
         contact();
     else
@@ -206,10 +202,8 @@ void PortalHotkeys::open()
         });
         return;
     }
-    bool const isInVain = isDeclined_ || questionsWithoutAnswer_ == mostQuestionsWithoutAnswer;
-    if (portal_.isEmpty() || asked_.empty() || isInVain)
+    if (portal_.isEmpty() || asked_.empty() || isDeclined_)
         return;
-    ++questionsWithoutAnswer_;
     session_ = std::make_unique<PortalSession>(Portal { bus_, portal_ }, asked_,
         PortalSession::Events { .onState = [this] { sessionChanged(); },
             .onPressed
@@ -218,7 +212,6 @@ void PortalHotkeys::open()
 
 void PortalHotkeys::sessionChanged()
 {
-    questionsWithoutAnswer_ = 0;
     isDeclined_ = session_->state() == PortalSession::State::Declined;
     tellObstacles();
 }

@@ -77,7 +77,6 @@ private:
     std::vector<PortalShortcut> asked_;
     std::unique_ptr<PortalSession> session_;
     bool isClosing_ = false;
-    int questionsWithoutAnswer_ = 0;
     bool isDeclined_ = false;
 };
 

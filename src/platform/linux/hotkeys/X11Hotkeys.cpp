@@ -4,7 +4,7 @@
 #include "platform/linux/HeldModifiers.h"
 #include "platform/linux/UserTime.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
-#include "platform/linux/hotkeys/XkbClient.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 #include "platform/linux/system/WindowActivation.h"
 
 #include <QMetaObject>

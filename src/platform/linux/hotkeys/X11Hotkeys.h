@@ -3,7 +3,7 @@
 #include "platform/linux/hotkeys/DeviceGrabs.h"
 #include "platform/linux/hotkeys/FocusWait.h"
 #include "platform/linux/hotkeys/HotkeyBackend.h"
-#include "platform/linux/hotkeys/ModifierBits.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 #include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <QSocketNotifier>

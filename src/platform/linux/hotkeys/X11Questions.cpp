@@ -1,8 +1,8 @@
 // What can be said of hotkeys under X11: what keeps them from working, and their keys' names.
 
 #include "platform/linux/hotkeys/KeyNames.h"
-#include "platform/linux/hotkeys/KeysymTable.h"
 #include "platform/linux/hotkeys/X11Hotkeys.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 
 #include <algorithm>
 #include <iterator>

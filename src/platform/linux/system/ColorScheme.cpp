@@ -1,7 +1,7 @@
 #include "platform/linux/system/ColorScheme.h"
 
 #include "platform/linux/system/SessionBus.h"
-#include "platform/linux/views/TextDrawing.h"
+#include "platform/linux/views/Painting.h"
 
 #include <QApplication>
 #include <QDBusConnection>

@@ -1,4 +1,5 @@
 #include "platform/Application.h"
+#include "platform/linux/drawing/Conversions.h"
 
 #include <QAction>
 #include <QApplication>
@@ -16,17 +17,8 @@ namespace {
 
 QKeySequence keySequence(KeyEquivalent const& equivalent)
 {
-    QString text;
-    if (equivalent.modifiers & commandKey)
-        text += QLatin1String("Meta+");
-    if (equivalent.modifiers & controlKey)
-        text += QLatin1String("Ctrl+");
-    if (equivalent.modifiers & optionKey)
-        text += QLatin1String("Alt+");
-    if (equivalent.allModifiers() & shiftKey)
-        text += QLatin1String("Shift+");
-    auto const key = QString::fromStdString(equivalent.key).toUpper();
-    return QKeySequence::fromString(text + key, QKeySequence::PortableText);
+    auto const key = QKeySequence::fromString(toQString(equivalent.key).toUpper());
+    return QKeyCombination(toQtModifiers(equivalent.allModifiers()), key[0].key());
 }
 
 /// Gives every window the commands of the main menu when it is shown.

@@ -2,7 +2,6 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "platform/linux/drawing/PngEncoder.h"
 
 #include <QGuiApplication>
 #include <QList>
@@ -100,15 +99,16 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto key = toQString(equivalent.key);
+    auto const key = toQString(equivalent.key);
+    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QStringList keys;
-    if ((equivalent.modifiers & controlKey) != 0)
+    if (modifiers.testFlag(Qt::ControlModifier))
         keys << u"Control"_s;
-    if ((equivalent.modifiers & optionKey) != 0)
+    if (modifiers.testFlag(Qt::AltModifier))
         keys << u"Alt"_s;
-    if ((equivalent.allModifiers() & shiftKey) != 0)
+    if (modifiers.testFlag(Qt::ShiftModifier))
         keys << u"Shift"_s;
-    if ((equivalent.modifiers & commandKey) != 0)
+    if (modifiers.testFlag(Qt::MetaModifier))
         keys << u"Super"_s;
     return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }

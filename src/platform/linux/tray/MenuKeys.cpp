@@ -12,16 +12,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-Qt::KeyboardModifiers toQtModifiers(KeyEquivalent const& equivalent)
-{
-    Qt::KeyboardModifiers result;
-    result.setFlag(Qt::MetaModifier, (equivalent.modifiers & commandKey) != 0);
-    result.setFlag(Qt::AltModifier, (equivalent.modifiers & optionKey) != 0);
-    result.setFlag(Qt::ControlModifier, (equivalent.modifiers & controlKey) != 0);
-    result.setFlag(Qt::ShiftModifier, (equivalent.allModifiers() & shiftKey) != 0);
-    return result;
-}
-
 // What the key at this position is called on a US keyboard; 0 for keys that type no such character.
 char usCharacter(quint32 scanCode)
 {
@@ -48,7 +38,7 @@ QString keyText(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto const modifiers = toQtModifiers(equivalent);
+    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QString text;
     if (modifiers.testFlag(Qt::MetaModifier))
         text += "Super+"_L1;
@@ -73,7 +63,7 @@ bool isKeyEquivalent(QKeyEvent const& press, KeyEquivalent const& equivalent)
     // Where digits need Shift to be typed, that Shift is part of the digit.
     if (isDigit && isSameKey)
         pressed.setFlag(Qt::ShiftModifier, false);
-    if (pressed != toQtModifiers(equivalent))
+    if (pressed != toQtModifiers(equivalent.allModifiers()))
         return false;
     constexpr int lastAscii = 0x7f;
     auto const isByPosition = isDigit || press.key() > lastAscii;

@@ -1,7 +1,6 @@
 #include "platform/linux/drawing/Conversions.h"
-#include "platform/linux/views/CachedImage.h"
 #include "platform/linux/views/NativeView.h"
-#include "platform/linux/views/TextDrawing.h"
+#include "platform/linux/views/Painting.h"
 #include "platform/view/Button.h"
 
 #include <QPainter>

@@ -1,10 +1,10 @@
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/views/NativeView.h"
-#include "platform/linux/views/TextDrawing.h"
+#include "platform/linux/views/Painting.h"
 #include "platform/view/Button.h"
 
-#include <QCheckBox>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleOptionButton>
 
 #include <algorithm>
@@ -15,12 +15,16 @@ namespace {
 
 constexpr int titleGap = 4;
 
-class CheckBoxPeer final : public Peer<QCheckBox, Button> {
+/// A checkable QPushButton, because Qt tells assistive technology the indicator's rectangle for a
+/// QCheckBox that draws its own text.
+class CheckBoxPeer final : public Peer<QPushButton, Button> {
 public:
     CheckBoxPeer(View& view, QWidget& parent)
         : Peer(view, parent)
     {
-        connect(this, &QCheckBox::clicked, this, [this] {
+        setAutoDefault(false);
+        setCheckable(true);
+        connect(this, &QPushButton::clicked, this, [this] {
             if (auto* const button = portableView())
                 button->userClicked();
         });
@@ -47,6 +51,7 @@ protected:
         QPainter painter(this);
         QStyleOptionButton option;
         initStyleOption(&option);
+        option.state.setFlag(QStyle::State_Off, !isChecked());
         auto const box = indicatorRect(option);
         auto const title = QRect(QPoint(box.right() + 1 + titleGap, 0), rect().bottomRight());
         option.rect = box;

@@ -1,7 +1,6 @@
 #include "platform/linux/views/KeyFilter.h"
 
 #include "platform/linux/HeldModifiers.h"
-#include "platform/linux/views/HotkeyModifiers.h"
 #include "platform/linux/views/KeyTranslation.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/WindowPeer.h"
@@ -57,6 +56,13 @@ bool isCloseCommand(QKeyEvent const& event)
         || (event.key() == Qt::Key_W && event.modifiers() == Qt::ControlModifier);
 }
 
+// A key that is held down does these things once.
+bool isRepeatedCommand(QKeyEvent const& event)
+{
+    return event.isAutoRepeat()
+        && (isCloseCommand(event) || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter);
+}
+
 } // namespace
 
 void KeyFilter::install()
@@ -107,9 +113,16 @@ bool KeyFilter::hasClosedPopUp(QEvent const& event)
 bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)
 {
     QPointer<NativeWindow> const window = nativeWindowOf(&target);
-    auto const pressed = translateKey(event);
+    bool const isRecording = isKeyboardGrabWanted();
+    auto const pressed = translateKey(event, isRecording ? KeyMeaning::Place : KeyMeaning::Layout);
     if (!window || !window->portable() || !pressed)
         return false;
+    if (!event.isAutoRepeat())
+        recordedScanCode_ = isRecording ? event.nativeScanCode() : 0;
+    else if (isRecording || event.nativeScanCode() == recordedScanCode_)
+        return true;
+    if (isRepeatedCommand(event))
+        return true;
     window->setAttribute(Qt::WA_KeyboardFocusChange);
     if (runKeyDownMonitors(*pressed) == KeyEventResult::Consume)
         return true;

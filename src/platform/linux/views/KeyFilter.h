@@ -21,11 +21,13 @@ public:
 private:
     explicit KeyFilter(QObject* application);
 
-    [[nodiscard]] static bool keyPressed(QWidget& target, QKeyEvent const& event);
+    [[nodiscard]] bool keyPressed(QWidget& target, QKeyEvent const& event);
     [[nodiscard]] bool hasClosedPopUp(QEvent const& event);
 
     /// When the key went down that an open pop-up was offered.
     std::optional<quint64> popUpKeyTime_;
+    /// The key of the last press if that was recorded: its repeats do nothing.
+    quint32 recordedScanCode_ = 0;
 };
 
 } // namespace quillbar::platform

@@ -1,118 +1,96 @@
 #include "platform/linux/views/KeyTranslation.h"
 
+#include "platform/linux/HeldModifiers.h"
+#include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
 
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <xkbcommon/xkbcommon.h>
 
 namespace quillbar::platform {
 
 namespace {
 
 constexpr std::uint32_t scanCodeOffset = 8;
-// The key codes from right Command to Function are those of the modifier keys.
-constexpr std::uint32_t firstModifierKey = 54;
-constexpr std::uint32_t lastModifierKey = 63;
 
-struct NamedKey {
-    int qtKey;
-    std::uint32_t keyCode;
-};
-
-// For presses without a scan code: on-screen keyboards and other programs that make them up. The
-// places are those of a US keyboard.
-constexpr std::array namedKeys {
-    NamedKey { Qt::Key_A, 0 },
-    NamedKey { Qt::Key_S, 1 },
-    NamedKey { Qt::Key_D, 2 },
-    NamedKey { Qt::Key_F, 3 },
-    NamedKey { Qt::Key_H, 4 },
-    NamedKey { Qt::Key_G, 5 },
-    NamedKey { Qt::Key_Z, 6 },
-    NamedKey { Qt::Key_X, 7 },
-    NamedKey { Qt::Key_C, 8 },
-    NamedKey { Qt::Key_V, 9 },
-    NamedKey { Qt::Key_B, 11 },
-    NamedKey { Qt::Key_Q, 12 },
-    NamedKey { Qt::Key_W, 13 },
-    NamedKey { Qt::Key_E, 14 },
-    NamedKey { Qt::Key_R, 15 },
-    NamedKey { Qt::Key_Y, 16 },
-    NamedKey { Qt::Key_T, 17 },
-    NamedKey { Qt::Key_1, 18 },
-    NamedKey { Qt::Key_2, 19 },
-    NamedKey { Qt::Key_3, 20 },
-    NamedKey { Qt::Key_4, 21 },
-    NamedKey { Qt::Key_6, 22 },
-    NamedKey { Qt::Key_5, 23 },
-    NamedKey { Qt::Key_9, 25 },
-    NamedKey { Qt::Key_7, 26 },
-    NamedKey { Qt::Key_8, 28 },
-    NamedKey { Qt::Key_0, 29 },
-    NamedKey { Qt::Key_O, 31 },
-    NamedKey { Qt::Key_U, 32 },
-    NamedKey { Qt::Key_I, 34 },
-    NamedKey { Qt::Key_P, 35 },
-    NamedKey { Qt::Key_Return, 36 },
-    NamedKey { Qt::Key_L, 37 },
-    NamedKey { Qt::Key_J, 38 },
-    NamedKey { Qt::Key_K, 40 },
-    NamedKey { Qt::Key_N, 45 },
-    NamedKey { Qt::Key_M, 46 },
-    NamedKey { Qt::Key_Tab, 48 },
-    NamedKey { Qt::Key_Backtab, 48 },
-    NamedKey { Qt::Key_Space, 49 },
-    NamedKey { Qt::Key_Backspace, 51 },
-    NamedKey { Qt::Key_Escape, 53 },
-    NamedKey { Qt::Key_Enter, 76 },
-    NamedKey { Qt::Key_F5, 96 },
-    NamedKey { Qt::Key_F6, 97 },
-    NamedKey { Qt::Key_F7, 98 },
-    NamedKey { Qt::Key_F3, 99 },
-    NamedKey { Qt::Key_F8, 100 },
-    NamedKey { Qt::Key_F9, 101 },
-    NamedKey { Qt::Key_F11, 103 },
-    NamedKey { Qt::Key_F10, 109 },
-    NamedKey { Qt::Key_F12, 111 },
-    NamedKey { Qt::Key_Home, 115 },
-    NamedKey { Qt::Key_PageUp, 116 },
-    NamedKey { Qt::Key_Delete, 117 },
-    NamedKey { Qt::Key_F4, 118 },
-    NamedKey { Qt::Key_End, 119 },
-    NamedKey { Qt::Key_F2, 120 },
-    NamedKey { Qt::Key_PageDown, 121 },
-    NamedKey { Qt::Key_F1, 122 },
-    NamedKey { Qt::Key_Left, 123 },
-    NamedKey { Qt::Key_Right, 124 },
-    NamedKey { Qt::Key_Down, 125 },
-    NamedKey { Qt::Key_Up, 126 },
-};
-
-std::optional<std::uint32_t> keyCodeOf(QKeyEvent const& event)
+// The modifier that a key gives; 0 for any other key. Alt with Shift is Qt's Meta key.
+KeyModifiers modifierOf(int qtKey)
 {
-    if (event.nativeScanCode() > scanCodeOffset)
-        return evdevToVirtualKey(event.nativeScanCode() - scanCodeOffset);
-    auto const* const found = std::ranges::find(namedKeys, event.key(), &NamedKey::qtKey);
-    return found == namedKeys.end() ? std::nullopt : std::optional(found->keyCode);
+    switch (qtKey) {
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+        return commandKey;
+    case Qt::Key_Alt:
+    case Qt::Key_Meta:
+        return optionKey;
+    case Qt::Key_Control:
+        return controlKey;
+    case Qt::Key_Shift:
+        return shiftKey;
+    default:
+        return 0;
+    }
+}
+
+bool isModifierKey(int qtKey)
+{
+    return modifierOf(qtKey) != 0 || qtKey == Qt::Key_AltGr || qtKey == Qt::Key_Mode_switch
+        || qtKey == Qt::Key_CapsLock || qtKey == Qt::Key_Hyper_L || qtKey == Qt::Key_Hyper_R;
+}
+
+// Layouts can put these keys elsewhere, for example Escape on the CapsLock key.
+std::optional<std::uint32_t> keyCodeInWindows(int qtKey)
+{
+    switch (qtKey) {
+    case Qt::Key_Return:
+        return key::returnKey;
+    case Qt::Key_Enter:
+        return key::keypadEnter;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return key::tab;
+    case Qt::Key_Space:
+        return key::space;
+    case Qt::Key_Escape:
+        return key::escape;
+    case Qt::Key_Down:
+        return key::downArrow;
+    case Qt::Key_Up:
+        return key::upArrow;
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace
 
-std::optional<KeyEvent> translateKey(QKeyEvent const& event)
+std::optional<KeyEvent> translateKey(QKeyEvent const& event, KeyMeaning meaning)
 {
-    auto const keyCode = keyCodeOf(event);
-    if (!keyCode || (*keyCode >= firstModifierKey && *keyCode <= lastModifierKey))
+    if (isModifierKey(event.key()))
         return std::nullopt;
-    KeyModifiers modifiers = 0;
-    for (auto const& [qtModifier, bit] :
-        { std::pair { Qt::MetaModifier, commandKey }, std::pair { Qt::AltModifier, optionKey },
-            std::pair { Qt::ControlModifier, controlKey },
-            std::pair { Qt::ShiftModifier, shiftKey } }) {
-        if (event.modifiers().testFlag(qtModifier))
-            modifiers |= bit;
+    auto keyCode = meaning == KeyMeaning::Layout ? keyCodeInWindows(event.key()) : std::nullopt;
+    if (!keyCode && event.nativeScanCode() > scanCodeOffset)
+        keyCode = evdevToVirtualKey(event.nativeScanCode() - scanCodeOffset);
+    if (!keyCode)
+        return std::nullopt;
+    return KeyEvent { *keyCode, toKeyModifiers(event.modifiers()) };
+}
+
+std::unique_ptr<QKeyEvent> withoutHotkeyModifiers(QKeyEvent const& event)
+{
+    auto const pressed = toKeyModifiers(event.modifiers()) & ~modifierOf(event.key());
+    auto const held = heldModifiers() & pressed;
+    setHeldModifiers(held);
+    if (held == 0)
+        return nullptr;
+    auto text = event.text();
+    // Control has turned the letter into a control character.
+    if ((held & controlKey) != 0) {
+        char32_t const character = xkb_keysym_to_utf32(event.nativeVirtualKey());
+        text = character == 0 ? QString() : QString::fromUcs4(&character, 1);
     }
-    return KeyEvent { *keyCode, modifiers };
+    return std::make_unique<QKeyEvent>(event.type(), event.key(),
+        event.modifiers() & ~toQtModifiers(held), event.nativeScanCode(), event.nativeVirtualKey(),
+        event.nativeModifiers(), text, event.isAutoRepeat(), static_cast<quint16>(event.count()));
 }
 
 } // namespace quillbar::platform

@@ -35,13 +35,6 @@ bool isOn(View const& view)
     return !control || control->isEnabled();
 }
 
-// A tool tip that looks like markup would be rendered as such.
-QString plainToolTip(std::string const& text)
-{
-    auto const toolTip = toQString(text);
-    return Qt::mightBeRichText(toolTip) ? toolTip.toHtmlEscaped() : toolTip;
-}
-
 template <typename Value, typename Read, typename Write>
 void update(QWidget& widget, Value const& value, Read read, Write write)
 {
@@ -54,7 +47,8 @@ void syncCommon(View const& view, QWidget& widget)
     update(widget, placeOf(view), &QWidget::geometry,
         static_cast<void (QWidget::*)(QRect const&)>(&QWidget::setGeometry));
     update(widget, isOn(view), &QWidget::isEnabled, &QWidget::setEnabled);
-    update(widget, plainToolTip(view.toolTip()), &QWidget::toolTip, &QWidget::setToolTip);
+    update(
+        widget, plainToolTip(toQString(view.toolTip())), &QWidget::toolTip, &QWidget::setToolTip);
     update(widget, toQString(accessibleName(view)), &QWidget::accessibleName,
         &QWidget::setAccessibleName);
     auto const& help = view.accessibilityDescription();
@@ -107,6 +101,11 @@ QRect roundedRect(Rect const& rect)
     auto const rounded = [](double value) { return static_cast<int>(std::lround(value)); };
     return { QPoint(rounded(rect.x), rounded(rect.y)),
         QPoint(rounded(rect.x + rect.width) - 1, rounded(rect.y + rect.height) - 1) };
+}
+
+QString plainToolTip(QString const& text)
+{
+    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
 }
 
 NativeView* nativeViewOf(QWidget* widget)

@@ -48,6 +48,9 @@ protected:
 /// On whole points, as widgets lie.
 [[nodiscard]] QRect roundedRect(Rect const& rect);
 
+/// Qt would render a tool tip that looks like markup as such.
+[[nodiscard]] QString plainToolTip(QString const& text);
+
 [[nodiscard]] NativeView* makeContainerPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeLabelPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeButtonPeer(View& view, QWidget& parent);

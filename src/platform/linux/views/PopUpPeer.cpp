@@ -1,8 +1,7 @@
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "platform/linux/views/CachedImage.h"
 #include "platform/linux/views/NativeView.h"
-#include "platform/linux/views/TextDrawing.h"
+#include "platform/linux/views/Painting.h"
 #include "platform/view/PopUpButton.h"
 
 #include <QAbstractItemView>

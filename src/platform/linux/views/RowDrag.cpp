@@ -22,8 +22,6 @@ constexpr int tick = 16;
 constexpr double rowOpacity = 0.75;
 constexpr double lineWidth = 2;
 constexpr double knobRadius = 3;
-// How far beside the table a drop still counts.
-constexpr double tolerance = 40;
 
 } // namespace
 
@@ -63,11 +61,7 @@ void RowDrag::moveTo(QPointF position)
 
 std::optional<std::size_t> RowDrag::gap() const
 {
-    Rect const visible = scrollView() ? scrollView()->visibleRect()
-                                      : Rect { 0, 0, table_.frame().width, table_.frame().height };
-    Rect const reach { visible.x - tolerance, visible.y - tolerance, visible.width + 2 * tolerance,
-        visible.height + 2 * tolerance };
-    if (isGivenUp_ || !contains(reach, { position_.x(), position_.y() }))
+    if (isGivenUp_ || !contains(visibleRect(), { position_.x(), position_.y() }))
         return std::nullopt;
     return table_.gapAt(position_.y());
 }
@@ -77,6 +71,12 @@ ScrollView* RowDrag::scrollView() const
     auto* const around = table_.superview();
     return around && around->kind() == ViewKind::ScrollView ? static_cast<ScrollView*>(around)
                                                             : nullptr;
+}
+
+Rect RowDrag::visibleRect() const
+{
+    return scrollView() ? scrollView()->visibleRect()
+                        : Rect { 0, 0, table_.frame().width, table_.frame().height };
 }
 
 // In points a tick, faster the farther out the pointer is.
@@ -109,9 +109,7 @@ void RowDrag::timerEvent(QTimerEvent* event)
 
 void RowDrag::placeOver()
 {
-    Rect const visible = scrollView() ? scrollView()->visibleRect()
-                                      : Rect { 0, 0, table_.frame().width, table_.frame().height };
-    setGeometry(roundedRect(visible));
+    setGeometry(roundedRect(visibleRect()));
     raise();
     update();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Token.h"
+#include "platform/view/Geometry.h"
 
 #include <QBasicTimer>
 #include <QPixmap>
@@ -33,6 +34,7 @@ protected:
 
 private:
     [[nodiscard]] ScrollView* scrollView() const;
+    [[nodiscard]] Rect visibleRect() const;
     [[nodiscard]] double scrollSpeed() const;
     void placeOver();
 

@@ -8,10 +8,12 @@
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/X11Window.h"
 
+#include <QBitmap>
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScreen>
 #include <QWindow>
 
@@ -119,15 +121,15 @@ void NativeWindow::noteMouse()
         focused->update();
 }
 
-void NativeWindow::setGround(QPolygon const& ground)
+void NativeWindow::setGround(QPainterPath const& ground)
 {
-    if (portable_->background() != WindowBackground::Clear || ground == ground_)
+    if (portable_->background() != WindowBackground::Clear
+        || testAttribute(Qt::WA_TranslucentBackground))
         return;
-    ground_ = ground;
-    if (!testAttribute(Qt::WA_TranslucentBackground))
-        setMask(QRegion(ground));
-    else
-        requestBlur(*this, QRegion(ground));
+    QBitmap mask(size());
+    mask.clear();
+    QPainter(&mask).fillPath(ground, Qt::color1);
+    setMask(mask);
 }
 
 bool NativeWindow::event(QEvent* event)

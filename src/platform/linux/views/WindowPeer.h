@@ -2,7 +2,7 @@
 
 #include "platform/view/Window.h"
 
-#include <QPolygon>
+#include <QPainterPath>
 #include <QWidget>
 
 namespace quillbar::platform {
@@ -23,8 +23,8 @@ struct NativeWindow final : public QWidget {
     void focus(QWidget& widget);
     /// The mouse was used in the window: where the keyboard is does not matter until it is used.
     void noteMouse();
-    /// The part of a clear window that is not clear.
-    void setGround(QPolygon const& ground);
+    /// The part of a clear window that is not clear; without a compositor all else is cut off.
+    void setGround(QPainterPath const& ground);
 
 protected:
     bool event(QEvent* event) override;
@@ -35,7 +35,6 @@ protected:
 private:
     Window* portable_;
     bool isMouseUsed_ = false;
-    QPolygon ground_;
 };
 
 /// The native side of the window that a widget stands in; null for widgets of other kinds.

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <vector>
 
 namespace quillbar::platform {
 
@@ -74,22 +73,6 @@ QMargins frameMargins(QWidget const& window)
         lastKnown = { size(0), size(2), size(1), size(3) };
     }
     return lastKnown;
-}
-
-void requestBlur(QWidget const& window, QRegion const& region)
-{
-    auto* const connection = x11Connection();
-    if (!connection)
-        return;
-    static auto const atom = x11Atom(connection, "_KDE_NET_WM_BLUR_BEHIND_REGION");
-    std::vector<std::uint32_t> data;
-    for (auto const& rect : region) {
-        for (int const value : { rect.x(), rect.y(), rect.width(), rect.height() })
-            data.push_back(static_cast<std::uint32_t>(value * window.devicePixelRatioF()));
-    }
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
-        static_cast<xcb_window_t>(window.winId()), atom, XCB_ATOM_CARDINAL, 32,
-        static_cast<std::uint32_t>(data.size()), data.data());
 }
 
 bool takeMouse(QWidget const& window)

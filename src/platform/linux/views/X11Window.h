@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QRegion>
+#include <QMargins>
 #include <QWidget>
 
 namespace quillbar::platform {
@@ -19,9 +19,6 @@ void requestFrameMargins(QWidget const& window);
 /// What the frame adds to the window, as far as the window manager has told of this one or of the
 /// one before: the frames of titled windows are alike.
 [[nodiscard]] QMargins frameMargins(QWidget const& window);
-
-/// Asks the compositor to blur what lies behind that part of the window.
-void requestBlur(QWidget const& window, QRegion const& region);
 
 /// Gives the mouse to a window that is shown; false where there is no X server, or while another
 /// client holds the mouse.

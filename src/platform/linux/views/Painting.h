@@ -1,15 +1,28 @@
 #pragma once
 
+#include "platform/view/Color.h"
 #include "platform/view/Image.h"
+#include "platform/view/View.h"
 
 #include <QColor>
 #include <QImage>
 #include <QPainter>
+#include <QPalette>
 #include <QSizeF>
 
 namespace quillbar::platform {
 
-/// Keeps the last drawing of an image, as symbols are slow to draw.
+/// Draws one line in the painter's font and pen in the middle of the rectangle's height; what does
+/// not fit ends in an ellipsis.
+void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text);
+
+/// The colour of text in the view, which may stand on a table's highlight.
+[[nodiscard]] QColor textColor(View const& view, Color const& color, QPalette const& palette);
+
+/// The same colour with its opacity multiplied by `share`.
+[[nodiscard]] QColor faded(QColor color, double share);
+
+/// Keeps the last drawing of an image, because an SVG file is read for each drawing of a symbol.
 class CachedImage {
 public:
     /// Call it when the image is another one.

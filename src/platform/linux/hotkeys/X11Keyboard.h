@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/KeyModifiers.h"
+#include "platform/linux/hotkeys/XcbPtr.h"
 
 #include <xcb/xcb.h>
 
@@ -9,6 +10,32 @@
 #include <set>
 
 namespace quillbar::platform {
+
+/// Asks for XKB's presence without waiting; useXkb() later reads the answer.
+void prefetchXkb(xcb_connection_t* connection);
+
+/// Makes held keys repeat as presses without releases between, and has the server tell about
+/// changes of the keyboard or its mapping. Returns the type of the events that tell it; none where
+/// the server has no XKB.
+[[nodiscard]] std::optional<std::uint8_t> useXkb(xcb_connection_t* connection);
+
+/// The layout that is in use of those that the person has set up, counted from 0. Waits.
+[[nodiscard]] std::uint8_t activeLayout(xcb_connection_t* connection);
+
+/// What the keys give without modifiers in the layout that is in use now.
+class KeysymTable {
+public:
+    /// Waits for the server.
+    explicit KeysymTable(xcb_connection_t* connection);
+
+    /// 0 for a key that gives nothing.
+    [[nodiscard]] xcb_keysym_t of(xcb_keycode_t keycode) const;
+
+private:
+    XcbPtr<xcb_get_keyboard_mapping_reply_t> mapping_;
+    xcb_keycode_t firstKeycode_;
+    std::size_t layout_;
+};
 
 /// Where the keyboard mapping puts the modifiers that have no fixed place in X; 0 for a modifier
 /// that no key has.

@@ -1,6 +1,4 @@
-#include "platform/linux/hotkeys/ModifierBits.h"
-
-#include "platform/linux/hotkeys/XcbPtr.h"
+#include "platform/linux/hotkeys/X11Keyboard.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -8,9 +6,18 @@
 #include <array>
 #include <span>
 
+// The header has a field called "explicit".
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
 namespace quillbar::platform {
 
 namespace {
+
+/// The core protocol gives the first two keysyms of the first two layouts, in this order.
+constexpr std::size_t keysymsPerLayout = 2;
+constexpr std::size_t knownLayouts = 2;
 
 // The five modifiers whose meaning the mapping decides; Shift, Lock and Control come before them.
 constexpr std::array<std::uint16_t, 5> freeBits { XCB_MOD_MASK_1, XCB_MOD_MASK_2, XCB_MOD_MASK_3,
@@ -41,6 +48,64 @@ void note(xcb_keysym_t keysym, std::uint16_t bit, ModifierBits& bits)
 }
 
 } // namespace
+
+void prefetchXkb(xcb_connection_t* connection)
+{
+    xcb_prefetch_extension_data(connection, &xcb_xkb_id);
+}
+
+std::optional<std::uint8_t> useXkb(xcb_connection_t* connection)
+{
+    auto const* const extension = xcb_get_extension_data(connection, &xcb_xkb_id);
+    if (extension == nullptr || extension->present == 0)
+        return std::nullopt;
+
+    auto const version
+        = xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+    auto const flags = xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD,
+        XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT,
+        XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
+    xcb_discard_reply(connection, version.sequence);
+    xcb_discard_reply(connection, flags.sequence);
+
+    std::uint16_t const changes
+        = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, 0, 0, nullptr);
+    return extension->first_event;
+}
+
+std::uint8_t activeLayout(xcb_connection_t* connection)
+{
+    XcbPtr<xcb_xkb_get_state_reply_t> const state { xcb_xkb_get_state_reply(
+        connection, xcb_xkb_get_state(connection, XCB_XKB_ID_USE_CORE_KBD), nullptr) };
+    return state ? state->group : std::uint8_t { 0 };
+}
+
+KeysymTable::KeysymTable(xcb_connection_t* connection)
+    : firstKeycode_(xcb_get_setup(connection)->min_keycode)
+{
+    auto const count = xcb_get_setup(connection)->max_keycode - firstKeycode_ + 1;
+    auto const request
+        = xcb_get_keyboard_mapping(connection, firstKeycode_, static_cast<std::uint8_t>(count));
+    layout_ = activeLayout(connection);
+    mapping_.reset(xcb_get_keyboard_mapping_reply(connection, request, nullptr));
+}
+
+xcb_keysym_t KeysymTable::of(xcb_keycode_t keycode) const
+{
+    if (!mapping_ || keycode < firstKeycode_)
+        return XCB_NO_SYMBOL;
+    std::span const keysyms { xcb_get_keyboard_mapping_keysyms(mapping_.get()),
+        static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(mapping_.get())) };
+    std::size_t const perKey = mapping_->keysyms_per_keycode;
+    auto const first = static_cast<std::size_t>(keycode - firstKeycode_) * perKey;
+    auto const column = layout_ < knownLayouts ? layout_ * keysymsPerLayout : 0;
+    if (column < perKey && first + column < keysyms.size()
+        && keysyms[first + column] != XCB_NO_SYMBOL)
+        return keysyms[first + column];
+    // Most keys that are no letters are the same in every layout.
+    return first < keysyms.size() ? keysyms[first] : xcb_keysym_t { XCB_NO_SYMBOL };
+}
 
 std::optional<std::uint16_t> ModifierBits::mask(KeyModifiers modifiers) const
 {
