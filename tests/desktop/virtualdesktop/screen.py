@@ -158,10 +158,12 @@ class Screen(Input):
         self.display.sync()
 
     def is_keyboard_free(self):
-        """Whether no program holds the keyboard."""
+        """Whether no program holds the keyboard; keeps none out meanwhile."""
+        self.display.grab_server()
         status = self.root.grab_keyboard(
             False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
         self.display.ungrab_keyboard(X.CurrentTime)
+        self.display.ungrab_server()
         self.display.sync()
         return status == X.GrabSuccess
 
