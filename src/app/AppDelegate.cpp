@@ -1,8 +1,8 @@
 #include "app/AppDelegate.h"
 
 #include "app/MainMenu.h"
-#include "app/NoPlaceHint.h"
 #include "app/StalePins.h"
+#include "app/StatusItemUnavailable.h"
 #include "platform/Fatal.h"
 #include "platform/Folders.h"
 #include "platform/MainQueue.h"
@@ -34,8 +34,10 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     updaterController_ = platform::startUpdater();
     statusItem_ = std::make_unique<platform::StatusItem>();
-    statusItem_->onNoPlace
-        = weakly(*this, [](AppDelegate& self) { self.explainThatThereIsNoPlace(); });
+    statusItem_->onUnavailable
+        = weakly(*this, [](AppDelegate& self, std::string const& explanation) {
+              self.statusItemUnavailable(explanation);
+          });
     statusItem_->onMenuOpen = weakly(*this, [](AppDelegate& self) { self.menuOpened(); });
     statusItem_->onMenuMissed = weakly(*this, [](AppDelegate& self) { self.openPalette(); });
     updateIcon();
@@ -117,32 +119,28 @@ void AppDelegate::checkForUpdates()
 
 void AppDelegate::updateIcon()
 {
-    auto* const button = existingStatusItem().button();
-    if (!button)
-        return;
+    auto& button = existingStatusItem().button();
     constexpr auto const* description = "Quillbar";
     auto image = platform::symbolImage(config_.iconSymbol, description);
     if (!image)
         image = platform::symbolImage("heart.fill", description);
     if (image)
-        button->setImage(std::move(*image));
+        button.setImage(std::move(*image));
     // Names the default hotkey of the palette, whichever is set.
-    button->setToolTip("Quillbar · ⌥⌘T");
+    button.setToolTip("Quillbar · ⌥⌘T");
 }
 
 void AppDelegate::pulseIcon(std::optional<platform::Color> const& color)
 {
-    auto* const button = existingStatusItem().button();
-    if (!button)
-        return;
-    auto const previous = button->contentTintColor();
+    auto& button = existingStatusItem().button();
+    auto const previous = button.contentTintColor();
     if (color)
-        button->setContentTintColor(color);
-    button->setAlpha(0.35);
+        button.setContentTintColor(color);
+    button.setAlpha(0.35);
     platform::postDelayed(milliseconds(150), weakly(*this, [previous](AppDelegate& self) {
-        auto* const pulsed = self.statusItem_->button();
-        pulsed->setAlpha(1);
-        pulsed->setContentTintColor(previous);
+        auto& pulsed = self.statusItem_->button();
+        pulsed.setAlpha(1);
+        pulsed.setContentTintColor(previous);
     }));
 }
 
@@ -189,11 +187,11 @@ void AppDelegate::cleanupStalePins()
     saveConfig();
 }
 
-void AppDelegate::explainThatThereIsNoPlace() const
+void AppDelegate::statusItemUnavailable(std::string const& explanation) const
 {
-    // One that is free is not yet claimed for that.
+    // A hotkey that was refused and is free now counts as working only once it is claimed.
     hotkeyManager().retryRefused();
-    tellOnceThatThereIsNoPlace(config_.menuHotkeyEff());
+    explainUnavailableStatusItem(explanation, config_.menuHotkeyEff());
 }
 
 platform::StatusItem& AppDelegate::existingStatusItem() const

@@ -81,7 +81,7 @@ private:
     /// Dims the icon for a moment, in that colour if one is given. Pulses that overlap each restore
     /// the tint that they found, so a red one may leave the icon red until the next.
     void pulseIcon(std::optional<platform::Color> const& color = std::nullopt);
-    void explainThatThereIsNoPlace() const;
+    void statusItemUnavailable(std::string const& explanation) const;
     void menuOpened();
     void applySettings(Config const& edited);
     [[nodiscard]] platform::StatusItem& existingStatusItem() const;

@@ -1,6 +1,7 @@
 #include "services/HotkeyManager.h"
 
 #include "platform/Fatal.h"
+#include "platform/HotkeyObstacles.h"
 #include "platform/SystemHotkeys.h"
 
 #include <limits>

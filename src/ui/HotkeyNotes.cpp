@@ -1,6 +1,6 @@
 #include "ui/HotkeyNotes.h"
 
-#include "platform/SystemHotkeys.h"
+#include "platform/HotkeyObstacles.h"
 #include "platform/Text.h"
 
 #include <cstddef>
@@ -9,34 +9,9 @@
 
 namespace quillbar {
 
-using platform::HotkeyObstacle;
 using platform::KeyCombination;
 
 namespace {
-
-std::string withAlternative(std::string const& sentence)
-{
-    auto const alternative = platform::hotkeyAlternative();
-    return alternative.empty() ? sentence : sentence + "\n" + alternative;
-}
-
-std::string sentence(HotkeyObstacle obstacle)
-{
-    switch (obstacle) {
-    case HotkeyObstacle::Taken:
-        return "Another program already uses this combination.";
-    case HotkeyObstacle::NoSuchKey:
-        return "Your keyboard has no such key.";
-    case HotkeyObstacle::CommandKeyTaken:
-        return withAlternative(
-            "Another program holds the Super key and may keep this combination.");
-    case HotkeyObstacle::NoService:
-        return withAlternative("This session offers no global hotkeys.");
-    case HotkeyObstacle::Declined:
-        return "You declined this combination when the desktop asked.";
-    }
-    return {};
-}
 
 /// Collects hotkeys in the order in which they are registered: of two that are equal the first
 /// works.
@@ -60,7 +35,7 @@ public:
             auto& note = *notes_[index];
             note.keys = std::move(names[index]);
             if (note.problem.empty() && obstacles[index])
-                note.problem = sentence(*obstacles[index]);
+                note.problem = platform::hotkeyObstacleText(*obstacles[index]);
         }
     }
 

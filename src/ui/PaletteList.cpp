@@ -1,7 +1,6 @@
 #include "ui/PaletteList.h"
 
 #include "platform/Text.h"
-#include "platform/TextSearch.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,6 +1,6 @@
 // The pinned table of the settings window: its data source, and the edits made in its rows.
 
-#include "platform/SystemHotkeys.h"
+#include "platform/HotkeyObstacles.h"
 #include "platform/Text.h"
 #include "platform/view/Alert.h"
 #include "platform/view/Window.h"

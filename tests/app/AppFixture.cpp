@@ -1,7 +1,5 @@
 #include "app/AppFixture.h"
 
-#include "services/HotkeyManager.h"
-
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -13,18 +11,6 @@ namespace {
 constexpr auto const* tool = QUILLBAR_SHORTCUTS_TOOL;
 
 } // namespace
-
-AppFixture::AppFixture()
-{
-    headless::reset();
-}
-
-AppFixture::~AppFixture()
-{
-    app.reset();
-    hotkeyManager().unregisterAll();
-    headless::reset();
-}
 
 Config AppFixture::settled(Names pinned)
 {
@@ -52,19 +38,17 @@ AppDelegate& AppFixture::start(Config const& config)
 void AppFixture::setListing(std::optional<std::string> listing)
 {
     hasListing_ = true;
-    headless::ChildScript script;
-    script.output = std::move(listing);
-    headless::scriptChild({ tool, "list" }, script);
+    record.childScripts[{ tool, "list" }] = { .output = std::move(listing) };
 }
 
 void AppFixture::setRun(std::string const& name, headless::ChildScript const& script)
 {
-    headless::scriptChild({ tool, "run", name }, script);
+    record.childScripts[{ tool, "run", name }] = script;
 }
 
 platform::Menu const& AppFixture::menu() const
 {
-    return *headless::statusItem()->menu();
+    return *record.statusItem->menu();
 }
 
 platform::MenuItem const& AppFixture::item(std::string const& title) const
@@ -77,13 +61,13 @@ platform::MenuItem const& AppFixture::item(std::string const& title) const
 
 platform::StatusButton const& AppFixture::button() const
 {
-    return *headless::statusItem()->button();
+    return record.statusItem->button();
 }
 
 Names AppFixture::runNames() const
 {
     Names names;
-    for (auto const& child : headless::startedChildren())
+    for (auto const& child : record.startedChildren)
         names.push_back(child.arguments.back());
     return names;
 }
@@ -91,7 +75,7 @@ Names AppFixture::runNames() const
 std::vector<long> AppFixture::runTimes() const
 {
     std::vector<long> times;
-    for (auto const& child : headless::startedChildren())
+    for (auto const& child : record.startedChildren)
         times.push_back(child.startedAt.count());
     return times;
 }

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "platform/headless/Headless.h"
-
-#include <gmock/gmock.h>
+#include "support/HeadlessTest.h"
 
 #include <memory>
 #include <optional>
@@ -12,14 +10,12 @@
 
 namespace quillbar {
 
-namespace headless = platform::headless;
 using Names = std::vector<std::string>;
 
 /// The program on the recording backend, with a stored configuration of the test's choice.
-class AppFixture : public testing::Test {
+class AppFixture : public test::HeadlessTest {
 protected:
-    AppFixture();
-    ~AppFixture() override;
+    ~AppFixture() override { app.reset(); }
 
     /// A person past the first launches, with these pins.
     [[nodiscard]] static Config settled(Names pinned);

@@ -40,16 +40,16 @@ protected:
 TEST_F(Running, Success_rebuildsTheMenuAndFailurePulsesRed)
 {
     start(config);
-    auto const before = headless::statusItem()->menu();
+    auto const before = record.statusItem->menu();
     runToEnd("A", succeeds);
-    auto const after = headless::statusItem()->menu();
+    auto const after = record.statusItem->menu();
     EXPECT_NE(after, before);
     EXPECT_EQ(after->items.size(), before->items.size());
 
     setRun("B", fails);
     app->trigger("B");
     headless::advance(milliseconds(400));
-    EXPECT_EQ(headless::statusItem()->menu(), after);
+    EXPECT_EQ(record.statusItem->menu(), after);
     EXPECT_EQ(button().alpha(), 0.35);
     EXPECT_EQ(button().contentTintColor(), Tint(SystemColor::Red));
     headless::advance(milliseconds(150));
@@ -61,21 +61,21 @@ TEST_F(Running, OnlyTheFirstFailure_asksForTheRightAndIsShownWithIt)
 {
     for (auto const answer :
         { NotificationAuthorization::Denied, NotificationAuthorization::Authorized }) {
-        headless::reset();
-        headless::setNotificationAnswer(answer);
+        reset();
+        record.notificationAnswer = answer;
         start(config);
         runToEnd("A", succeeds);
-        EXPECT_EQ(headless::authorizationRequestCount(), 0);
+        EXPECT_EQ(callCount("requestNotificationAuthorization"), 0);
         runToEnd("B", fails);
         runToEnd("B", fails);
-        EXPECT_EQ(headless::authorizationRequestCount(), 1);
-        EXPECT_THAT(headless::postedNotifications(),
+        EXPECT_EQ(callCount("requestNotificationAuthorization"), 1);
+        EXPECT_THAT(record.postedNotifications,
             SizeIs(answer == NotificationAuthorization::Denied ? 0 : 2));
         runToEnd("A", succeeds);
     }
-    ASSERT_THAT(headless::postedNotifications(), SizeIs(3));
-    auto const& failed = headless::postedNotifications().front();
-    auto const& launched = headless::postedNotifications().back();
+    ASSERT_THAT(record.postedNotifications, SizeIs(3));
+    auto const& failed = record.postedNotifications.front();
+    auto const& launched = record.postedNotifications.back();
     EXPECT_EQ(failed.body, "“B” couldn’t run. Check that it still exists in Shortcuts.");
     EXPECT_EQ(failed.sound, NotificationSound::Default);
     EXPECT_EQ(launched.body, "Launched “A”");
@@ -94,17 +94,17 @@ TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)
     headless::advance(std::chrono::minutes(1));
     EXPECT_THAT(runNames(), ElementsAre("A", "B", "C", "D", "E"));
     EXPECT_THAT(runTimes(), ElementsAre(0, 600, 1200, 1800, 2400));
-    EXPECT_EQ(headless::statusItem(), nullptr) << "the last run lets the controller go";
+    EXPECT_EQ(record.statusItem, nullptr) << "the last run lets the controller go";
 }
 
 TEST_F(Running, TheOutcome_isIgnoredOnceTheControllerIsGone)
 {
-    headless::setNotificationAuthorization(NotificationAuthorization::Authorized);
+    record.notificationAuthorization = NotificationAuthorization::Authorized;
     setRun("A", fails);
     start(config).trigger("A");
     app.reset();
     headless::advance(std::chrono::seconds(1));
-    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
+    EXPECT_THAT(record.postedNotifications, IsEmpty());
 }
 
 TEST_F(Running, AMenuItem_runsWhatItRepresents)
@@ -115,9 +115,9 @@ TEST_F(Running, AMenuItem_runsWhatItRepresents)
     EXPECT_THAT(runNames(), ElementsAre("B"));
 
     platform::performAction(platform::MenuItem(item("Edit in Shortcuts…")));
-    EXPECT_THAT(headless::openedAddresses(), ElementsAre("shortcuts://"));
+    EXPECT_THAT(record.openedAddresses, ElementsAre("shortcuts://"));
     platform::performAction(platform::MenuItem(item("Check for Updates…")));
-    EXPECT_EQ(headless::updateCheckCount(), 1);
+    EXPECT_EQ(callCount("checkForUpdates"), 1);
 }
 
 } // namespace

@@ -40,7 +40,7 @@ TEST(StalePinsAlert, NamesOneOrMany)
 TEST_F(StalePins, Remove_savesTheRestAndLeavesWhatElseIsKnown)
 {
     setListing("B\nD\n");
-    headless::queueAlertAnswer({ .button = 0, .text = {} });
+    record.alertAnswers.push_back({ .button = 0, .text = {} });
     start(config);
     auto expected = config;
     expected.pinned = { "B" };
@@ -52,11 +52,11 @@ TEST_F(StalePins, Remove_savesTheRestAndLeavesWhatElseIsKnown)
 TEST_F(StalePins, Keep_changesNothing)
 {
     setListing("");
-    headless::queueAlertAnswer([](platform::Alert const& alert) {
+    record.onAlert = [](platform::Alert const& alert) {
         EXPECT_THAT(alert.informativeText, testing::HasSubstr("\n\nA\nB\nC\nA\n\n"));
         std::filesystem::remove(Config::fileURL());
-        return platform::AlertAnswer { .button = 1, .text = {} };
-    });
+    };
+    record.alertAnswers.push_back({ .button = 1, .text = {} });
     EXPECT_EQ(start(config).config(), config);
     EXPECT_FALSE(std::filesystem::exists(Config::fileURL()));
 }
@@ -64,11 +64,11 @@ TEST_F(StalePins, Keep_changesNothing)
 TEST_F(StalePins, WithoutPinsOrAnAnswer_nothingIsConcluded)
 {
     start(settled({}));
-    EXPECT_THAT(headless::readChildren(), IsEmpty());
+    EXPECT_THAT(record.readChildren, IsEmpty());
     setListing(std::nullopt);
     EXPECT_EQ(start(config).config(), config);
-    EXPECT_THAT(headless::readChildren(), SizeIs(1));
-    EXPECT_THAT(headless::shownAlerts(), IsEmpty());
+    EXPECT_THAT(record.readChildren, SizeIs(1));
+    EXPECT_THAT(record.shownAlerts, IsEmpty());
     EXPECT_EQ(item("B").representedObject, "B");
 }
 

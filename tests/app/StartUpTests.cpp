@@ -1,9 +1,8 @@
 #include "app/AppFixture.h"
 #include "app/MainMenu.h"
 #include "platform/LaunchAgent.h"
-#include "platform/headless/Person.h"
-#include "platform/headless/Windows.h"
 #include "services/HotkeyManager.h"
+#include "support/Person.h"
 
 #include <algorithm>
 
@@ -17,10 +16,10 @@ using testing::IsEmpty;
 class StartUp : public AppFixture {
 protected:
     /// The combinations that are claimed, without their order.
-    [[nodiscard]] static std::set<std::pair<std::uint32_t, std::uint32_t>> claimed()
+    [[nodiscard]] std::set<std::pair<std::uint32_t, std::uint32_t>> claimed() const
     {
         std::set<std::pair<std::uint32_t, std::uint32_t>> combinations;
-        for (auto const& hotkey : headless::registeredHotkeys())
+        for (auto const& hotkey : record.registeredHotkeys)
             combinations.emplace(hotkey.keyCode, hotkey.modifiers);
         return combinations;
     }
@@ -34,7 +33,7 @@ TEST_F(StartUp, Steps_comeInOrder)
     config.shortcutHotkeys = { { "A", { 18, 0x100 } } };
     setListing("A\n");
     start(config);
-    auto steps = headless::journal();
+    auto steps = record.journal;
     steps.erase(std::unique(steps.begin(), steps.end()), steps.end());
     steps.resize(std::min<std::size_t>(steps.size(), 9));
     EXPECT_THAT(steps,
@@ -45,7 +44,7 @@ TEST_F(StartUp, Steps_comeInOrder)
 
 TEST_F(StartUp, Icon_fallsBackToTheHeartAndKeepsTheStoredName)
 {
-    headless::setMissingSymbols({ "no.such.symbol" });
+    record.missingSymbols = { "no.such.symbol" };
     for (std::string const stored : { "bolt.fill", "no.such.symbol" }) {
         config.iconSymbol = stored;
         start(config);
@@ -63,9 +62,9 @@ TEST_F(StartUp, Hotkeys_areThePalettesAndThoseOfPinnedNames)
         = { { "A", { 18, 0x100 } }, { "B", { 0, 0x100 } }, { "gone", { 19, 0x100 } } };
     start(config);
     EXPECT_THAT(claimed(), ElementsAre(std::pair(17U, 0x900U), std::pair(18U, 0x100U)));
-    EXPECT_EQ(headless::registeredHotkeys().front().id, app->menuHotkeyID());
+    EXPECT_EQ(record.registeredHotkeys.front().id, app->menuHotkeyID());
     app->applyHotkeys();
-    EXPECT_EQ(headless::registeredHotkeys().size(), 2U);
+    EXPECT_EQ(record.registeredHotkeys.size(), 2U);
 
     headless::fire(18, 0x100);
     EXPECT_THAT(runNames(), ElementsAre("A"));
@@ -80,7 +79,7 @@ TEST_F(StartUp, PaletteHotkey_isRegisteredThoughNotValidAndMayBeRefused)
     start(config);
     EXPECT_THAT(claimed(), ElementsAre(std::pair(0U, 0U)));
 
-    headless::refuseHotkey(0, 0);
+    record.refusedHotkeys.insert({ 0, 0 });
     app->applyHotkeys();
     EXPECT_EQ(app->menuHotkeyID(), 0U);
 }
@@ -113,15 +112,14 @@ TEST_F(StartUp, AFailedSave_isRepeatedWithTheNextChangeAndOnceAtTheEnd)
     preventSaving();
     app->openSettings();
     for (bool const isAtEnd : { false, true }) {
-        ASSERT_TRUE(
-            headless::click(headless::find<platform::Button>(*headless::keyWindow(), "Save")));
+        ASSERT_TRUE(test::click(test::find<platform::Button>(*record.keyWindow, "Save")));
         std::filesystem::remove(file);
         headless::advance(std::chrono::hours(1));
         EXPECT_FALSE(std::filesystem::exists(file));
         if (isAtEnd)
             app->applicationWillTerminate();
         else
-            headless::click(headless::find<platform::Button>(*headless::keyWindow(), "Save"));
+            test::click(test::find<platform::Button>(*record.keyWindow, "Save"));
         EXPECT_EQ(Config::load(), app->config());
         headless::advance(std::chrono::hours(1));
         preventSaving();
@@ -134,33 +132,33 @@ TEST_F(StartUp, AutoRun_takesFlaggedPinsInOrderWithoutFeedback)
     config.launchAtLoginShortcuts
         = { { "A", false }, { "B", true }, { "C", true }, { "gone", true } };
     config.launchAtLogin = false;
-    headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);
+    record.notificationAuthorization = platform::NotificationAuthorization::Authorized;
     start(config);
-    auto const buttonSyncs = headless::statusButtonSyncCount();
+    auto const buttonSyncs = callCount("syncStatusButton");
     headless::advance(std::chrono::seconds(2));
-    EXPECT_EQ(headless::statusButtonSyncCount(), buttonSyncs);
+    EXPECT_EQ(callCount("syncStatusButton"), buttonSyncs);
     app.reset();
     headless::advance(std::chrono::minutes(1));
     EXPECT_THAT(runNames(), ElementsAre("B", "C"));
     EXPECT_THAT(runTimes(), ElementsAre(1500, 3500));
-    EXPECT_THAT(headless::postedNotifications(), IsEmpty());
+    EXPECT_THAT(record.postedNotifications, IsEmpty());
 }
 
 TEST_F(StartUp, LoginEntry_followsTheConfigurationAndDefaultsToOn)
 {
-    headless::setExecutablePath("/opt/A & B/quillbar");
+    record.executablePath = "/opt/A & B/quillbar";
     start(config);
-    ASSERT_TRUE(headless::loginEntry());
-    EXPECT_EQ(headless::loginEntry()->entry.label, "com.quillbar.launcher");
-    EXPECT_EQ(headless::loginEntry()->entry.executablePath, "/opt/A & B/quillbar");
-    EXPECT_EQ(headless::loginEntry()->loginSwitch, platform::LoginSwitch::Keep);
+    ASSERT_TRUE(record.loginEntry);
+    EXPECT_EQ(record.loginEntry->entry.label, "com.quillbar.launcher");
+    EXPECT_EQ(record.loginEntry->entry.executablePath, "/opt/A & B/quillbar");
+    EXPECT_EQ(record.loginEntry->loginSwitch, platform::LoginSwitch::Keep);
     app->applyLaunchAtLogin(platform::LoginSwitch::Reset);
-    EXPECT_EQ(headless::loginEntry()->loginSwitch, platform::LoginSwitch::Reset);
+    EXPECT_EQ(record.loginEntry->loginSwitch, platform::LoginSwitch::Reset);
 
     config.launchAtLogin = false;
     start(config);
-    EXPECT_FALSE(headless::loginEntry());
-    EXPECT_THAT(headless::removedLoginLabels(), ElementsAre("com.quillbar.launcher"));
+    EXPECT_FALSE(record.loginEntry);
+    EXPECT_THAT(record.removedLoginLabels, ElementsAre("com.quillbar.launcher"));
 }
 
 TEST(LaunchAgent, PropertyList_holdsThePathAsText)
@@ -172,32 +170,31 @@ TEST(LaunchAgent, PropertyList_holdsThePathAsText)
 
 TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
 {
-    headless::setNotificationAuthorization(platform::NotificationAuthorization::Authorized);
+    record.notificationAuthorization = platform::NotificationAuthorization::Authorized;
     for (int run = 0; run < 2; ++run) {
         start(settled({ "A" }));
-        headless::statusItem()->systemFoundNoPlace();
+        record.statusItem->systemReportedUnavailable("No icons.");
         headless::runPosted();
         app.reset();
     }
-    ASSERT_THAT(headless::postedNotifications(), testing::SizeIs(1));
-    auto const& shown = headless::postedNotifications().front();
+    ASSERT_THAT(record.postedNotifications, testing::SizeIs(1));
+    auto const& shown = record.postedNotifications.front();
     EXPECT_EQ(shown.title, "Quillbar is running");
     EXPECT_EQ(shown.life, platform::NotificationLife::Kept);
-    EXPECT_THAT(headless::shownAlerts(), testing::IsEmpty());
+    EXPECT_THAT(record.shownAlerts, testing::IsEmpty());
 }
 
 TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWay)
 {
-    headless::setNotificationAuthorization(platform::NotificationAuthorization::Denied);
-    headless::setHotkeyObstacle(
-        { 17, platform::commandKey | platform::optionKey }, platform::HotkeyObstacle::NoService);
+    record.notificationAuthorization = platform::NotificationAuthorization::Denied;
+    record.hotkeyObstacles[{ 17, platform::commandKey | platform::optionKey }]
+        = platform::HotkeyObstacle::NoService;
     start(settled({ "A" }));
-    headless::statusItem()->systemFoundNoPlace();
+    record.statusItem->systemReportedUnavailable("No icons.");
     headless::runPosted();
-    ASSERT_THAT(headless::shownAlerts(), testing::SizeIs(1));
-    EXPECT_EQ(headless::shownAlerts().front().informativeText,
-        "This desktop shows no tray icons. Start Quillbar again to open its settings; Ctrl+Q in "
-        "its windows quits it. ⌥⌘T does not work here. Use the menu instead.");
+    ASSERT_THAT(record.shownAlerts, testing::SizeIs(1));
+    EXPECT_EQ(record.shownAlerts.front().informativeText,
+        "No icons. ⌥⌘T: It does not work.\nUse the menu instead.");
 }
 
 } // namespace

@@ -1,14 +1,11 @@
 #include "app/Badge.h"
 #include "app/StatusMenu.h"
 #include "platform/Application.h"
-#include "platform/headless/Headless.h"
-
-#include <gmock/gmock.h>
+#include "support/HeadlessTest.h"
 
 namespace quillbar {
 namespace {
 
-namespace headless = platform::headless;
 using platform::commandKey;
 using platform::KeyEquivalent;
 using platform::MenuItem;
@@ -17,11 +14,8 @@ using platform::optionKey;
 using testing::ElementsAre;
 using Titles = std::vector<std::string>;
 
-class StatusMenuTest : public testing::Test {
+class StatusMenuTest : public test::HeadlessTest {
 protected:
-    StatusMenuTest() { headless::reset(); }
-    ~StatusMenuTest() override { headless::reset(); }
-
     [[nodiscard]] std::vector<MenuItem> items() const
     {
         return makeStatusMenu(config, actions).items;

@@ -1,9 +1,8 @@
 #include "app/AppFixture.h"
 #include "model/Config.h"
-#include "platform/headless/Person.h"
-#include "platform/headless/Windows.h"
 #include "platform/view/Label.h"
 #include "platform/view/TextField.h"
+#include "support/Person.h"
 
 #include <gtest/gtest.h>
 
@@ -17,17 +16,17 @@ constexpr std::uint32_t paletteKey = 17;
 
 class WindowTest : public AppFixture {
 protected:
-    [[nodiscard]] static Names titles()
+    [[nodiscard]] Names titles() const
     {
         Names titles;
-        for (auto const* const window : headless::windows())
+        for (auto const* const window : record.windows)
             titles.push_back(window->title());
         return titles;
     }
 
-    [[nodiscard]] static bool click(std::string const& title)
+    [[nodiscard]] bool click(std::string const& title) const
     {
-        return headless::click(headless::find<Button>(*headless::windows().front(), title));
+        return test::click(test::find<Button>(*record.windows.front(), title));
     }
 
     void openPalette()
@@ -50,12 +49,12 @@ TEST_F(WindowTest, WithoutAnAnswer_theWelcomeClaimsNothingAndSettingsKeepThePins
 {
     setListing(std::nullopt);
     start({});
-    EXPECT_TRUE(headless::find<Button>(*headless::keyWindow(), "Pick your shortcuts"));
+    EXPECT_TRUE(test::find<Button>(*record.keyWindow, "Pick your shortcuts"));
 
     auto config = settled({ "A", "B" });
     config.groupOf = { { { "B", "Work" } } };
     start(config).openSettings();
-    ASSERT_TRUE(headless::click(headless::find<Button>(*headless::keyWindow(), "Save")));
+    ASSERT_TRUE(test::click(test::find<Button>(*record.keyWindow, "Save")));
     EXPECT_EQ(Config::load().pinned, config.pinned);
     EXPECT_EQ(Config::load().groupOf, config.groupOf);
 }
@@ -65,14 +64,14 @@ TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheLi
     setListing("A\nB\n");
     start({});
     app->openSettings();
-    auto const box = headless::find<Button>(*headless::keyWindow(), "Start Quillbar at login");
-    ASSERT_TRUE(headless::click(box));
-    auto* const settings = headless::keyWindow();
-    headless::windows().back()->makeKeyAndOrderFront();
+    auto const box = test::find<Button>(*record.keyWindow, "Start Quillbar at login");
+    ASSERT_TRUE(test::click(box));
+    auto* const settings = record.keyWindow;
+    record.windows.back()->makeKeyAndOrderFront();
     ASSERT_TRUE(click("Pick your shortcuts"));
     EXPECT_EQ(titles(), Names { "Quillbar Settings" });
-    EXPECT_EQ(headless::keyWindow(), settings);
-    EXPECT_EQ(settings->firstResponder(), headless::find<Button>(*settings, "A"));
+    EXPECT_EQ(record.keyWindow, settings);
+    EXPECT_EQ(settings->firstResponder(), test::find<Button>(*settings, "A"));
     EXPECT_EQ(box->state(), platform::ButtonState::Off);
 }
 
@@ -81,11 +80,11 @@ TEST_F(WindowTest, NextPalette_listsThePinsOfItsTime)
     setListing("A\nB\n");
     start(settled({ "A" }));
     openPalette();
-    headless::press(platform::key::escape);
+    test::press(platform::key::escape);
     app->openSettings();
     ASSERT_TRUE(click("B"));
     openPalette();
-    EXPECT_TRUE(headless::find<platform::Label>(*headless::keyWindow(), "B"));
+    EXPECT_TRUE(test::find<platform::Label>(*record.keyWindow, "B"));
 }
 
 TEST_F(WindowTest, Save_storesAndAppliesInOrderWithTheMenuLast)
@@ -93,12 +92,12 @@ TEST_F(WindowTest, Save_storesAndAppliesInOrderWithTheMenuLast)
     setListing("A\n");
     start(settled({ "A" }));
     app->openSettings();
-    ASSERT_TRUE(headless::choose(
-        headless::findAll<platform::PopUpButton>(*headless::keyWindow()).front(), "Star"));
+    ASSERT_TRUE(
+        test::choose(test::findAll<platform::PopUpButton>(*record.keyWindow).front(), "Star"));
     ASSERT_TRUE(click("Start Quillbar at login"));
-    auto const before = static_cast<std::ptrdiff_t>(headless::journal().size());
+    auto const before = static_cast<std::ptrdiff_t>(record.journal.size());
     ASSERT_TRUE(click("Save"));
-    Names const effects(headless::journal().begin() + before, headless::journal().end());
+    Names const effects(record.journal.begin() + before, record.journal.end());
     EXPECT_THAT(effects,
         testing::ElementsAre("syncStatusButton", "removeLoginEntry", "registerSystemHotkey",
             "syncStatusMenu", "activateIgnoringOtherApps"));

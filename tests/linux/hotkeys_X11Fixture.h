@@ -2,6 +2,7 @@
 
 #include "linux/PrivateDisplay.h"
 #include "linux/hotkeys_OtherClient.h"
+#include "platform/HotkeyObstacles.h"
 #include "platform/KeyModifiers.h"
 #include "platform/SystemHotkeys.h"
 

@@ -136,7 +136,7 @@ TEST(LegacyTray, IsUsedOnlyWhileThereIsNoHostOnTheBus)
     FakeHost host(bus, "host");
     {
         StatusItem item;
-        item.button()->setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
+        item.button().setImage(SymbolImage { "heart.fill", "Quillbar", {}, {} });
         // Whoever starts later than the program announces itself.
         QCoreApplication::processEvents();
         EXPECT_EQ(tray.docked(), XCB_WINDOW_NONE);
@@ -146,9 +146,9 @@ TEST(LegacyTray, IsUsedOnlyWhileThereIsNoHostOnTheBus)
         EXPECT_TRUE(tray.exists(icon));
         tray.embed();
         auto const isRed = [&tray] { return tray.color().red() > tray.color().blue() + 100; };
-        item.button()->setContentTintColor(Color(Rgba { .red = 1 }));
+        item.button().setContentTintColor(Color(Rgba { .red = 1 }));
         EXPECT_TRUE(waitUntil(isRed));
-        item.button()->setContentTintColor({});
+        item.button().setContentTintColor({});
         EXPECT_TRUE(waitUntil([&] { return tray.color() == Qt::white; }));
         host.becomeWatcher();
         EXPECT_TRUE(waitUntil([&] { return host.items.size() == 1 && !tray.exists(icon); }));

@@ -1,14 +1,10 @@
 #include "model/Config.h"
 #include "model/PrivateFile.h"
-#include "platform/headless/Headless.h"
-
-#include <gtest/gtest.h>
+#include "support/HeadlessTest.h"
 
 #include <string>
 
 namespace quillbar {
-
-namespace headless = platform::headless;
 
 namespace {
 
@@ -27,17 +23,13 @@ std::filesystem::path copyPath()
 
 } // namespace
 
-class ConfigFile : public testing::Test {
-public:
-    ConfigFile() { headless::reset(); }
-    ~ConfigFile() override { headless::reset(); }
-};
+using ConfigFile = test::HeadlessTest;
 
 TEST_F(ConfigFile, Place_isTheFirstFolderOfApplicationDataOrTheEnd)
 {
-    headless::setApplicationSupportFolders({ "/first", "/second" });
+    record.applicationSupportFolders = { "/first", "/second" };
     EXPECT_EQ(Config::fileURL(), "/first/Quillbar/config.json");
-    headless::setApplicationSupportFolders({});
+    record.applicationSupportFolders = {};
     EXPECT_DEATH((void)Config::load(), "no folder");
 }
 
@@ -92,7 +84,7 @@ TEST_F(ConfigFile, Saving_goesOnWhereNoCopyCanBeMade)
 
 TEST_F(ConfigFile, ASaveThatFails_saysSo)
 {
-    headless::setApplicationSupportFolders({ "/dev/null/data" });
+    record.applicationSupportFolders = { "/dev/null/data" };
     EXPECT_FALSE(Config().save());
     EXPECT_EQ(Config::load(), Config());
 }

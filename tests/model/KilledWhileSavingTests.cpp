@@ -1,5 +1,5 @@
 #include "model/PrivateFile.h"
-#include "platform/headless/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +41,7 @@ template <typename Work> bool isKilledAt(int stop, Work const& work)
 
 TEST(KilledWhileSaving, AtAnySystemCall_leavesTheOldOrTheNewText)
 {
-    platform::headless::TemporaryFolder const folder;
+    test::TemporaryFolder const folder;
     auto const file = folder.path() / "file";
     auto const oldText = std::string(100, 'o');
     auto const text = std::string(300'000, 'n');

@@ -1,5 +1,5 @@
 #include "model/PrivateFile.h"
-#include "platform/headless/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ public:
         return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
     }
 
-    platform::headless::TemporaryFolder const temporary;
+    test::TemporaryFolder const temporary;
     fs::path const folder = temporary.path();
 };
 

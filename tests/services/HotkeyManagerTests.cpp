@@ -1,26 +1,15 @@
-#include "platform/headless/Headless.h"
-#include "services/HotkeyManager.h"
-
-#include <gmock/gmock.h>
+#include "support/HeadlessTest.h"
 
 namespace quillbar {
 namespace {
 
-namespace headless = platform::headless;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr std::uint32_t signature = 0x5155494C;
 
-class HotkeyManagerTest : public testing::Test {
+class HotkeyManagerTest : public test::HeadlessTest {
 protected:
-    HotkeyManagerTest() { headless::reset(); }
-    ~HotkeyManagerTest() override
-    {
-        hotkeyManager().unregisterAll();
-        headless::reset();
-    }
-
     [[nodiscard]] std::function<void()> count()
     {
         return [this] { ++calls; };
@@ -32,14 +21,14 @@ protected:
 TEST_F(HotkeyManagerTest, Ids_countFromOneAndAreNeverUsedAgain)
 {
     HotkeyManager manager;
-    headless::refuseHotkey(9, 0);
+    record.refusedHotkeys.insert({ 9, 0 });
     EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900), 1U);
     EXPECT_EQ(manager.registerHotkey(count(), 18, 0x900), 2U);
     manager.unregisterAll();
     EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900, "Seventeen"), 3U);
     EXPECT_EQ(manager.registerHotkey(count(), 9, 0), 0U);
     EXPECT_EQ(manager.registerHotkey(count(), 18, 0x900), 5U);
-    EXPECT_THAT(headless::registeredHotkeys(),
+    EXPECT_THAT(record.registeredHotkeys,
         ElementsAre(headless::RegisteredHotkey { 17, 0x900, signature, 3, "Seventeen" },
             headless::RegisteredHotkey { 18, 0x900, signature, 5, "" }));
 }
@@ -55,7 +44,7 @@ TEST_F(HotkeyManagerTest, WhatWasRefused_isClaimedOnceItIsFreeUnlessGivenUp)
     EXPECT_EQ(calls, 0);
     other.unregisterAll();
     headless::tellHotkeyObstacleObservers();
-    EXPECT_THAT(headless::registeredHotkeys(),
+    EXPECT_THAT(record.registeredHotkeys,
         ElementsAre(headless::RegisteredHotkey { 17, 0x900, signature, 1, "Seventeen" }));
     manager.trigger(1);
     EXPECT_EQ(calls, 1);
@@ -64,7 +53,7 @@ TEST_F(HotkeyManagerTest, WhatWasRefused_isClaimedOnceItIsFreeUnlessGivenUp)
     manager.unregisterAll();
     other.unregisterAll();
     other.retryRefused();
-    EXPECT_THAT(headless::registeredHotkeys(), IsEmpty());
+    EXPECT_THAT(record.registeredHotkeys, IsEmpty());
 }
 
 TEST_F(HotkeyManagerTest, Action_mayReplaceEveryRegistration)

@@ -1,13 +1,10 @@
-#include "platform/headless/Headless.h"
 #include "services/ShortcutNames.h"
 #include "services/ShortcutsService.h"
-
-#include <gmock/gmock.h>
+#include "support/HeadlessTest.h"
 
 namespace quillbar {
 namespace {
 
-namespace headless = platform::headless;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -15,15 +12,12 @@ using Names = std::vector<std::string>;
 
 constexpr auto const* tool = QUILLBAR_SHORTCUTS_TOOL;
 
-class ShortcutsServiceTest : public testing::Test {
+class ShortcutsServiceTest : public test::HeadlessTest {
 protected:
-    ShortcutsServiceTest() { headless::reset(); }
-    ~ShortcutsServiceTest() override { headless::reset(); }
-
     /// Runs a shortcut of that fate to its end.
     std::optional<bool> outcome(headless::ChildScript const& script)
     {
-        headless::scriptChild({ tool, "run", "Backup" }, script);
+        record.childScripts[{ tool, "run", "Backup" }] = script;
         std::optional<bool> result;
         ShortcutsService::run("Backup", [&](bool succeeded) { result = succeeded; });
         EXPECT_FALSE(result) << "told from within the call";
@@ -78,19 +72,18 @@ TEST(ShortcutNames, Order_isByScalarValuesAndStable)
 
 TEST_F(ShortcutsServiceTest, List_tellsNoAnswerFromNoShortcuts)
 {
-    headless::scriptChild({ tool, "list" },
-        { .start = headless::ChildStart::Succeeds,
-            .exitStatus = 1,
-            .duration = milliseconds(0),
-            .output = "B\nA\n" });
+    record.childScripts[{ tool, "list" }] = { .start = headless::ChildStart::Succeeds,
+        .exitStatus = 1,
+        .duration = milliseconds(0),
+        .output = "B\nA\n" };
     EXPECT_EQ(ShortcutsService::list(), (Names { "A", "B" }));
-    EXPECT_THAT(headless::readChildren(), ElementsAre(Names { tool, "list" }));
+    EXPECT_THAT(record.readChildren, ElementsAre(Names { tool, "list" }));
 
-    headless::scriptChild({ tool, "list" }, { .output = "" });
+    record.childScripts[{ tool, "list" }] = { .output = "" };
     EXPECT_EQ(ShortcutsService::list(), Names {});
-    headless::scriptChild({ tool, "list" }, { .output = std::nullopt });
+    record.childScripts[{ tool, "list" }] = { .output = std::nullopt };
     EXPECT_EQ(ShortcutsService::list(), std::nullopt);
-    headless::scriptChild({ tool, "list" }, { .start = headless::ChildStart::Fails });
+    record.childScripts[{ tool, "list" }] = { .start = headless::ChildStart::Fails };
     EXPECT_EQ(ShortcutsService::list(), std::nullopt);
 }
 
@@ -113,9 +106,9 @@ TEST_F(ShortcutsServiceTest, Run_passesTheNameAsOneArgument)
     Names const names { "-x", "", "a \"b\" $(c) 'd'", "line\nbreak", "--help" };
     for (auto const& name : names)
         ShortcutsService::run(name);
-    ASSERT_EQ(headless::startedChildren().size(), names.size());
+    ASSERT_EQ(record.startedChildren.size(), names.size());
     for (std::size_t i = 0; i < names.size(); ++i)
-        EXPECT_THAT(headless::startedChildren()[i].arguments, ElementsAre(tool, "run", names[i]));
+        EXPECT_THAT(record.startedChildren[i].arguments, ElementsAre(tool, "run", names[i]));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/headless/TemporaryFolder.h"
 #include "shortcuts/Environment.h"
+#include "support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <map>
@@ -24,7 +24,7 @@ class Scratch {
 public:
     Scratch();
 
-    platform::headless::TemporaryFolder const folder;
+    test::TemporaryFolder const folder;
     std::filesystem::path const home = folder.path();
     std::filesystem::path const own = home / "data/shortcuts";
     std::filesystem::path const shared = home / "system/shortcuts";

@@ -1,6 +1,5 @@
-#include "platform/headless/Person.h"
-#include "platform/headless/Windows.h"
 #include "platform/view/TextField.h"
+#include "support/Person.h"
 #include "ui/HotkeyRecorder.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +7,8 @@
 namespace quillbar {
 namespace {
 
-using platform::headless::click;
-using platform::headless::press;
+using test::click;
+using test::press;
 
 class Recording : public testing::Test {
 protected:
@@ -48,9 +47,9 @@ TEST_F(Recording, NextKey_becomesTheHotkeyAndGoesNoFurther)
         recorded.clear();
         EXPECT_TRUE(click(recorder));
         EXPECT_EQ(recorder->visibleText(), "Press keys…");
-        EXPECT_TRUE(platform::headless::isKeyboardGrabbed());
+        EXPECT_TRUE(platform::isKeyboardGrabWanted());
         EXPECT_TRUE(press(keyCode, modifiers));
-        EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
+        EXPECT_FALSE(platform::isKeyboardGrabWanted());
         EXPECT_EQ(recorder->visibleText(), text);
         EXPECT_EQ(recorded, (std::vector<Hotkey> { { keyCode, modifiers & 0xFFFF } }));
         EXPECT_FALSE(press(keyCode, modifiers)) << "while not recording";
@@ -85,7 +84,7 @@ TEST_F(Recording, ClosedWindow_endsItEachTime)
         window->userClosed();
         EXPECT_FALSE(recorder->isRecording());
         window->makeKeyAndOrderFront();
-        EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
+        EXPECT_FALSE(platform::isKeyboardGrabWanted());
     }
 }
 
@@ -94,7 +93,7 @@ TEST_F(Recording, GoneRecorder_leavesTheKeysAlone)
     click(recorder);
     recorder->removeFromSuperview();
     recorder.reset();
-    EXPECT_FALSE(platform::headless::isKeyboardGrabbed());
+    EXPECT_FALSE(platform::isKeyboardGrabWanted());
     EXPECT_FALSE(press(49));
 }
 

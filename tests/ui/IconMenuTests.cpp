@@ -1,7 +1,5 @@
-#include "platform/headless/Headless.h"
+#include "support/HeadlessTest.h"
 #include "ui/IconMenu.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -10,10 +8,8 @@ namespace {
 
 using platform::MenuItem;
 
-class IconChooser : public testing::Test {
+class IconChooser : public test::HeadlessTest {
 protected:
-    ~IconChooser() override { platform::headless::reset(); }
-
     static IconMenu menuFor(std::string const& current)
     {
         return iconMenu(current, [] {});
@@ -26,7 +22,7 @@ protected:
 
 TEST_F(IconChooser, Selection_followsTheCurrentSymbol)
 {
-    platform::headless::setMissingSymbols({ "no such symbol", "apple.logo" });
+    record.missingSymbols = { "no such symbol", "apple.logo" };
     struct {
         char const* current;
         char const* title;
@@ -60,10 +56,10 @@ TEST_F(IconChooser, TypedName_countsTrimmedWhateverTheButton)
         { { .button = 0, .text = " \t " }, "" },
     };
     for (auto const& [answer, symbol] : cases) {
-        platform::headless::queueAlertAnswer(answer);
+        record.alertAnswers.push_back(answer);
         EXPECT_EQ(askForIcon("bolt"), symbol);
     }
-    auto const& alert = platform::headless::shownAlerts().front();
+    auto const& alert = record.shownAlerts.front();
     EXPECT_EQ(alert.accessory->text, "bolt");
     EXPECT_EQ(alert.buttons, (std::vector<std::string> { "OK", "Cancel" }));
 }

@@ -1,10 +1,7 @@
-#include "platform/headless/Headless.h"
-#include "platform/headless/Person.h"
-#include "platform/headless/Windows.h"
 #include "platform/view/Label.h"
+#include "support/HeadlessTest.h"
+#include "support/Person.h"
 #include "ui/PaletteWindowController.h"
-
-#include <gtest/gtest.h>
 
 namespace quillbar {
 namespace {
@@ -12,10 +9,8 @@ namespace {
 using namespace platform;
 using Names = std::vector<std::string>;
 
-class PaletteWindowControllerTest : public testing::Test {
+class PaletteWindowControllerTest : public test::HeadlessTest {
 protected:
-    PaletteWindowControllerTest() { headless::reset(); }
-
     // Holds the palette as its owner does: until its window closes.
     void open(Names pinned, std::map<std::string, std::string> groups = {})
     {
@@ -32,14 +27,14 @@ protected:
 
     [[nodiscard]] std::shared_ptr<TableView> table() const
     {
-        return headless::findOnly<TableView>(palette_->window());
+        return test::findOnly<TableView>(palette_->window());
     }
 
     [[nodiscard]] Names visibleNames() const
     {
         Names names;
         for (std::size_t row = 0; row < table()->numberOfRows(); ++row)
-            names.push_back(headless::findAll<Label>(*table()->viewAtRow(row)).front()->text());
+            names.push_back(test::findAll<Label>(*table()->viewAtRow(row)).front()->text());
         return names;
     }
 
@@ -64,7 +59,7 @@ TEST_F(PaletteWindowControllerTest, QueryKeepsMatchingNamesInPinnedOrderAndSelec
              { "3", { "3 things" } },
          }) {
         open(pinned, { { "Backup", "Work" } });
-        ASSERT_TRUE(headless::replaceText(query));
+        ASSERT_TRUE(test::replaceText(query));
         EXPECT_EQ(visibleNames(), shown) << query;
         EXPECT_EQ(table()->selectedRow().has_value(), shown.front() != "No shortcuts match");
         palette_->closePalette();
@@ -75,15 +70,15 @@ TEST_F(PaletteWindowControllerTest, QueryKeepsMatchingNamesInPinnedOrderAndSelec
 TEST_F(PaletteWindowControllerTest, NarrowingLetterByLetterEqualsTypingAtOnce)
 {
     open({ "ab", "abc", "cab", "e\xCC\x81t", "et" });
-    ASSERT_TRUE(headless::type("ab"));
+    ASSERT_TRUE(test::type("ab"));
     EXPECT_EQ(visibleNames(), (Names { "ab", "abc", "cab" }));
-    ASSERT_TRUE(headless::type("c"));
+    ASSERT_TRUE(test::type("c"));
     EXPECT_EQ(visibleNames(), (Names { "abc" }));
-    ASSERT_TRUE(headless::replaceText("e"));
+    ASSERT_TRUE(test::replaceText("e"));
     EXPECT_EQ(visibleNames(), (Names { "et" }));
-    ASSERT_TRUE(headless::replaceText("\xC3\xA9"));
+    ASSERT_TRUE(test::replaceText("\xC3\xA9"));
     EXPECT_EQ(visibleNames(), (Names { "e\xCC\x81t" }));
-    ASSERT_TRUE(headless::replaceText(""));
+    ASSERT_TRUE(test::replaceText(""));
     EXPECT_EQ(table()->numberOfRows(), 5U);
 }
 
@@ -91,10 +86,10 @@ TEST_F(PaletteWindowControllerTest, NothingToRunMeansNothingHappens)
 {
     open({});
     EXPECT_EQ(visibleNames(), (Names { "No shortcuts pinned" }));
-    EXPECT_TRUE(headless::press(key::returnKey));
-    headless::doubleClick(table(), 0);
+    EXPECT_TRUE(test::press(key::returnKey));
+    test::doubleClick(table(), 0);
     EXPECT_TRUE(palette_->window().isVisible());
-    EXPECT_TRUE(headless::press(key::escape));
+    EXPECT_TRUE(test::press(key::escape));
     EXPECT_EQ(palette_, nullptr);
     EXPECT_TRUE(chosen_.empty());
 }
@@ -105,9 +100,9 @@ TEST_F(PaletteWindowControllerTest, EscapeBeforeTheDeferredRaiseDoesNotBringItBa
         std::make_shared<PaletteList>(Names { "A" }, std::map<std::string, std::string> {}),
         nullptr);
     palette->show();
-    EXPECT_TRUE(headless::press(key::escape));
+    EXPECT_TRUE(test::press(key::escape));
     headless::runPosted();
-    EXPECT_TRUE(headless::windows().empty());
+    EXPECT_TRUE(record.windows.empty());
 }
 
 } // namespace

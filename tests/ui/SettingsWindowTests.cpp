@@ -5,18 +5,18 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace platform;
-using headless::choose;
-using headless::click;
-using headless::findAll;
-using headless::findOnly;
-using headless::press;
+using test::choose;
+using test::click;
+using test::findAll;
+using test::findOnly;
+using test::press;
 
 using SettingsWindow = SettingsWindowFixture;
 
 TEST_F(SettingsWindow, Pin_showsAndHandsOverAtOnceWithPendingEdits)
 {
     open(pinning({ "B" }));
-    record("Hotkey for B", 17, commandKey);
+    setHotkey("Hotkey for B", 17, commandKey);
     click(find("Start Quillbar at login"));
     EXPECT_TRUE(saved.empty());
 
@@ -44,19 +44,19 @@ TEST_F(SettingsWindow, SavedFeedback_lastsAndKeepsSaveFromRepeating)
     EXPECT_EQ(button->title(), "Save");
     EXPECT_TRUE(press(key::keypadEnter));
     EXPECT_EQ(saved.size(), 2u);
-    EXPECT_EQ(headless::activationCount(), 2);
+    EXPECT_EQ(callCount("activateIgnoringOtherApps"), 2);
 }
 
 TEST_F(SettingsWindow, Edits_followTheirShortcutThroughAReorder)
 {
     open(pinning({ "A", "B" }));
-    record("Hotkey for A", 1, 0);
-    headless::drag(table(), 0, 2);
+    setHotkey("Hotkey for A", 1, 0);
+    test::drag(table(), 0, 2);
     click(find("Login for A"));
     EXPECT_EQ(find<HotkeyRecorder>("Hotkey for B")->visibleText(), "None");
-    auto const record = save();
-    EXPECT_EQ(record.shortcutHotkeys, (std::map<std::string, Hotkey> { { "A", { 1, 0 } } }));
-    EXPECT_EQ(record.launchAtLoginShortcuts, (std::map<std::string, bool> { { "A", true } }));
+    auto const config = save();
+    EXPECT_EQ(config.shortcutHotkeys, (std::map<std::string, Hotkey> { { "A", { 1, 0 } } }));
+    EXPECT_EQ(config.launchAtLoginShortcuts, (std::map<std::string, bool> { { "A", true } }));
 }
 
 TEST_F(SettingsWindow, ReusedRow_endsTheRecordingOfItsFormerShortcut)
@@ -64,9 +64,9 @@ TEST_F(SettingsWindow, ReusedRow_endsTheRecordingOfItsFormerShortcut)
     open(pinning({ "A", "B" }));
     auto const recorder = find<HotkeyRecorder>("Hotkey for A");
     click(recorder);
-    headless::drag(table(), 0, 2);
+    test::drag(table(), 0, 2);
     EXPECT_FALSE(recorder->isRecording());
-    EXPECT_FALSE(headless::isKeyboardGrabbed());
+    EXPECT_FALSE(platform::isKeyboardGrabWanted());
 }
 
 TEST_F(SettingsWindow, CustomSection_comesFromThePrompt)
@@ -86,13 +86,13 @@ TEST_F(SettingsWindow, CustomSection_comesFromThePrompt)
         auto config = pinning({ "A" });
         config.groupOf = { { { "A", before } } };
         open(config);
-        headless::queueAlertAnswer(answer);
+        record.alertAnswers.push_back(answer);
         EXPECT_TRUE(choose(find<PopUpButton>("Section for A"), "Custom…"));
-        EXPECT_EQ(headless::shownAlerts().back().accessory->text, asked);
+        EXPECT_EQ(record.shownAlerts.back().accessory->text, asked);
         EXPECT_EQ(find<PopUpButton>("Section for A")->visibleText(), shown);
     }
     EXPECT_EQ(
-        headless::shownAlerts().front().informativeText, "Name a section for “A” in the menu bar.");
+        record.shownAlerts.front().informativeText, "Name a section for “A” in the menu bar.");
     EXPECT_TRUE(save().groupOf->empty());
 }
 

@@ -2,9 +2,6 @@
 
 #include "platform/MainQueue.h"
 #include "platform/headless/Headless.h"
-#include "platform/headless/State.h"
-
-#include <map>
 
 namespace quillbar::platform {
 
@@ -12,26 +9,20 @@ namespace {
 
 using headless::ChildScript;
 using headless::ChildStart;
-
-struct Children {
-    std::map<std::vector<std::string>, ChildScript> scripts;
-    std::vector<headless::StartedChild> started;
-    std::vector<std::vector<std::string>> read;
-};
-headless::State<Children> children;
+using headless::record;
 
 ChildScript scriptOf(std::vector<std::string> const& arguments)
 {
-    auto const script = children->scripts.find(arguments);
-    return script == children->scripts.end() ? ChildScript {} : script->second;
+    auto const script = record().childScripts.find(arguments);
+    return script == record().childScripts.end() ? ChildScript {} : script->second;
 }
 
 } // namespace
 
 void runChild(std::vector<std::string> const& arguments, ChildCompletion completion)
 {
-    headless::note("runChild");
-    children->started.push_back({ arguments, headless::now() });
+    record().journal.emplace_back("runChild");
+    record().startedChildren.push_back({ arguments, record().now });
     if (!completion)
         return;
     auto const script = scriptOf(arguments);
@@ -47,29 +38,10 @@ void runChild(std::vector<std::string> const& arguments, ChildCompletion complet
 std::optional<std::string> readChildOutput(
     std::vector<std::string> const& arguments, std::chrono::milliseconds /*limit*/)
 {
-    headless::note("readChildOutput");
-    children->read.push_back(arguments);
+    record().journal.emplace_back("readChildOutput");
+    record().readChildren.push_back(arguments);
     auto const script = scriptOf(arguments);
     return script.start == ChildStart::Fails ? std::nullopt : script.output;
 }
-
-namespace headless {
-
-void scriptChild(std::vector<std::string> arguments, ChildScript script)
-{
-    children->scripts.insert_or_assign(std::move(arguments), std::move(script));
-}
-
-std::vector<StartedChild> const& startedChildren()
-{
-    return children->started;
-}
-
-std::vector<std::vector<std::string>> const& readChildren()
-{
-    return children->read;
-}
-
-} // namespace headless
 
 } // namespace quillbar::platform

@@ -1,63 +1,54 @@
 #include "platform/SystemHotkeys.h"
 
 #include "platform/headless/Headless.h"
-#include "platform/headless/State.h"
 
 #include <algorithm>
-#include <functional>
-#include <map>
-#include <set>
-#include <string>
 #include <utility>
 
 namespace quillbar::platform {
 
 namespace {
 
+using headless::record;
 using headless::RegisteredHotkey;
-using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
-struct Hotkeys {
-    std::set<Combination> refused;
-    std::map<KeyCombination, HotkeyObstacle> obstacles;
-    std::map<std::uint64_t, std::function<void()>> observers;
-    int installCount = 0;
-};
-headless::State<Hotkeys> hotkeys;
-
-// Outlive a reset, as the process's one hotkey manager does: it installs its handler only once.
+// These outlive a reset, as the process's one hotkey manager does, which installs them only once.
 std::function<void(std::uint32_t)> handler;
-std::map<std::uint64_t, RegisteredHotkey> registrations;
-std::uint64_t nextRegistration = 0;
-// Nor may a token that outlives a reset end a later observation.
-std::uint64_t nextObserver = 0;
+std::map<std::uint64_t, std::function<void()>> observers;
 
-RegisteredHotkey const* findRegistered(Combination combination)
+// Each combination is registered once at most.
+auto findRegistered(KeyCombination const& combination)
 {
-    auto const found = std::ranges::find_if(registrations, [&](auto const& entry) {
-        return Combination { entry.second.keyCode, entry.second.modifiers } == combination;
+    return std::ranges::find_if(record().registeredHotkeys, [&](RegisteredHotkey const& hotkey) {
+        return KeyCombination { hotkey.keyCode, hotkey.modifiers } == combination;
     });
-    return found == registrations.end() ? nullptr : &found->second;
+}
+
+void unregister(KeyCombination const& combination)
+{
+    auto const found = findRegistered(combination);
+    if (found != record().registeredHotkeys.end())
+        record().registeredHotkeys.erase(found);
 }
 
 } // namespace
 
 void installHotkeyHandler(std::function<void(std::uint32_t id)> onPressed)
 {
-    ++hotkeys->installCount;
     handler = std::move(onPressed);
 }
 
 Token registerSystemHotkey(std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t signature,
     std::uint32_t id, std::string const& title)
 {
-    headless::note("registerSystemHotkey");
-    Combination const combination { keyCode, modifiers };
-    if (hotkeys->refused.contains(combination) || findRegistered(combination))
+    record().journal.emplace_back("registerSystemHotkey");
+    KeyCombination const combination { keyCode, modifiers };
+    auto& registered = record().registeredHotkeys;
+    if (record().refusedHotkeys.contains(combination)
+        || findRegistered(combination) != registered.end())
         return {};
-    auto const registration = nextRegistration++;
-    registrations[registration] = { keyCode, modifiers, signature, id, title };
-    return Token([registration] { registrations.erase(registration); });
+    registered.push_back({ keyCode, modifiers, signature, id, title });
+    return Token([combination] { unregister(combination); });
 }
 
 std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
@@ -66,9 +57,10 @@ std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
     std::vector<std::optional<HotkeyObstacle>> found;
     found.reserve(combinations.size());
     for (auto const& combination : combinations) {
-        auto const prepared = hotkeys->obstacles.find(combination);
-        found.push_back(
-            prepared == hotkeys->obstacles.end() ? std::nullopt : std::optional(prepared->second));
+        auto const prepared = record().hotkeyObstacles.find(combination);
+        found.push_back(prepared == record().hotkeyObstacles.end()
+                ? std::nullopt
+                : std::optional(prepared->second));
     }
     return found;
 }
@@ -82,32 +74,25 @@ std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinat
     return names;
 }
 
-std::string hotkeyAlternative()
+std::string hotkeyObstacleText(HotkeyObstacle /*obstacle*/)
 {
-    return "Use the menu instead.";
+    return "It does not work.\nUse the menu instead.";
 }
 
 Token observeHotkeyObstacles(std::function<void()> onChange)
 {
-    auto const number = nextObserver++;
-    hotkeys->observers.emplace(number, std::move(onChange));
-    return Token([number] { hotkeys->observers.erase(number); });
+    static std::uint64_t nextNumber = 0;
+    auto const number = nextNumber++;
+    observers.emplace(number, std::move(onChange));
+    return Token([number] { observers.erase(number); });
 }
 
 namespace headless {
 
-std::vector<RegisteredHotkey> registeredHotkeys()
-{
-    std::vector<RegisteredHotkey> all;
-    all.reserve(registrations.size());
-    for (auto const& [registration, hotkey] : registrations)
-        all.push_back(hotkey);
-    return all;
-}
-
 void fire(std::uint32_t keyCode, std::uint32_t modifiers)
 {
-    if (auto const* const hotkey = findRegistered({ keyCode, modifiers }))
+    auto const hotkey = findRegistered({ keyCode, modifiers });
+    if (hotkey != record().registeredHotkeys.end())
         fire(hotkey->id);
 }
 
@@ -117,27 +102,10 @@ void fire(std::uint32_t id)
         handler(id);
 }
 
-void refuseHotkey(std::uint32_t keyCode, std::uint32_t modifiers)
-{
-    hotkeys->refused.emplace(keyCode, modifiers);
-}
-
-void setHotkeyObstacle(KeyCombination combination, std::optional<HotkeyObstacle> obstacle)
-{
-    hotkeys->obstacles.erase(combination);
-    if (obstacle)
-        hotkeys->obstacles.emplace(combination, *obstacle);
-}
-
 void tellHotkeyObstacleObservers()
 {
-    for (auto const& [number, observer] : std::map { hotkeys->observers })
+    for (auto const& [number, observer] : std::map { observers })
         observer();
-}
-
-int hotkeyHandlerInstallCount()
-{
-    return hotkeys->installCount;
 }
 
 } // namespace headless

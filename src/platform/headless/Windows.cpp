@@ -1,5 +1,6 @@
-#include "platform/headless/Windows.h"
+// The windows and the status item: no native side but what the record shows of them.
 
+#include "platform/headless/Headless.h"
 #include "platform/view/TextSize.h"
 
 #include <algorithm>
@@ -13,23 +14,17 @@ struct NativeWindow {
     Window& window;
 };
 
-namespace {
-
-struct Desktop {
-    std::vector<Window*> windows;
-    Window* keyWindow = nullptr;
-    int raiseCount = 0;
+struct NativeStatusItem {
+    StatusItem& item;
 };
 
-Desktop& desktop()
-{
-    static Desktop instance;
-    return instance;
-}
+namespace {
+
+using headless::record;
 
 void setKeyWindow(Window* window)
 {
-    auto& current = desktop().keyWindow;
+    auto& current = record().keyWindow;
     if (current == window)
         return;
     if (current)
@@ -41,12 +36,12 @@ void setKeyWindow(Window* window)
 
 void takeAway(Window& window)
 {
-    auto& shown = desktop().windows;
+    auto& shown = record().windows;
     std::erase(shown, &window);
-    if (desktop().keyWindow != &window)
+    if (record().keyWindow != &window)
         return;
     // A window that goes away is not told: it knows, and may be under destruction.
-    desktop().keyWindow = nullptr;
+    record().keyWindow = nullptr;
     auto const next
         = std::ranges::find_if(shown, [](auto* other) { return other->canBecomeKeyWindow(); });
     setKeyWindow(next == shown.end() ? nullptr : *next);
@@ -90,10 +85,9 @@ void centerNativeWindow(Window const&) { }
 void raiseNativeWindow(Window const& window)
 {
     auto& raised = window.native()->window;
-    auto& shown = desktop().windows;
+    auto& shown = record().windows;
     std::erase(shown, &raised);
     shown.insert(shown.begin(), &raised);
-    ++desktop().raiseCount;
     if (raised.canBecomeKeyWindow())
         setKeyWindow(&raised);
 }
@@ -108,34 +102,28 @@ Size textSize(std::string_view text, Font const& font)
         std::ceil(font.size * 1.25) };
 }
 
-namespace headless {
-
-std::vector<Window*> windows()
+void NativeStatusItemDeleter::operator()(NativeStatusItem* native) const
 {
-    return desktop().windows;
+    if (record().statusItem == &native->item)
+        record().statusItem = nullptr;
+    delete native;
 }
 
-Window* keyWindow()
+NativeStatusItem* createNativeStatusItem(StatusItem& item)
 {
-    return desktop().keyWindow;
+    record().journal.emplace_back("createStatusItem");
+    record().statusItem = &item;
+    return new NativeStatusItem { item };
 }
 
-int raiseCount()
+void syncStatusButton(StatusItem const& /*item*/)
 {
-    return desktop().raiseCount;
+    record().journal.emplace_back("syncStatusButton");
 }
 
-bool isKeyboardGrabbed()
+void syncStatusMenu(StatusItem const& /*item*/)
 {
-    return isKeyboardGrabWanted() && desktop().keyWindow != nullptr;
+    record().journal.emplace_back("syncStatusMenu");
 }
-
-void resetWindows()
-{
-    setKeyWindow(nullptr);
-    desktop() = {};
-}
-
-} // namespace headless
 
 } // namespace quillbar::platform

@@ -42,8 +42,7 @@ void StatusButton::setAlpha(double alpha)
 }
 
 StatusItem::StatusItem()
-    : button_(statusItemsHaveButtons() ? std::make_unique<StatusButton>(*this) : nullptr)
-    , menu_(std::make_shared<Menu const>())
+    : menu_(std::make_shared<Menu const>())
     , native_(createNativeStatusItem(*this))
 {
 }
@@ -68,10 +67,10 @@ void StatusItem::userMissedMenu()
         callback();
 }
 
-void StatusItem::systemFoundNoPlace()
+void StatusItem::systemReportedUnavailable(std::string const& explanation)
 {
-    if (auto const callback = onNoPlace)
-        callback();
+    if (auto const callback = onUnavailable)
+        callback(explanation);
 }
 
 } // namespace quillbar::platform

@@ -19,7 +19,7 @@ struct NativeStatusItemDeleter {
     void operator()(NativeStatusItem* native) const;
 };
 
-/// The face of a status item. Owned by its StatusItem; main thread.
+/// What the status area shows of a status item. Owned by its StatusItem; main thread.
 class StatusButton {
 public:
     explicit StatusButton(StatusItem& item)
@@ -58,9 +58,8 @@ public:
     StatusItem& operator=(StatusItem const&) = delete;
     ~StatusItem();
 
-    /// Null where the system gives the item no face.
-    [[nodiscard]] StatusButton* button() { return button_.get(); }
-    [[nodiscard]] StatusButton const* button() const { return button_.get(); }
+    [[nodiscard]] StatusButton& button() { return button_; }
+    [[nodiscard]] StatusButton const& button() const { return button_; }
 
     /// Replaces the menu that a click opens.
     void setMenu(Menu menu);
@@ -74,22 +73,22 @@ public:
     std::function<void()> onMenuMissed;
     void userMissedMenu();
 
-    /// Called when the item has found no place for some time, so that nobody can see it.
-    std::function<void()> onNoPlace;
-    void systemFoundNoPlace();
+    /// Called when nothing has shown the item for some time. The explanation says so, and how the
+    /// program is reached and quit without it, as sentences in the system's words.
+    std::function<void(std::string const& explanation)> onUnavailable;
+    void systemReportedUnavailable(std::string const& explanation);
 
     [[nodiscard]] NativeStatusItem* native() const { return native_.get(); }
 
 private:
-    std::unique_ptr<StatusButton> button_;
+    StatusButton button_ { *this };
     std::shared_ptr<Menu const> menu_;
     std::unique_ptr<NativeStatusItem, NativeStatusItemDeleter> native_;
 };
 
-/// The backend's part. The item outlives its native side, and a sync brings all of the face or the
-/// whole menu over; both are called only after creation.
+/// The backend's part. The item outlives its native side, and a sync brings all of the button or
+/// the whole menu over; both are called only after creation.
 [[nodiscard]] NativeStatusItem* createNativeStatusItem(StatusItem& item);
-[[nodiscard]] bool statusItemsHaveButtons();
 void syncStatusButton(StatusItem const& item);
 void syncStatusMenu(StatusItem const& item);
 

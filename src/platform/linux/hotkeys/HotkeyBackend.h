@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/HotkeyObstacles.h"
 #include "platform/KeyModifiers.h"
-#include "platform/SystemHotkeys.h"
 #include "platform/Token.h"
 
 #include <cstdint>

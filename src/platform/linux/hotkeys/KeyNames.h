@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemHotkeys.h"
+#include "platform/HotkeyObstacles.h"
 
 #include <QString>
 

@@ -126,11 +126,25 @@ std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinat
     return names;
 }
 
-std::string hotkeyAlternative()
+std::string hotkeyObstacleText(HotkeyObstacle obstacle)
 {
-    return std::string(
-               "Bind this command in your desktop's settings instead:\ngapplication action ")
+    auto const alternative
+        = std::string(
+              "\nBind this command in your desktop's settings instead:\ngapplication action ")
         + applicationId + " palette";
+    switch (obstacle) {
+    case HotkeyObstacle::Taken:
+        return "Another program already uses this combination.";
+    case HotkeyObstacle::NoSuchKey:
+        return "Your keyboard has no such key.";
+    case HotkeyObstacle::CommandKeyTaken:
+        return "Another program holds the Super key and may keep this combination." + alternative;
+    case HotkeyObstacle::NoService:
+        return "This session offers no global hotkeys." + alternative;
+    case HotkeyObstacle::Declined:
+        return "You declined this combination when the desktop asked.";
+    }
+    return {};
 }
 
 Token observeHotkeyObstacles(std::function<void()> onChange)

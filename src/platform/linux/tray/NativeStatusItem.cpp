@@ -24,6 +24,10 @@ MenuOwner menuOwner()
     return isWaylandSession() ? MenuOwner::Host : MenuOwner::Program;
 }
 
+constexpr auto const* unavailable
+    = "This desktop shows no tray icons. Start Quillbar again to open its settings; Ctrl+Q in its "
+      "windows quits it.";
+
 IconPixmap toPixmap(QImage const& image)
 {
     auto const argb = image.convertToFormat(QImage::Format_ARGB32);
@@ -62,7 +66,7 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
     placeWait_.setInterval(10s);
     QObject::connect(&placeWait_, &QTimer::timeout, &placeWait_, [this] {
         if (!legacyTray_.isShown())
-            item_.systemFoundNoPlace();
+            item_.systemReportedUnavailable(unavailable);
     });
 }
 
@@ -73,15 +77,15 @@ NativeStatusItem::~NativeStatusItem()
 
 void NativeStatusItem::syncFace()
 {
-    if (auto toolTip = toQString(item_.button()->toolTip()); toolTip != toolTip_) {
+    if (auto toolTip = toQString(item_.button().toolTip()); toolTip != toolTip_) {
         toolTip_ = std::move(toolTip);
-        notifier_.emitNewToolTip();
+        Q_EMIT notifier_.NewToolTip();
         legacyTray_.update();
     }
     auto const look = wantedLook();
     if (!hold_.isActive())
         show(look);
-    else if (item_.button()->alpha() < 1 && look != look_)
+    else if (item_.button().alpha() < 1 && look != look_)
         nextPulse_ = look;
 }
 
@@ -110,7 +114,7 @@ StatusNotifierFace NativeStatusItem::notifierFace()
 
 IconLook NativeStatusItem::wantedLook() const
 {
-    auto const& button = *item_.button();
+    auto const& button = item_.button();
     IconLook look;
     look.alpha = button.alpha();
     if (button.image()) {
@@ -131,7 +135,7 @@ void NativeStatusItem::show(IconLook const& look)
     if (look != look_) {
         look_ = look;
         hold_.start();
-        notifier_.emitNewIcon();
+        Q_EMIT notifier_.NewIcon();
     }
     legacyTray_.update();
 }
@@ -140,7 +144,7 @@ QImage NativeStatusItem::rendered(int side, Ground ground) const
 {
     // As wide as that of the icons beside it.
     auto const edge = side * 3 / 32;
-    auto const& image = item_.button()->image();
+    auto const& image = item_.button().image();
     QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     if (!image)
@@ -209,11 +213,6 @@ void NativeStatusItemDeleter::operator()(NativeStatusItem* native) const
 NativeStatusItem* createNativeStatusItem(StatusItem& item)
 {
     return new NativeStatusItem(item, QDBusConnection::sessionBus());
-}
-
-bool statusItemsHaveButtons()
-{
-    return true;
 }
 
 void syncStatusButton(StatusItem const& item)

@@ -1,6 +1,6 @@
 #include "platform/linux/views/KeyFilter.h"
 
-#include "platform/linux/HeldModifiers.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/views/KeyTranslation.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/WindowPeer.h"
@@ -41,7 +41,8 @@ bool deliverWithoutHotkeyModifiers(QObject& watched, QEvent& event)
 {
     bool const isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
     // Only what a person did tells which keys are down.
-    if (!isKey || heldModifiers() == 0 || !event.spontaneous() || !isKeyTarget(watched))
+    if (!isKey || lastUserAction().heldModifiers == 0 || !event.spontaneous()
+        || !isKeyTarget(watched))
         return false;
     auto const meant = withoutHotkeyModifiers(static_cast<QKeyEvent&>(event));
     if (!meant)

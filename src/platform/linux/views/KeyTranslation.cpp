@@ -1,6 +1,6 @@
 #include "platform/linux/views/KeyTranslation.h"
 
-#include "platform/linux/HeldModifiers.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
 
@@ -78,8 +78,7 @@ std::optional<KeyEvent> translateKey(QKeyEvent const& event, KeyMeaning meaning)
 std::unique_ptr<QKeyEvent> withoutHotkeyModifiers(QKeyEvent const& event)
 {
     auto const pressed = toKeyModifiers(event.modifiers()) & ~modifierOf(event.key());
-    auto const held = heldModifiers() & pressed;
-    setHeldModifiers(held);
+    auto const held = lastUserAction().heldModifiers &= pressed;
     if (held == 0)
         return nullptr;
     auto text = event.text();

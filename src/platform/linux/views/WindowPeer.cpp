@@ -100,10 +100,10 @@ void NativeWindow::centerOnScreen()
 void NativeWindow::bringForward()
 {
     isMouseUsed_ = false;
-    if (portable_->canBecomeKeyWindow())
-        platform::activateWindow(*windowHandle());
-    else
+    if (!portable_->canBecomeKeyWindow() || hasOrAwaitsFocus(*windowHandle()))
         raise();
+    else
+        platform::activateWindow(*windowHandle());
 }
 
 void NativeWindow::focus(QWidget& widget)

@@ -8,12 +8,12 @@
 #include <concepts>
 #include <string_view>
 
-/// What a person sees in the windows and does to them.
-namespace quillbar::platform::headless {
+/// What a person sees in the windows of the headless backend and does to them.
+namespace quillbar::test {
 
 /// The visible views of that class at or below `root`, in the order of adding.
-template <std::derived_from<View> Kind>
-void collect(View& root, std::vector<std::shared_ptr<Kind>>& found)
+template <std::derived_from<platform::View> Kind>
+void collect(platform::View& root, std::vector<std::shared_ptr<Kind>>& found)
 {
     if (root.isHidden())
         return;
@@ -23,33 +23,33 @@ void collect(View& root, std::vector<std::shared_ptr<Kind>>& found)
         collect<Kind>(*subview, found);
 }
 
-template <std::derived_from<View> Kind>
-[[nodiscard]] std::vector<std::shared_ptr<Kind>> findAll(View& root)
+template <std::derived_from<platform::View> Kind>
+[[nodiscard]] std::vector<std::shared_ptr<Kind>> findAll(platform::View& root)
 {
     std::vector<std::shared_ptr<Kind>> found;
     collect<Kind>(root, found);
     return found;
 }
 
-template <std::derived_from<View> Kind>
-[[nodiscard]] std::vector<std::shared_ptr<Kind>> findAll(Window const& window)
+template <std::derived_from<platform::View> Kind>
+[[nodiscard]] std::vector<std::shared_ptr<Kind>> findAll(platform::Window const& window)
 {
     return findAll<Kind>(window.contentView());
 }
 
 /// The first visible view of that class that shows the text or is called so; null without one.
-template <std::derived_from<View> Kind, typename Root>
+template <std::derived_from<platform::View> Kind, typename Root>
 [[nodiscard]] std::shared_ptr<Kind> find(Root& root, std::string_view text)
 {
     for (auto const& view : findAll<Kind>(root)) {
-        if (view->visibleText() == text || accessibleName(*view) == text)
+        if (view->visibleText() == text || platform::accessibleName(*view) == text)
             return view;
     }
     return nullptr;
 }
 
 /// The only visible view of that class; null when there is none or more than one.
-template <std::derived_from<View> Kind, typename Root>
+template <std::derived_from<platform::View> Kind, typename Root>
 [[nodiscard]] std::shared_ptr<Kind> findOnly(Root& root)
 {
     auto const found = findAll<Kind>(root);
@@ -57,20 +57,20 @@ template <std::derived_from<View> Kind, typename Root>
 }
 
 /// Each of these returns whether a person could do it: the control is there, visible and on.
-bool click(std::shared_ptr<Button> const& button);
-bool choose(std::shared_ptr<PopUpButton> const& popUp, std::string_view title);
-bool click(std::shared_ptr<TableView> const& table, std::size_t row);
-bool doubleClick(std::shared_ptr<TableView> const& table, std::size_t row);
+bool click(std::shared_ptr<platform::Button> const& button);
+bool choose(std::shared_ptr<platform::PopUpButton> const& popUp, std::string_view title);
+bool click(std::shared_ptr<platform::TableView> const& table, std::size_t row);
+bool doubleClick(std::shared_ptr<platform::TableView> const& table, std::size_t row);
 /// Drags a row into the gap above row `gap`; whether the drop was taken.
-bool drag(std::shared_ptr<TableView> const& table, std::size_t row, std::size_t gap);
+bool drag(std::shared_ptr<platform::TableView> const& table, std::size_t row, std::size_t gap);
 
 /// Presses a key of the key window: monitors, then the window, then the focused control get it.
 /// Whether something used it.
-bool press(std::uint32_t keyCode, KeyModifiers modifiers = 0);
+bool press(std::uint32_t keyCode, platform::KeyModifiers modifiers = 0);
 
 /// Types at the end of the focused text field, one character after the other.
 bool type(std::string_view text);
 /// Replaces the text of the focused text field in one edit.
 bool replaceText(std::string_view text);
 
-} // namespace quillbar::platform::headless
+} // namespace quillbar::test

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace quillbar::platform::headless {
+namespace quillbar::test {
 
 /// A folder of its own, removed with everything in it.
 class TemporaryFolder {
@@ -41,4 +41,4 @@ private:
     std::filesystem::path path_;
 };
 
-} // namespace quillbar::platform::headless
+} // namespace quillbar::test

@@ -1,35 +1,36 @@
-#include "platform/headless/Person.h"
+#include "support/Person.h"
 
-#include "platform/headless/Windows.h"
+#include "platform/headless/Headless.h"
 #include "platform/view/TextField.h"
 
 #include <algorithm>
 
-namespace quillbar::platform::headless {
+namespace quillbar::test {
 
 namespace {
 
-bool isWithinReach(View const* view)
+bool isWithinReach(platform::View const* view)
 {
     return view && view->isVisible() && view->window() && view->window()->isVisible();
 }
 
-bool isUsable(Control const* control)
+bool isUsable(platform::Control const* control)
 {
     return isWithinReach(control) && control->isEnabled();
 }
 
-std::shared_ptr<TextField> focusedField()
+std::shared_ptr<platform::TextField> focusedField()
 {
-    auto const* const window = keyWindow();
-    auto field = window ? std::dynamic_pointer_cast<TextField>(window->firstResponder()) : nullptr;
+    auto const* const window = platform::headless::record().keyWindow;
+    auto field = window ? std::dynamic_pointer_cast<platform::TextField>(window->firstResponder())
+                        : nullptr;
     return isUsable(field.get()) ? field : nullptr;
 }
 
-bool pressOn(std::shared_ptr<View> const& focused, KeyEvent const& event)
+bool pressOn(std::shared_ptr<platform::View> const& focused, platform::KeyEvent const& event)
 {
-    auto const button = std::dynamic_pointer_cast<Button>(focused);
-    return event == KeyEvent { key::space, 0 } && click(button);
+    auto const button = std::dynamic_pointer_cast<platform::Button>(focused);
+    return event == platform::KeyEvent { platform::key::space, 0 } && click(button);
 }
 
 bool isContinuation(char byte)
@@ -39,7 +40,7 @@ bool isContinuation(char byte)
 
 } // namespace
 
-bool click(std::shared_ptr<Button> const& button)
+bool click(std::shared_ptr<platform::Button> const& button)
 {
     if (!isUsable(button.get()))
         return false;
@@ -47,13 +48,14 @@ bool click(std::shared_ptr<Button> const& button)
     return true;
 }
 
-bool choose(std::shared_ptr<PopUpButton> const& popUp, std::string_view title)
+bool choose(std::shared_ptr<platform::PopUpButton> const& popUp, std::string_view title)
 {
     if (!isUsable(popUp.get()))
         return false;
     auto const& items = popUp->items();
-    auto const chosen = std::ranges::find_if(items, [&](MenuItem const& item) {
-        return item.title == title && item.isEnabled && item.kind == MenuItemKind::Command;
+    auto const chosen = std::ranges::find_if(items, [&](platform::MenuItem const& item) {
+        return item.title == title && item.isEnabled
+            && item.kind == platform::MenuItemKind::Command;
     });
     if (chosen == items.end())
         return false;
@@ -61,7 +63,7 @@ bool choose(std::shared_ptr<PopUpButton> const& popUp, std::string_view title)
     return true;
 }
 
-bool click(std::shared_ptr<TableView> const& table, std::size_t row)
+bool click(std::shared_ptr<platform::TableView> const& table, std::size_t row)
 {
     if (!isWithinReach(table.get()) || row >= table->numberOfRows())
         return false;
@@ -69,7 +71,7 @@ bool click(std::shared_ptr<TableView> const& table, std::size_t row)
     return true;
 }
 
-bool doubleClick(std::shared_ptr<TableView> const& table, std::size_t row)
+bool doubleClick(std::shared_ptr<platform::TableView> const& table, std::size_t row)
 {
     if (!click(table, row))
         return false;
@@ -77,7 +79,7 @@ bool doubleClick(std::shared_ptr<TableView> const& table, std::size_t row)
     return true;
 }
 
-bool drag(std::shared_ptr<TableView> const& table, std::size_t row, std::size_t gap)
+bool drag(std::shared_ptr<platform::TableView> const& table, std::size_t row, std::size_t gap)
 {
     if (!isWithinReach(table.get()) || row >= table->numberOfRows())
         return false;
@@ -85,18 +87,19 @@ bool drag(std::shared_ptr<TableView> const& table, std::size_t row, std::size_t 
     return text && table->userDropped(*text, gap);
 }
 
-bool press(std::uint32_t keyCode, KeyModifiers modifiers)
+bool press(std::uint32_t keyCode, platform::KeyModifiers modifiers)
 {
-    KeyEvent const event { keyCode, modifiers };
-    auto* const window = keyWindow();
+    platform::KeyEvent const event { keyCode, modifiers };
+    auto* const window = platform::headless::record().keyWindow;
     if (!window)
         return false;
-    if (runKeyDownMonitors(event) == KeyEventResult::Consume)
+    if (platform::runKeyDownMonitors(event) == platform::KeyEventResult::Consume)
         return true;
-    if (keyWindow() != window)
+    if (platform::headless::record().keyWindow != window)
         return false;
     auto const focused = window->firstResponder();
-    return window->userPressedKey(event) == KeyEventResult::Consume || pressOn(focused, event);
+    return window->userPressedKey(event) == platform::KeyEventResult::Consume
+        || pressOn(focused, event);
 }
 
 bool type(std::string_view text)
@@ -123,4 +126,4 @@ bool replaceText(std::string_view text)
     return true;
 }
 
-} // namespace quillbar::platform::headless
+} // namespace quillbar::test

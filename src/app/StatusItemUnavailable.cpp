@@ -1,12 +1,12 @@
-#include "app/NoPlaceHint.h"
+#include "app/StatusItemUnavailable.h"
 
 #include "app/Uuid.h"
 #include "model/Config.h"
 #include "model/PrivateFile.h"
 #include "platform/Folders.h"
+#include "platform/HotkeyObstacles.h"
 #include "platform/MainQueue.h"
 #include "platform/Notifications.h"
-#include "platform/SystemHotkeys.h"
 #include "platform/view/Alert.h"
 #include "ui/HotkeyRecorder.h"
 
@@ -16,7 +16,6 @@ namespace quillbar {
 
 namespace {
 
-using platform::HotkeyObstacle;
 using platform::NotificationAuthorization;
 
 /// Whether this is the first time; notes that it has been. Where nothing can be noted, every time
@@ -44,35 +43,24 @@ std::string labelOf(Hotkey const& hotkey)
         : HotkeyRecorder::label(hotkey.keyCode, hotkey.modifiers);
 }
 
-std::optional<HotkeyObstacle> obstacleOf(Hotkey const& hotkey)
+/// How the palette is reached, or why its hotkey may not work.
+std::string hotkeySentence(Hotkey const& hotkey)
 {
-    return platform::hotkeyObstacles(
-        { { static_cast<std::uint32_t>(hotkey.keyCode), hotkey.modifiers } })
-        .front();
-}
-
-std::string explanation(Hotkey const& paletteHotkey)
-{
-    std::string const again
-        = "Quillbar again to open its settings; Ctrl+Q in its windows quits it.";
-    std::string const text = "This desktop shows no tray icons. ";
-    auto const label = labelOf(paletteHotkey);
-    auto const obstacle = obstacleOf(paletteHotkey);
-    if (!obstacle)
-        return text + "Press " + label + " to jump to any shortcut, or start " + again;
-    auto const* const verb
-        = obstacle == HotkeyObstacle::CommandKeyTaken ? " may not work" : " does not work";
-    return text + "Start " + again + " " + label + verb + " here. " + platform::hotkeyAlternative();
+    auto const obstacle
+        = platform::hotkeyObstacles({ { hotkey.systemKeyCode(), hotkey.modifiers } }).front();
+    return obstacle ? labelOf(hotkey) + ": " + platform::hotkeyObstacleText(*obstacle)
+                    : "Press " + labelOf(hotkey) + " to jump to any shortcut.";
 }
 
 } // namespace
 
-void tellOnceThatThereIsNoPlace(Hotkey const& paletteHotkey)
+void explainUnavailableStatusItem(std::string const& explanation, Hotkey const& paletteHotkey)
 {
     if (!isFirstTime())
         return;
     platform::queryNotificationAuthorization(
-        [title = std::string("Quillbar is running"), text = explanation(paletteHotkey)](
+        [title = std::string("Quillbar is running"),
+            text = explanation + " " + hotkeySentence(paletteHotkey)](
             NotificationAuthorization authorization) {
             if (authorization == NotificationAuthorization::Authorized
                 || authorization == NotificationAuthorization::Provisional) {
