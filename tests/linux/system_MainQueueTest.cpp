@@ -1,6 +1,7 @@
 #include "linux/system_Support.h"
 #include "platform/MainQueue.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 #include <chrono>
