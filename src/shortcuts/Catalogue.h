@@ -5,6 +5,7 @@
 #include "shortcuts/Trust.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,7 @@ struct RefusedFile {
 /// The shortcuts of all folders, found anew by each program run.
 class Catalogue {
 public:
-    /// Reads the folders; missing ones count as empty.
+    /// Reads the folders, not those inside them; missing ones count as empty.
     explicit Catalogue(Environment const& environment);
 
     /// Sorted by name; no name occurs twice.
@@ -50,9 +51,20 @@ public:
     [[nodiscard]] RefusedFile const* findRefused(std::string_view name) const;
 
 private:
-    void add(std::vector<Shortcut> found);
+    void scan(std::string const& folder);
+    void addFile(std::string const& folder, int descriptor, std::string const& fileName);
+    void addEntry(Shortcut shortcut);
+    void add(Shortcut shortcut);
+    void mergeFound();
+    void notice(std::string_view file, std::string_view fault);
+    void giveUp(std::string_view folder, std::string_view fault);
 
+    Person const person_;
     std::vector<Shortcut> shortcuts_;
+    /// Those of the folder that is being read, in no order; names may occur several times.
+    std::vector<Shortcut> found_;
+    /// File names of entries that say they are deleted, which goes for later folders as well.
+    std::set<std::string> hiddenFiles_;
     std::vector<RefusedFile> refused_;
     std::vector<std::string> notices_;
     bool isComplete_ = true;

@@ -1,7 +1,5 @@
 #include "shortcuts/Catalogue.h"
-#include "shortcuts/OpenCommand.h"
-#include "shortcuts/Report.h"
-#include "shortcuts/RunCommand.h"
+#include "shortcuts/Commands.h"
 
 #include <cstdio>
 #include <string>

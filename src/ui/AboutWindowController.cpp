@@ -20,49 +20,7 @@ using platform::TextAlignment;
 
 namespace {
 
-constexpr platform::Size contentSize { .width = 380, .height = 460 };
-
-std::shared_ptr<platform::Window> makeWindow()
-{
-    auto window
-        = std::make_shared<platform::Window>(contentSize, platform::WindowStyle::TitledClosable);
-    window->setTitle("About Quillbar");
-    return window;
-}
-
-std::string versionText()
-{
-    auto const version = platform::bundleVersion();
-    return "Version " + (version.empty() ? "1.0" : version);
-}
-
-std::shared_ptr<platform::Button> addLink(
-    platform::View& content, platform::Rect frame, platform::AttributedText title)
-{
-    auto link
-        = content.addSubview(std::make_shared<platform::Button>(platform::ButtonStyle::Borderless));
-    link->setFrame(frame);
-    link->setFont(title.font);
-    link->setContentTintColor(SystemColor::Accent);
-    link->setAttributedTitle(std::move(title));
-    return link;
-}
-
-} // namespace
-
-AboutWindowController::AboutWindowController()
-    : WindowController(makeWindow())
-{
-}
-
-platform::Image AboutWindowController::appIcon(double size)
-{
-    if (auto image = platform::bundleImage("AppIcon", { size, size }))
-        return *image;
-    return makeIcon(size);
-}
-
-platform::Image AboutWindowController::makeIcon(double size)
+platform::Image makeIcon(double size)
 {
     constexpr auto heart = "heart.fill";
     constexpr platform::Rgba pink { .red = 0.95, .green = 0.40, .blue = 0.65, .alpha = 1 };
@@ -86,24 +44,25 @@ platform::Image AboutWindowController::makeIcon(double size)
     });
 }
 
-void AboutWindowController::buildUserInterface()
+std::shared_ptr<platform::Button> addLink(
+    platform::View& content, platform::Rect frame, platform::AttributedText title)
 {
-    auto const content = std::make_shared<platform::View>();
-    content->setFrame({ 0, 0, contentSize.width, contentSize.height });
-    buildTexts(*content);
-    buildLinks(*content);
-    window().setContentView(content);
+    auto link
+        = content.addSubview(std::make_shared<platform::Button>(platform::ButtonStyle::Borderless));
+    link->setFrame(frame);
+    link->setFont(title.font);
+    link->setContentTintColor(SystemColor::Accent);
+    link->setAttributedTitle(std::move(title));
+    return link;
 }
 
-void AboutWindowController::buildTexts(platform::View& content)
+void addTexts(platform::View& content)
 {
-    auto const icon = content.addSubview(std::make_shared<platform::ImageView>(appIcon(96)));
-    icon->setFrame({ 142, 34, 96, 96 });
-    icon->setAccessibilityLabel("Quillbar");
+    auto const version = platform::bundleVersion();
     addText(content, { 0, 128, 380, 32 }, "Quillbar",
         { .font = { .size = 24, .weight = FontWeight::Semibold },
             .alignment = TextAlignment::Center });
-    addText(content, { 0, 164, 380, 18 }, versionText(),
+    addText(content, { 0, 164, 380, 18 }, "Version " + (version.empty() ? "1.0" : version),
         { .font = { .size = 11 },
             .color = SystemColor::SecondaryLabel,
             .alignment = TextAlignment::Center });
@@ -125,7 +84,7 @@ void AboutWindowController::buildTexts(platform::View& content)
             .alignment = TextAlignment::Center });
 }
 
-void AboutWindowController::buildLinks(platform::View& content)
+void addLinks(platform::View& content)
 {
     auto const profile = addLink(content, { 130, 420, 120, 22 },
         { .text = QUILLBAR_AUTHOR_HANDLE,
@@ -133,21 +92,35 @@ void AboutWindowController::buildLinks(platform::View& content)
             .color = SystemColor::Accent,
             .isUnderlined = true });
     profile->setAccessibilityDescription("The author's profile page");
-    profile->onClick = weakly(*this, [](AboutWindowController& self) { self.openProfile(); });
+    profile->onClick = [] { platform::openAddress(QUILLBAR_PROFILE_ADDRESS); };
 
     auto const support = addLink(content, { 0, 444, 380, 16 },
         { .text = "Quillbar Support", .font = { .size = 10 }, .color = SystemColor::Accent });
-    support->onClick = weakly(*this, [](AboutWindowController& self) { self.openSupport(); });
+    support->onClick = [] { platform::openAddress(QUILLBAR_SUPPORT_ADDRESS); };
 }
 
-void AboutWindowController::openSupport()
+} // namespace
+
+AboutWindowController::AboutWindowController()
+    : WindowController({ 380, 460 }, "About Quillbar")
 {
-    platform::openAddress(QUILLBAR_SUPPORT_ADDRESS);
 }
 
-void AboutWindowController::openProfile()
+void AboutWindowController::addIcon(platform::View& content, double x, double y, double size)
 {
-    platform::openAddress(QUILLBAR_PROFILE_ADDRESS);
+    auto image = platform::bundleImage("AppIcon", { size, size });
+    auto const icon = content.addSubview(
+        std::make_shared<platform::ImageView>(image ? *image : makeIcon(size)));
+    icon->setFrame({ x, y, size, size });
+    icon->setAccessibilityLabel("Quillbar");
+}
+
+void AboutWindowController::buildUserInterface()
+{
+    auto& content = window().contentView();
+    addIcon(content, 142, 34, 96);
+    addTexts(content);
+    addLinks(content);
 }
 
 } // namespace quillbar

@@ -55,16 +55,6 @@ std::string keyName(std::uint32_t keyCode)
     }
 }
 
-platform::SymbolImage warning()
-{
-    return {
-        .name = "exclamationmark.triangle.fill",
-        .accessibilityDescription = {},
-        .size = std::nullopt,
-        .tint = platform::SystemColor::Red,
-    };
-}
-
 /// For a screen reader, which pauses at punctuation marks.
 std::string spokenText(std::string text, HotkeyNote const& note)
 {
@@ -82,7 +72,12 @@ HotkeyRecorder::HotkeyRecorder()
 {
     setFocusRing(platform::FocusRing::None);
     setFont(titleFont);
-    onClick = [this] { clicked(); };
+    onClick = [this] {
+        if (isRecording_)
+            stopRecording();
+        else
+            beginRecording();
+    };
 }
 
 std::string HotkeyRecorder::label(std::int64_t keyCode, std::uint32_t modifiers)
@@ -98,12 +93,7 @@ std::string HotkeyRecorder::label(std::int64_t keyCode, std::uint32_t modifiers)
 
 void HotkeyRecorder::setHotkey(std::optional<Hotkey> const& hotkey)
 {
-    setStringValue(hotkey ? label(hotkey->keyCode, hotkey->modifiers) : std::string());
-}
-
-void HotkeyRecorder::setStringValue(std::string text)
-{
-    displayString_ = std::move(text);
+    displayString_ = hotkey ? label(hotkey->keyCode, hotkey->modifiers) : std::string();
     refreshTitle();
 }
 
@@ -123,14 +113,6 @@ void HotkeyRecorder::cancelRecording()
 {
     if (isRecording_)
         stopRecording();
-}
-
-void HotkeyRecorder::clicked()
-{
-    if (isRecording_)
-        stopRecording();
-    else
-        beginRecording();
 }
 
 void HotkeyRecorder::beginRecording()
@@ -204,7 +186,13 @@ void HotkeyRecorder::refreshNote()
 {
     bool const showsHotkey = !isRecording_ && !displayString_.empty() && displayString_ != noHotkey;
     auto const note = showsHotkey ? note_ : HotkeyNote {};
-    setImage(note.problem.empty() ? std::nullopt : std::optional<platform::Image>(warning()));
+    if (note.problem.empty())
+        setImage(std::nullopt);
+    else
+        setImage(platform::SymbolImage { .name = "exclamationmark.triangle.fill",
+            .accessibilityDescription = {},
+            .size = std::nullopt,
+            .tint = platform::SystemColor::Red });
     bool const needsBreak = !note.keys.empty() && !note.problem.empty();
     setToolTip(note.keys + (needsBreak ? "\n" : "") + note.problem);
     // The accessible name says whose hotkey it is, so the text goes into the description.

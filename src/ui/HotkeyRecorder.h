@@ -32,7 +32,6 @@ public:
 
     /// Shows the hotkey's label, or the placeholder when there is none.
     void setHotkey(std::optional<Hotkey> const& hotkey);
-    void setStringValue(std::string text);
     /// Shown as the tooltip, with a warning sign for a problem; cleared when another hotkey is
     /// recorded.
     void setNote(HotkeyNote note);
@@ -42,15 +41,12 @@ public:
     /// recording is under way.
     void cancelRecording();
 
-    [[nodiscard]] std::string const& stringValue() const { return displayString_; }
-    [[nodiscard]] std::string const& placeholderString() const { return placeholder_; }
     [[nodiscard]] bool isRecording() const { return isRecording_; }
 
     /// Told of every newly recorded combination. May destroy the recorder.
     std::function<void(std::int64_t keyCode, std::uint32_t modifiers)> onRecord;
 
 private:
-    void clicked();
     void beginRecording();
     void stopRecording();
     void stopWhenWindowCloses();

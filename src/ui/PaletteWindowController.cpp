@@ -5,7 +5,7 @@
 #include "platform/view/EffectView.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/Separator.h"
-#include "ui/PaletteRowView.h"
+#include "platform/view/TextSize.h"
 #include "ui/Texts.h"
 
 #include <algorithm>
@@ -14,12 +14,78 @@
 namespace quillbar {
 
 using platform::KeyEventResult;
+using platform::Rect;
 using platform::SystemColor;
 
 namespace {
 
 constexpr platform::Size contentSize { .width = 400, .height = 244 };
 constexpr auto rowIdentifier = "PaletteCell";
+constexpr double inset = 12;
+constexpr double gap = 8;
+constexpr platform::Font nameFont { .size = 14 };
+constexpr platform::Font groupFont { .size = 11 };
+
+Rect centredVertically(double x, double width, double height, double rowHeight)
+{
+    return { x, (rowHeight - height) / 2, std::max(width, 0.0), height };
+}
+
+/// One row of the palette: a shortcut's name with its group at the right edge, or a message.
+class PaletteRowView : public platform::View {
+public:
+    enum class Role : std::uint8_t { Shortcut, Message };
+
+    PaletteRowView();
+
+    /// Sets everything that differs from row to row. A message never shows a group.
+    void setRole(Role role, std::string name, std::string group);
+
+protected:
+    void layout() override;
+
+private:
+    std::shared_ptr<platform::Label> const nameLabel_;
+    std::shared_ptr<platform::Label> const groupLabel_;
+};
+
+PaletteRowView::PaletteRowView()
+    : nameLabel_(addText(*this, {}, "", { .font = nameFont }))
+    , groupLabel_(addText(*this, {}, "",
+          { .font = groupFont,
+              .color = SystemColor::SecondaryLabel,
+              .alignment = platform::TextAlignment::Right }))
+{
+}
+
+void PaletteRowView::setRole(Role role, std::string name, std::string group)
+{
+    auto const isShortcut = role == Role::Shortcut;
+    if (!isShortcut)
+        group.clear();
+    nameLabel_->setText(std::move(name));
+    nameLabel_->setColor(isShortcut ? SystemColor::Label : SystemColor::SecondaryLabel);
+    groupLabel_->setHidden(group.empty());
+    groupLabel_->setText(std::move(group));
+    layout();
+}
+
+void PaletteRowView::layout()
+{
+    auto const width = frame().width;
+    auto const height = frame().height;
+    auto nameEnd = width - inset;
+    if (!groupLabel_->isHidden()) {
+        auto const size = platform::textSize(groupLabel_->text(), groupFont);
+        // A long group gets at most half of the row.
+        auto const groupWidth = std::min(size.width, (width - 2 * inset - gap) / 2);
+        groupLabel_->setFrame(
+            centredVertically(width - inset - groupWidth, groupWidth, size.height, height));
+        nameEnd -= groupWidth + gap;
+    }
+    auto const nameHeight = platform::textSize(nameLabel_->text(), nameFont).height;
+    nameLabel_->setFrame(centredVertically(inset, nameEnd - inset, nameHeight, height));
+}
 
 /// A borderless window gets the keyboard only on demand.
 class PalettePanel : public platform::Panel {
@@ -55,23 +121,25 @@ PaletteWindowController::PaletteWindowController(
 
 void PaletteWindowController::buildUserInterface()
 {
-    auto const content = std::make_shared<platform::View>();
-    content->setFrame({ 0, 0, contentSize.width, contentSize.height });
-    auto const background = content->addSubview(std::make_shared<platform::EffectView>());
+    auto& content = window().contentView();
+    auto const background = content.addSubview(std::make_shared<platform::EffectView>());
     background->setFrame({ 0, 0, contentSize.width, contentSize.height });
     background->setCornerRadius(12);
     background->setBorderWidth(0.5);
     background->setBorderColor(SystemColor::Separator);
 
-    buildSearchField(*content);
-    buildTable(*content);
-    buildFooter(*content);
-    window().setContentView(content);
+    buildSearchField();
+    buildTable();
+    addText(content, { 16, 218, 368, 16 }, "↑↓ move · ⏎ run · esc close",
+        { .font = { .size = 10 },
+            .color = SystemColor::TertiaryLabel,
+            .alignment = platform::TextAlignment::Right });
     reloadTable();
 }
 
-void PaletteWindowController::buildSearchField(platform::View& content)
+void PaletteWindowController::buildSearchField()
 {
+    auto& content = window().contentView();
     content.addSubview(searchField_);
     searchField_->setFrame({ 22, 14, 356, 30 });
     searchField_->setPlaceholder("Type to jump…");
@@ -83,7 +151,7 @@ void PaletteWindowController::buildSearchField(platform::View& content)
     content.addSubview(std::make_shared<platform::Separator>())->setFrame({ 18, 52, 364, 1 });
 }
 
-void PaletteWindowController::buildTable(platform::View& content)
+void PaletteWindowController::buildTable()
 {
     table_->setRowHeight(32);
     table_->setAccessibilityLabel("Pinned shortcuts");
@@ -93,19 +161,12 @@ void PaletteWindowController::buildTable(platform::View& content)
     table_->viewForRow
         = weakly(*this, [](Self& self, std::size_t row) { return self.viewForRow(row); });
     table_->onDoubleClick = weakly(*this, [](Self& self) { self.doubleClicked(); });
-    auto const scrollView = content.addSubview(std::make_shared<platform::ScrollView>());
+    auto const scrollView
+        = window().contentView().addSubview(std::make_shared<platform::ScrollView>());
     scrollView->setFrame({ 8, 60, 384, 150 });
     scrollView->setVerticalScroller(platform::VerticalScroller::None);
     scrollView->setDrawsBackground(false);
     scrollView->setDocumentView(table_);
-}
-
-void PaletteWindowController::buildFooter(platform::View& content)
-{
-    footer_ = addText(content, { 16, 218, 368, 16 }, "↑↓ move · ⏎ run · esc close",
-        { .font = { .size = 10 },
-            .color = SystemColor::TertiaryLabel,
-            .alignment = platform::TextAlignment::Right });
 }
 
 void PaletteWindowController::show()
@@ -119,11 +180,6 @@ void PaletteWindowController::show()
         self.window().makeKeyAndOrderFront();
         self.window().makeFirstResponder(self.searchField_);
     }));
-    installMonitor();
-}
-
-void PaletteWindowController::installMonitor()
-{
     if (monitor_)
         return;
     monitor_ = platform::addKeyDownMonitor(
@@ -178,7 +234,7 @@ void PaletteWindowController::choose(std::size_t row)
 
 void PaletteWindowController::closePalette()
 {
-    removeMonitor();
+    monitor_.reset();
     window().orderOut();
     window().close();
 }

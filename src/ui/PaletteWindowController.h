@@ -2,7 +2,6 @@
 
 #include "platform/KeyMonitor.h"
 #include "platform/Token.h"
-#include "platform/view/Label.h"
 #include "platform/view/TableView.h"
 #include "platform/view/TextField.h"
 #include "ui/PaletteList.h"
@@ -28,12 +27,9 @@ public:
 
 private:
     void buildUserInterface() override;
-    void buildSearchField(platform::View& content);
-    void buildTable(platform::View& content);
-    void buildFooter(platform::View& content);
+    void buildSearchField();
+    void buildTable();
 
-    void installMonitor();
-    void removeMonitor() { monitor_.reset(); }
     platform::KeyEventResult keyDown(platform::KeyEvent const& event);
     void controlTextDidChange();
     void reloadTable();
@@ -48,7 +44,6 @@ private:
     std::function<void(std::string const&)> const onSelect_;
     std::shared_ptr<platform::TextField> const searchField_;
     std::shared_ptr<platform::TableView> const table_;
-    std::shared_ptr<platform::Label> footer_;
     platform::Token monitor_;
 };
 

@@ -2,8 +2,6 @@
 
 #include "ui/WindowController.h"
 
-#include <string>
-
 namespace quillbar {
 
 /// Explains, once, what Quillbar needs of the system. It neither checks nor asks for anything.
@@ -12,13 +10,8 @@ public:
     PermissionWindowController();
 
 private:
-    struct Permission;
-
     void buildUserInterface() override;
-    void buildPermission(platform::View& content, Permission const& permission);
-    void buildButtons(platform::View& content);
-    void gotItTapped();
-    void openSystemSettings();
+    void buildButtons();
 };
 
 } // namespace quillbar

@@ -13,6 +13,9 @@ namespace {
 
 constexpr platform::Font smallFont { .size = 10 };
 
+/// Marks the popup's entry that asks for a new section.
+constexpr std::string_view customKey = "__custom__";
+
 struct GroupPreset {
     std::string_view title;
     std::string_view value;
@@ -65,7 +68,8 @@ PinnedCellView::PinnedCellView()
     nameLabel_->setLineBreak(platform::LineBreak::TruncateTail);
     loginButton_->setFont(smallFont);
     loginButton_->setToolTip("Open this shortcut when Quillbar starts at login");
-    loginButton_->onClick = [this] { loginChanged(); };
+    loginButton_->onClick
+        = [this] { onLoginChange(loginButton_->state() == platform::ButtonState::On); };
     groupPopup_->setFont(smallFont);
     groupPopup_->setToolTip("Show under a section heading in the menu bar");
     groupPopup_->onSelect = [this] { groupChanged(); };
@@ -91,13 +95,13 @@ void PinnedCellView::setGroup(std::string const& title)
     for (auto const& preset : groupPresets)
         groupPopup_->addItem(groupItem(preset.title, preset.value));
     groupPopup_->addItem(groupItem("Custom…", customKey));
-    if (!isPresetGroup(title)) {
-        groupPopup_->addItem(groupItem(title, title));
-        groupPopup_->selectItem(groupPopup_->items().size() - 1);
-        return;
-    }
     auto const preset = std::ranges::find(groupPresets, title, &GroupPreset::value);
-    groupPopup_->selectItem(static_cast<std::size_t>(preset - groupPresets.begin()));
+    auto selected = static_cast<std::size_t>(preset - groupPresets.begin());
+    if (preset == groupPresets.end()) {
+        groupPopup_->addItem(groupItem(title, title));
+        selected = groupPopup_->items().size() - 1;
+    }
+    groupPopup_->selectItem(selected);
 }
 
 void PinnedCellView::layout()
@@ -114,23 +118,13 @@ void PinnedCellView::layout()
     place(*removeButton_, frame().width - 24, 20, 18);
 }
 
-void PinnedCellView::loginChanged()
-{
-    if (auto const callback = onLoginChange)
-        callback(loginButton_->state() == platform::ButtonState::On);
-}
-
 void PinnedCellView::groupChanged()
 {
-    auto const* const item = groupPopup_->selectedItem();
-    auto const value = item ? item->representedObject.value_or(std::string()) : std::string();
-    if (value == customKey) {
-        if (auto const callback = onRequestCustom)
-            callback();
-        return;
-    }
-    if (auto const callback = onGroupChange)
-        callback(value);
+    auto const value = groupPopup_->selectedItem()->representedObject.value_or(std::string());
+    if (value != customKey)
+        onGroupChange(value);
+    else if (auto const callback = onRequestCustom)
+        callback();
 }
 
 } // namespace quillbar

@@ -6,7 +6,6 @@
 #include "platform/view/PopUpButton.h"
 #include "ui/HotkeyRecorder.h"
 
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,9 +18,6 @@ namespace quillbar {
 /// other shortcuts and then sets everything again.
 class PinnedCellView : public platform::View {
 public:
-    /// Marks the popup's entry that asks for a new section.
-    static constexpr std::string_view customKey = "__custom__";
-
     /// Whether the popup offers the section by itself; the empty title means none.
     [[nodiscard]] static bool isPresetGroup(std::string_view title);
 
@@ -46,7 +42,6 @@ protected:
     void layout() override;
 
 private:
-    void loginChanged();
     void groupChanged();
 
     std::shared_ptr<platform::ImageView> const dragHandle_;

@@ -13,7 +13,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -28,8 +27,6 @@ public:
     /// `onSave` is told every new record.
     SettingsWindowController(Config config, std::function<void(Config const&)> onSave);
 
-    void save();
-    void closeWindow();
     /// Gives the keyboard to the first available shortcut, if there is one. Does not scroll.
     void focusAvailableList();
     /// Asks the system anew which of the hotkeys can work.
@@ -63,6 +60,7 @@ private:
     void chooseCustomIcon();
 
     [[nodiscard]] SettingsModel::Controls controls() const;
+    void save();
     void handOver(Config const& record) const;
     void flashSaved();
 
@@ -70,7 +68,6 @@ private:
     HotkeyNotes hotkeyNotes_;
     platform::Token hotkeyObservation_;
     std::function<void(Config const&)> const onSave_;
-    std::map<std::string, std::shared_ptr<platform::Button>> checkboxes_;
     // Counts the rebuilds of the list, so that no later turn adds rows to a rebuilt one.
     std::uint64_t availableVersion_ = 0;
     std::shared_ptr<platform::View> const availableRows_;

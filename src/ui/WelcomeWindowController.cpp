@@ -18,69 +18,17 @@ using platform::SystemColor;
 
 namespace {
 
-constexpr platform::Size contentSize { .width = 420, .height = 430 };
-
-std::shared_ptr<platform::Window> makeWindow()
-{
-    auto window
-        = std::make_shared<platform::Window>(contentSize, platform::WindowStyle::TitledClosable);
-    window->setTitle("Welcome to Quillbar");
-    return window;
-}
-
-} // namespace
-
-struct WelcomeWindowController::Variant {
+struct Variant {
     platform::Rect bodyFrame;
     std::string body;
     std::string primaryTitle;
-    void (WelcomeWindowController::*primaryAction)();
     std::string secondaryTitle;
 };
 
-WelcomeWindowController::WelcomeWindowController(std::function<void()> onPrimary)
-    : WindowController(makeWindow())
-    , onPrimary_(std::move(onPrimary))
-{
-}
-
-void WelcomeWindowController::buildUserInterface()
-{
-    Variant const hasShortcuts {
-        .bodyFrame = { 40, 186, 340, 84 },
-        .body = "Pin the Shortcuts you use most and they'll live right in your menu bar, always a "
-                "click away. Set a hotkey to fire one from anywhere, or let Quillbar auto-run your "
-                "favorites at login.",
-        .primaryTitle = "Pick your shortcuts",
-        .primaryAction = &WelcomeWindowController::primaryTapped,
-        .secondaryTitle = "Not now",
-    };
-    Variant const noShortcuts {
-        .bodyFrame = { 46, 186, 328, 84 },
-        .body = "You don't have any Shortcuts yet.\n\nOpen the Shortcuts app and create one, then "
-                "come back here: it'll appear in your list to pin.",
-        .primaryTitle = "Open Shortcuts App",
-        .primaryAction = &WelcomeWindowController::openShortcutsApp,
-        .secondaryTitle = "Later",
-    };
-    // A tool that did not answer does not mean that there are none.
-    auto const names = ShortcutsService::list();
-    auto const& variant = names && names->empty() ? noShortcuts : hasShortcuts;
-
-    auto const content = std::make_shared<platform::View>();
-    content->setFrame({ 0, 0, contentSize.width, contentSize.height });
-    buildTexts(*content, variant);
-    buildButtons(*content, variant);
-    window().setContentView(content);
-}
-
-void WelcomeWindowController::buildTexts(platform::View& content, Variant const& variant)
+void addTexts(platform::View& content, Variant const& variant)
 {
     using platform::TextAlignment;
-    auto const icon = content.addSubview(
-        std::make_shared<platform::ImageView>(AboutWindowController::appIcon(88)));
-    icon->setFrame({ 166, 26, 88, 88 });
-    icon->setAccessibilityLabel("Quillbar");
+    AboutWindowController::addIcon(content, 166, 26, 88);
     addText(content, { 0, 126, 420, 30 }, "Welcome to Quillbar",
         { .font = { .size = 24, .weight = platform::FontWeight::Semibold },
             .alignment = TextAlignment::Center });
@@ -98,41 +46,67 @@ void WelcomeWindowController::buildTexts(platform::View& content, Variant const&
             .alignment = TextAlignment::Center });
 }
 
-void WelcomeWindowController::buildButtons(platform::View& content, Variant const& variant)
+} // namespace
+
+WelcomeWindowController::WelcomeWindowController(std::function<void()> onPrimary)
+    : WindowController({ 420, 430 }, "Welcome to Quillbar")
+    , onPrimary_(std::move(onPrimary))
 {
+}
+
+void WelcomeWindowController::buildUserInterface()
+{
+    Variant const hasShortcuts {
+        .bodyFrame = { 40, 186, 340, 84 },
+        .body = "Pin the Shortcuts you use most and they'll live right in your menu bar, always a "
+                "click away. Set a hotkey to fire one from anywhere, or let Quillbar auto-run your "
+                "favorites at login.",
+        .primaryTitle = "Pick your shortcuts",
+        .secondaryTitle = "Not now",
+    };
+    Variant const noShortcuts {
+        .bodyFrame = { 46, 186, 328, 84 },
+        .body = "You don't have any Shortcuts yet.\n\nOpen the Shortcuts app and create one, then "
+                "come back here: it'll appear in your list to pin.",
+        .primaryTitle = "Open Shortcuts App",
+        .secondaryTitle = "Later",
+    };
+    // A tool that did not answer does not mean that there are none.
+    auto const names = ShortcutsService::list();
+    bool const isEmpty = names && names->empty();
+    auto const& variant = isEmpty ? noShortcuts : hasShortcuts;
+    auto& content = window().contentView();
+    addTexts(content, variant);
+
     auto const primary = content.addSubview(
         std::make_shared<Button>(platform::ButtonStyle::Push, variant.primaryTitle));
     primary->setFrame({ 116, 302, 188, 34 });
     primary->setKeyEquivalent(platform::ButtonKey::Return);
-    primary->onClick = weakly(*this,
-        [action = variant.primaryAction](WelcomeWindowController& self) { (self.*action)(); });
+    primary->onClick = weakly(*this, [isEmpty](WelcomeWindowController& self) {
+        if (isEmpty)
+            platform::openAddress("shortcuts://");
+        else
+            self.pickShortcuts();
+    });
 
     auto const secondary = content.addSubview(
         std::make_shared<Button>(platform::ButtonStyle::Borderless, variant.secondaryTitle));
     secondary->setFrame({ 150, 344, 120, 22 });
     secondary->setFont({ .size = 12 });
     secondary->setContentTintColor(SystemColor::SecondaryLabel);
-    secondary->onClick = weakly(*this, [](WelcomeWindowController& self) { self.notNow(); });
+    secondary->onClick = weakly(*this, [](WelcomeWindowController& self) {
+        self.window().close();
+        platform::activateIgnoringOtherApps();
+    });
 
     content.addSubview(std::make_shared<platform::Separator>())->setFrame({ 40, 376, 340, 1 });
 }
 
-void WelcomeWindowController::primaryTapped()
+void WelcomeWindowController::pickShortcuts()
 {
     window().close();
     if (onPrimary_)
         onPrimary_();
-}
-
-void WelcomeWindowController::openShortcutsApp()
-{
-    platform::openAddress("shortcuts://");
-}
-
-void WelcomeWindowController::notNow()
-{
-    window().close();
-    platform::activateIgnoringOtherApps();
 }
 
 } // namespace quillbar

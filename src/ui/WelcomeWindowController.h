@@ -14,14 +14,8 @@ public:
     explicit WelcomeWindowController(std::function<void()> onPrimary);
 
 private:
-    struct Variant;
-
     void buildUserInterface() override;
-    void buildTexts(platform::View& content, Variant const& variant);
-    void buildButtons(platform::View& content, Variant const& variant);
-    void primaryTapped();
-    void openShortcutsApp();
-    void notNow();
+    void pickShortcuts();
 
     std::function<void()> const onPrimary_;
 };

@@ -4,12 +4,13 @@
 #include "ui/Weakly.h"
 
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace quillbar {
 
-/// Owns one window and what stands in it. Controllers are made with makeController(); whoever
-/// holds one drops it when the window closes, so callbacks take their controller weakly.
+/// Owns one window and its views. Controllers are made with makeController(); whoever holds one
+/// drops it when the window closes, so callbacks take their controller weakly.
 class WindowController : public std::enable_shared_from_this<WindowController> {
 public:
     WindowController(WindowController const&) = delete;
@@ -27,11 +28,19 @@ protected:
     {
     }
 
+    /// Makes a titled window that a person can close.
+    WindowController(platform::Size contentSize, std::string title)
+        : window_(
+            std::make_shared<platform::Window>(contentSize, platform::WindowStyle::TitledClosable))
+    {
+        window_->setTitle(std::move(title));
+    }
+
 private:
     template <typename Controller, typename... Arguments>
     friend std::shared_ptr<Controller> makeController(Arguments&&... arguments);
 
-    /// Fills the window; called once, when the controller can be held weakly.
+    /// Fills the window's content view; called once, when the controller can be held weakly.
     virtual void buildUserInterface() = 0;
 
     std::shared_ptr<platform::Window> const window_;

@@ -10,13 +10,6 @@ sys.path.insert(0, os.path.dirname(__file__))
 from virtualdesktop import Program, VirtualDesktop  # noqa: E402
 
 
-def _binary():
-    path = os.environ.get("QUILLBAR")
-    if not path:
-        pytest.exit("QUILLBAR must name the program to test", returncode=2)
-    return path
-
-
 @pytest.fixture(scope="module")
 def desktop(request):
     with VirtualDesktop(accessibility=getattr(request.module, "ACCESSIBILITY", False)) as running:
@@ -27,7 +20,7 @@ def desktop(request):
 def program(desktop, tmp_path):
     """A program that has not started yet; it must end cleanly after the test."""
     desktop.notifications.clear()
-    quillbar = Program(desktop, _binary(), tmp_path)
+    quillbar = Program(desktop, os.environ["QUILLBAR"], tmp_path)
     yield quillbar
     if quillbar.process is None:
         return

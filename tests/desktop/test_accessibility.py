@@ -18,7 +18,7 @@ def controls(window):
             if element.role in CONTROLS]
 
 
-def test_every_control_has_its_name_and_tells_its_state(program):
+def test_every_control_has_its_name_and_state_and_tab_reaches_it(program):
     program.add_shortcut("Zed")
     program.pin("A", "B", groupOf={"B": "Games"}, launchAtLoginShortcuts={"B": True},
                 shortcutHotkeys={"B": {"keyCode": 0, "modifiers": 0x100}})
@@ -33,24 +33,6 @@ def test_every_control_has_its_name_and_tells_its_state(program):
     assert [told["check box", f"Login for {name}"].checked for name in "AB"] == [False, True]
     assert [element.description for element in settings.elements("push button")
             if element.name == "Remove"] == ["A", "B"]
-    settings.dismiss()
-
-    about = program.open_about()
-    assert controls(about) == [("push button", "@quillbar"), ("push button", "Quillbar Support")]
-    about.dismiss()
-
-    palette = program.open_palette()
-    assert controls(palette) == [("text", "Search pinned shortcuts"), ("list", "Pinned shortcuts"),
-                                 ("list item", "A"), ("list item", "B")]
-    assert palette.element("text", "Search pinned shortcuts").focused
-    assert [item.selected for item in palette.elements("list item")] == [True, False]
-
-
-def test_tab_goes_through_every_control_of_the_settings_in_order(program):
-    program.add_shortcut("Zed")
-    program.pin("A", "B")
-    program.start()
-    settings = program.open_settings()
 
     def focused():
         return next(((element.role, element.name) for element in settings.elements()
@@ -63,3 +45,14 @@ def test_tab_goes_through_every_control_of_the_settings_in_order(program):
                                   lambda: f"Tab stays on {reached[-1]}"))
     first = reached.index(SETTINGS[0])
     assert reached[first:] + reached[:first] == SETTINGS
+    settings.dismiss()
+
+    about = program.open_about()
+    assert controls(about) == [("push button", "@quillbar"), ("push button", "Quillbar Support")]
+    about.dismiss()
+
+    palette = program.open_palette()
+    assert controls(palette) == [("text", "Search pinned shortcuts"), ("list", "Pinned shortcuts"),
+                                 ("list item", "A"), ("list item", "B")]
+    assert palette.element("text", "Search pinned shortcuts").focused
+    assert [item.selected for item in palette.elements("list item")] == [True, False]

@@ -83,15 +83,3 @@ def test_letters_count_while_the_hotkey_is_down(palette, typist):
             typist.tap(letter, 15)
         typist.tap("y", 15)
         check_only_word_ran(palette, typist)
-
-
-def test_arrows_return_and_escape_count_too(palette, typist):
-    screen = palette.desktop.screen
-    for keys, names in ((["Down", "Down", "Return"], [DECOYS[2]]), (["Escape"], [])):
-        begin(palette, typist)
-        screen.press("Control", "Alt", "B")
-        for key in keys:
-            screen.press(key)
-        palette.wait_for_runs(*names)
-        wait_until(lambda: not palette.windows(), "the palette stays open")
-        assert not {KEY[key] for key in keys}.intersection(typist.keys())

@@ -1,6 +1,5 @@
 """The windows that a start shows, and where their buttons and links lead."""
 
-import os
 import stat
 
 import pytest
@@ -52,16 +51,7 @@ def test_three_launches_show_welcome_then_permissions_then_nothing(program, open
     assert flags(program) == (True, False)
     welcome.click("push button", "Pick your shortcuts")
     welcome.wait_closed()
-    # The list to pin from has the keyboard, and shows it.
     settings = Window(program, "Quillbar Settings")
-    settings.wait_for("check box", "Alpha", "gets the keyboard", lambda box: box.focused)
-    x, y, _, height = settings.element("check box", "Alpha").extents()
-    area = (x + 16, y - 4, 64, height + 8)
-    screen.settled_picture()
-    marked = screen.picture(area)
-    screen.press("Tab")
-    wait_until(lambda: screen.picture(area) != marked, "the keyboard's place looks like any other")
-    screen.press("Shift", "Tab")
     settings.wait_for("check box", "Alpha", "gets the keyboard", lambda box: box.focused)
     screen.press("Space")
     settings.element("list item", "Alpha")
@@ -93,19 +83,3 @@ def test_no_shortcuts_offer_to_make_one(program, opened):
     assert opened()[0] == "shortcuts://"
     welcome.click("push button", "Later")
     welcome.wait_closed()
-
-
-def test_pins_whose_shortcut_is_gone_are_shown_as_they_are_and_removed(program):
-    unlistable = "a tab\there & <there>"
-    program.pin("A", "B")
-    program.write_config({**program.read_config(), "pinned": ["A", "B", unlistable]})
-    os.remove(os.path.join(program.shortcuts_folder, "A"))
-    program.launch()
-    alert = Window(program, "Quillbar")
-    alert.element("label", f"A\n{unlistable}")
-    alert.click("push button", "Remove")
-    # The menu comes only after the alert is answered.
-    menu = program.tray().menu
-    wait_until(lambda: menu.titles()[:3] == ["QUILLBAR", "B", "Edit in Shortcuts…"],
-               lambda: f"the menu shows {menu.titles()}")
-    assert program.read_config()["pinned"] == ["B"]

@@ -3,7 +3,6 @@
 import html
 import unicodedata
 
-import pytest
 from virtualdesktop import wait_until
 
 ACCESSIBILITY = True
@@ -22,6 +21,19 @@ NAMES = [
 CUT = 80
 
 
+def start(program):
+    """Starts the program with a shortcut of each name; returns its menu."""
+    for number, name in enumerate(NAMES):
+        escaped = name.replace("\\", "\\\\")
+        program.write_shortcut(
+            f"{number}.desktop",
+            f"[Desktop Entry]\nType=Application\nName={escaped}\nExec=true\n")
+    program.write_config({"onboarded": True, "permissionsShown": True,
+                          "iconSymbol": "heart.fill", "pinned": NAMES,
+                          "groupOf": {NAMES[2]: "<b>Tom & Jerry_</b>"}})
+    return program.start().menu
+
+
 def shown(name):
     return name if len(name) <= CUT else name[:CUT] + "…"
 
@@ -32,62 +44,36 @@ def within_a_text(name):
     return f"\u2068{name}\u2069" if turns else name
 
 
-@pytest.fixture
-def named(program):
-    """A program with a shortcut of each name, started."""
-    for number, name in enumerate(NAMES):
-        escaped = name.replace("\\", "\\\\")
-        program.write_shortcut(
-            f"{number}.desktop",
-            f"[Desktop Entry]\nType=Application\nName={escaped}\nExec=true\n")
-    program.write_config({"onboarded": True, "permissionsShown": True,
-                          "iconSymbol": "heart.fill", "pinned": NAMES,
-                          "groupOf": {NAMES[2]: "<b>Tom & Jerry_</b>"}})
-    program.start()
-    return program
-
-
-def test_names_reach_each_notification_service_as_it_wants_them(named):
-    notifications, menu = named.desktop.notifications, named.tray().menu
-    for rendering in (["body-markup"], []):
-        notifications.stop()
-        notifications.clear()
-        notifications.start("body", *rendering)
-        for count, name in enumerate(NAMES, start=1):
-            menu.click(shown(name))
-            wait_until(lambda: len(notifications.shown()) == count, f"{name[:40]} is not reported")
-            body = notifications.shown()[-1]["body"]
-            assert (html.unescape(body) if rendering else body) == f"Launched “{within_a_text(name)}”"
-            assert not rendering or "<" not in body
-    notifications.stop()
-    notifications.start("body", "body-markup")
-
-
-def test_menus_show_every_name_and_stay_on_the_screen(named):
-    screen, titles = named.desktop.screen, named.tray().menu.titles()
+def test_notifications_menus_and_windows_show_every_name(program):
+    desktop, menu = program.desktop, start(program)
+    titles = menu.titles()
     assert [title for title in titles if title in map(shown, NAMES)] == list(map(shown, NAMES))
     assert "<B>TOM & JERRY_</B>" in titles
+    for count, name in enumerate(NAMES, start=1):
+        menu.click(shown(name))
+        wait_until(lambda: len(desktop.notifications.shown()) == count, f"{name} is not reported")
+        body = desktop.notifications.shown()[-1]["body"]
+        assert "<" not in body
+        assert html.unescape(body) == f"Launched “{within_a_text(name)}”"
 
-    _, x, _, width, _ = named.open_own_menu()
+    _, x, _, width, _ = program.open_own_menu()
     assert x >= 0 and width < 800
-    rows = wait_until(
-        lambda: named.desktop.accessibility.open_menu_rows(named.process.pid),
-        "assistive programs are not told of the menu")
+    rows = wait_until(lambda: desktop.accessibility.open_menu_rows(program.process.pid),
+                      "assistive programs are not told of the menu")
     assert [row.name for row in rows if row.name in NAMES] == NAMES
-    screen.press("Escape")
-    wait_until(lambda: not named.windows(), "the menu stays open")
+    assert [row.name for row in rows if not row.enabled][:2] == ["QUILLBAR", "<B>TOM & JERRY_</B>"]
+    desktop.screen.press("Escape")
+    wait_until(lambda: not program.windows(), "the menu stays open")
 
     # The menu that the panel draws.
-    named.desktop.panel.click_icon(button=3)
-    menus = wait_until(lambda: [window for window in screen.windows() if window[4] > 100],
+    desktop.panel.click_icon(button=3)
+    menus = wait_until(lambda: [window for window in desktop.screen.windows() if window[4] > 100],
                        "the panel shows no menu")
     assert max(menu[3] for menu in menus) < 1000
-    screen.press("Escape")
+    desktop.screen.press("Escape")
 
-
-def test_windows_name_their_rows_exactly(named):
-    for row, title in (("Type to Jump…", "Quillbar"), ("Settings…", "Quillbar Settings")):
-        window = named.open_window(row, title)
+    for open_window in (program.open_palette, program.open_settings):
+        window = open_window()
         for name in NAMES[:3]:
             window.element("list item", name)
         window.dismiss()

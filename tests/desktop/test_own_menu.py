@@ -1,11 +1,9 @@
-"""The menu that a left click opens, used with real keys and read by assistive programs."""
+"""The menu that a left click opens, used with real keys and the real mouse."""
 
 import contextlib
 import subprocess
 
 from virtualdesktop import wait_until
-
-ACCESSIBILITY = True
 
 
 def wait_closed(program):
@@ -26,22 +24,6 @@ def num_lock(screen):
     screen.press("NumLock")
     yield
     screen.press("NumLock")
-
-
-def test_assistive_programs_read_every_row_and_escape_closes(program):
-    program.pin("this & that", "under_score", groupOf={"this & that": "Work"})
-    program.start()
-    for _ in range(2):
-        program.open_own_menu()
-        rows = wait_until(
-            lambda: program.desktop.accessibility.open_menu_rows(program.process.pid),
-            "assistive programs are not told of the menu")
-        assert [row.name for row in rows[:5]] == [
-            "QUILLBAR", "WORK", "this & that", "under_score", "Run All"]
-        assert [row.name for row in rows if not row.enabled][:2] == ["QUILLBAR", "WORK"]
-        program.desktop.screen.press("Escape")
-        wait_closed(program)
-    assert program.ran() == []
 
 
 def test_a_menu_that_opens_while_the_mouse_is_held_elsewhere_can_be_closed(program):

@@ -4,7 +4,7 @@ import contextlib
 import itertools
 
 from gi.repository import GLib
-from virtualdesktop import probe, wait_until
+from virtualdesktop import wait_until
 from virtualdesktop.client import Client
 
 ACCESSIBILITY = True
@@ -13,7 +13,7 @@ ACCESSIBILITY = True
 def start(program, *names):
     program.pin(*names)
     program.start()
-    probe.wait_for_hotkey(program)
+    program.wait_for_hotkey()
 
 
 def listed(palette):

@@ -2,7 +2,7 @@
 
 import pytest
 from PIL import ImageStat
-from virtualdesktop import EmbeddingTray, VirtualDesktop, Window, probe, stopped, wait_until
+from virtualdesktop import EmbeddingTray, VirtualDesktop, Window, wait_until
 from virtualdesktop.waiting import settled
 
 TRAYER = ["panel", "trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
@@ -84,18 +84,6 @@ def test_icon_follows_from_tray_to_tray_and_to_a_host(program):
     with trayer:
         wait_for_readable_icon(trayer)
     program.wait_for_runs("A")
-
-
-def test_a_bus_that_hangs_keeps_no_icon_out_of_a_tray(program):
-    program.pin("A")
-    program.launch()
-    probe.wait_for_hotkey(program)
-    probe.hotkey_answers(program)
-    trayer = EmbeddingTray(program.desktop, *TRAYS["dark trayer"])
-    with stopped(program.desktop.bus_daemon), trayer:
-        # What waits for the bus's answer does so for longer.
-        wait_until(trayer.icon_area, "the icon does not come", patience=30)
-        probe.hotkey_answers(program)
 
 
 def test_without_any_tray_the_program_says_so_and_stays_reachable(program):

@@ -5,9 +5,8 @@ import os
 
 import pytest
 from gi.repository import GLib
-from PIL import ImageChops
 from virtualdesktop import Program, wait_until
-from virtualdesktop.portal import Portal
+from virtualdesktop.services import Portal
 from virtualdesktop.waiting import NeverHappened
 from virtualdesktop.wayland import WaylandDesktop
 
@@ -56,10 +55,9 @@ def first_badge(picture):
     return (box[0] + 5, box[1] + 5) if box else None
 
 
-def changed_part(before, after):
-    """How much of the screen looks another way, 0 to 1."""
-    same = ImageChops.difference(before, after).convert("L").histogram()[0]
-    return 1 - same / (before.width * before.height)
+def shown_rows(program):
+    found = program.desktop.accessibility.elements(program.process.pid, "list item")
+    return [row.name for row in found]
 
 
 def open_menu_of_host(desktop, button):
@@ -78,9 +76,12 @@ def test_the_host_opens_the_menu_on_either_button(program):
         badge = open_menu_of_host(program.desktop, button)
         program.desktop.screen.click(*badge)
         program.wait_for_runs(*["A"] * count)
+    # GNOME's extension opens the menu by itself after this answer.
+    with pytest.raises(GLib.Error, match="UnknownMethod"):
+        program.tray().call("Activate", "(ii)", 0, 0)
 
 
-def test_a_click_opens_the_palette_where_the_bar_draws_no_menu(tmp_path):
+def test_a_click_opens_the_palette_where_the_bar_draws_no_menu_and_it_ends_with_sway(tmp_path):
     with WaylandDesktop(swaybar=True) as desktop:
         program = Program(desktop, os.environ["QUILLBAR"], tmp_path)
         start_with(program, "A")
@@ -90,7 +91,15 @@ def test_a_click_opens_the_palette_where_the_bar_draws_no_menu(tmp_path):
             wait_for_window(program, "Quillbar")
             desktop.screen.press("Escape")
             wait_closed(program)
-        assert program.stop() == 0
+
+        act(program, "settings")
+        wait_for_window(program, "Quillbar Settings")
+        kept = program.read_config()
+        desktop.lose_display()
+        wait_until(lambda: program.process.poll() is not None, "the program stays")
+        assert program.process.returncode == 1
+        assert not desktop.runtime_files()
+        assert program.read_config() == kept
 
 
 def test_the_palette_runs_what_is_typed(program):
@@ -116,14 +125,13 @@ def test_settings_record_physical_keys(program):
     recorder = program.desktop.accessibility.wait_for(
         program.process.pid, "push button", "Quick open hotkey")
     assert "Super+Alt+T. This session offers no global hotkeys." in recorder.description
-    plain = screen.settled_picture()
     # The compositor's frame moves a window that is new.
     place = program.windows()[0]["rect"]
     screen.click(place["x"] + ICON_MENU[0], place["y"] + ICON_MENU[1])
-    wait_until(lambda: changed_part(plain, screen.settled_picture()) > 0.05, "no pop-up opens")
+    wait_until(lambda: "Star" in shown_rows(program), "no pop-up opens")
     screen.press("Escape")
-    wait_until(lambda: changed_part(plain, screen.settled_picture()) < 0.02,
-               "Escape does not close the pop-up, or closes the window too")
+    wait_until(lambda: "Star" not in shown_rows(program), "Escape does not close the pop-up")
+    assert len(program.windows()) == 1
     screen.click(place["x"] + RECORDER[0], place["y"] + RECORDER[1])
     screen.press("Control", "Alt", "B")
     screen.press("Return")
@@ -148,17 +156,3 @@ def test_hotkeys_come_through_the_portal_and_survive_its_restart(program):
             wait_for_window(program, "Quillbar")
             program.desktop.screen.press("Escape")
             wait_closed(program)
-
-
-def test_the_program_ends_with_its_compositor(tmp_path):
-    with WaylandDesktop() as desktop:
-        program = Program(desktop, os.environ["QUILLBAR"], tmp_path)
-        start_with(program, "A")
-        act(program, "settings")
-        wait_for_window(program, "Quillbar Settings")
-        kept = program.read_config()
-        desktop.lose_display()
-        wait_until(lambda: program.process.poll() is not None, "the program stays")
-        assert program.process.returncode == 1
-        assert not desktop.runtime_files()
-        assert program.read_config() == kept

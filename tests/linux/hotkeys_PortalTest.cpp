@@ -2,7 +2,7 @@
 #include "linux/hotkeys_FakePortal.h"
 #include "linux/system_Support.h"
 #include "platform/KeyModifiers.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/hotkeys/KeyNames.h"
 #include "platform/linux/hotkeys/PortalHotkeys.h"
 
@@ -244,7 +244,7 @@ TEST_F(PortalHotkeysTest, Press_countsFromThePortalForItsOwnSessionAndIdsOnly)
     portal->activate(portal->sessionPath, id, { { u"activation_token"_s, 3 } });
     runUntil([&] { return !presses.empty(); });
     EXPECT_EQ(presses, std::vector<std::uint32_t> { 2 });
-    EXPECT_EQ(userTime(), 12345u);
+    EXPECT_EQ(lastUserAction().time, 12345u);
 }
 
 TEST_F(PortalHotkeysTest, Declined_isNotAskedAgainUntilTheSetChanges)

@@ -1,6 +1,6 @@
 #include "linux/hotkeys_X11Fixture.h"
 #include "platform/linux/BlockingWait.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 
 #include <gmock/gmock.h>
 
@@ -35,7 +35,7 @@ TEST_F(X11HotkeysTest, Press_firesWithTheExactModifiersOnly)
     ASSERT_TRUE(hotkey);
     other.tap({ keySuper, keyAlt, keyT });
     EXPECT_EQ(firedUntilNow(), Ids { 7 });
-    EXPECT_NE(userTime(), 0u);
+    EXPECT_NE(lastUserAction().time, 0u);
 
     other.tap({ keySuper, keyT });
     other.tap({ keySuper, keyAlt, keyShift, keyT });

@@ -19,12 +19,6 @@ protected:
     LoginEntries() { quillbar::testing::useScratchHome(folder.path()); }
 
     [[nodiscard]] std::string text() const { return readFile(file); }
-    [[nodiscard]] ino_t inode() const
-    {
-        struct stat status { };
-        ::stat(file.c_str(), &status);
-        return status.st_ino;
-    }
 
     quillbar::testing::TemporaryFolder folder;
     std::filesystem::path file
@@ -51,17 +45,6 @@ TEST_F(LoginEntries, Exec_quotesThePathForBothLayers)
         writeLoginEntry(entry, LoginSwitch::Keep);
         EXPECT_THAT(text(), HasSubstr("\nExec=" + std::string(expected) + "\n")) << path;
     }
-}
-
-TEST_F(LoginEntries, Write_touchesNothingThatIsRightAlready)
-{
-    writeLoginEntry(entry, LoginSwitch::Keep);
-    auto const before = inode();
-    writeLoginEntry(entry, LoginSwitch::Reset);
-    EXPECT_EQ(inode(), before);
-    entry.executablePath = "/elsewhere/quillbar";
-    writeLoginEntry(entry, LoginSwitch::Keep);
-    EXPECT_THAT(text(), HasSubstr("Exec=\"/elsewhere/quillbar\"\n"));
 }
 
 TEST_F(LoginEntries, Write_keepsOrResetsTheDesktopsOffSwitch)

@@ -1,7 +1,7 @@
 #include "linux/system_Support.h"
 #include "platform/MainQueue.h"
-#include "platform/linux/system/PendingWork.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -15,6 +15,21 @@ namespace {
 
 using namespace std::chrono_literals;
 using quillbar::testing::runUntil;
+
+// First, as there is one application object at a time.
+TEST(MainQueueAtTheEnd, WaitingWork_isDestroyedWithoutRunning)
+{
+    int count = 1;
+    char name[] = "test";
+    char* arguments[] = { name, nullptr };
+    auto const held = std::make_shared<int>();
+    {
+        QCoreApplication const application(count, arguments);
+        post([held] { FAIL(); });
+        postDelayed(0ms, [held] { FAIL(); });
+    }
+    EXPECT_EQ(held.use_count(), 1);
+}
 
 class MainQueue : public ::testing::Test {
 protected:
@@ -60,26 +75,6 @@ TEST_F(MainQueue, DelayedWork_comesByItsTimeAndNeverSooner)
     }
     runUntil([&] { return noted.size() == 3; });
     EXPECT_EQ(noted, (std::vector { 0ms, 60ms, 120ms }));
-}
-
-TEST_F(MainQueue, Work_mayHoldTheLastReferenceToWhatPosts)
-{
-    bool isDone = false;
-    post([owner = std::shared_ptr<bool>(
-              &isDone, [](bool* done) { post([done] { *done = true; }); })] {});
-    runUntil([&] { return isDone; });
-}
-
-TEST_F(MainQueue, Drop_destroysWaitingWorkWithoutRunningIt)
-{
-    auto const held = std::make_shared<int>();
-    post([held] { FAIL(); });
-    postDelayed(0ms, [held] { FAIL(); });
-    dropPendingWork();
-    EXPECT_EQ(held.use_count(), 1);
-    bool isDone = false;
-    post([&] { isDone = true; });
-    runUntil([&] { return isDone; });
 }
 
 } // namespace

@@ -77,35 +77,6 @@ std::string Mailbox::nextLine()
     return line;
 }
 
-Process::Process(std::vector<std::string> const& arguments, Changes const& changes)
-{
-    auto environment = QProcessEnvironment::systemEnvironment();
-    for (auto const& [name, value] : changes)
-        environment.insert(QString::fromStdString(name), QString::fromStdString(value));
-    process_.setProcessEnvironment(environment);
-    process_.setProcessChannelMode(QProcess::ForwardedChannels);
-    QStringList rest;
-    for (std::size_t i = 1; i < arguments.size(); ++i)
-        rest << QString::fromStdString(arguments[i]);
-    process_.start(QString::fromStdString(arguments.front()), rest);
-    if (!process_.waitForStarted())
-        throw std::runtime_error("cannot start " + arguments.front());
-}
-
-Process::~Process()
-{
-    process_.kill();
-    process_.waitForFinished();
-}
-
-std::optional<int> Process::waitStatus()
-{
-    runUntil([this] { return process_.state() == QProcess::NotRunning; });
-    if (process_.exitStatus() == QProcess::CrashExit)
-        return std::nullopt;
-    return process_.exitCode();
-}
-
 QString busConfiguration(fs::path const& folder)
 {
     auto const services = folder / "services";

@@ -2,15 +2,11 @@
 
 #include "support/TemporaryFolder.h"
 
-#include <QProcess>
 #include <QString>
 
 #include <filesystem>
 #include <functional>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace quillbar::testing {
 
@@ -43,24 +39,6 @@ public:
 private:
     std::filesystem::path path_;
     int descriptor_;
-};
-
-/// A process of the test's own, killed on destruction. Its environment is the test's with
-/// `changes`.
-class Process {
-public:
-    using Changes = std::vector<std::pair<std::string, std::string>>;
-
-    explicit Process(std::vector<std::string> const& arguments, Changes const& changes = {});
-    Process(Process const&) = delete;
-    Process& operator=(Process const&) = delete;
-    ~Process();
-
-    /// The exit status, or nothing when a signal ended it; the event loop goes on while it waits.
-    std::optional<int> waitStatus();
-
-private:
-    QProcess process_;
 };
 
 /// The option for a PrivateBus that can start the services described in `folder`/services, and no

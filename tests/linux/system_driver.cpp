@@ -3,7 +3,6 @@
 
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
-#include "platform/linux/UserTime.h"
 
 #include <QCoreApplication>
 
@@ -21,33 +20,23 @@ void tell(std::string const& line)
     std::ofstream(std::getenv("DRIVER_MAILBOX"), std::ios::app) << line << std::endl;
 }
 
-class Driver : public ApplicationDelegate {
-public:
-    Driver(Driver const&) = delete;
-    Driver& operator=(Driver const&) = delete;
-    Driver() = default;
+struct Driver : ApplicationDelegate, std::enable_shared_from_this<Driver> {
     ~Driver() override { tell(QCoreApplication::instance() ? "gone" : "gone too late"); }
 
     void applicationDidFinishLaunching() override
     {
-        tell("launched " + std::to_string(userTime()));
+        tell("launched");
         // Work that is never reached keeps what it holds alive.
-        postDelayed(std::chrono::hours(1), [held = self.lock()] {});
+        postDelayed(std::chrono::hours(1), [held = shared_from_this()] {});
     }
     void applicationWillTerminate() override { }
-    void openSettings() override { tell("settings " + std::to_string(userTime())); }
-    void openPalette() override { tell("palette " + std::to_string(userTime())); }
-
-    std::weak_ptr<Driver> self;
+    void openSettings() override { tell("settings"); }
+    void openPalette() override { tell("palette"); }
 };
 
 } // namespace
 
 int main(int argumentCount, char** arguments)
 {
-    return runApplication(argumentCount, arguments, [] {
-        auto const driver = std::make_shared<Driver>();
-        driver->self = driver;
-        return driver;
-    });
+    return runApplication(argumentCount, arguments, [] { return std::make_shared<Driver>(); });
 }

@@ -1,5 +1,5 @@
 #include "linux/tray_Application.h"
-#include "platform/linux/tray/AlertDialog.h"
+#include "platform/view/Alert.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 namespace quillbar::platform {
@@ -31,11 +32,17 @@ void type(QWidget& dialog, int key)
     QCoreApplication::sendEvent(target, &event);
 }
 
-AlertAnswer answerAfter(Alert const& alert, int key)
+/// Shows the alert and does something to its dialog, which has to end it.
+AlertAnswer answerAfter(Alert const& alert, std::function<void(QWidget&)> const& action)
 {
     application();
-    QTimer::singleShot(0, [key] { type(*QApplication::activeModalWidget(), key); });
+    QTimer::singleShot(0, [&action] { action(*QApplication::activeModalWidget()); });
     return runModal(alert);
+}
+
+AlertAnswer answerAfter(Alert const& alert, int key)
+{
+    return answerAfter(alert, [key](QWidget& dialog) { type(dialog, key); });
 }
 
 TEST(Alert, ReturnIsTheFirstButtonAndEscapeTheLast)
@@ -49,34 +56,34 @@ TEST(Alert, ReturnIsTheFirstButtonAndEscapeTheLast)
 
 TEST(Alert, TextIsPlainAndButtonsHaveNoMnemonics)
 {
-    application();
     auto alert = stalePins("<b>A</b> & B");
     alert.buttons = { "Save & Quit" };
-    AlertDialog const dialog(alert);
     auto isShown = false;
-    for (auto const* label : dialog.findChildren<QLabel*>()) {
-        if (label->text() == "<b>A</b> & B")
-            isShown = label->textFormat() == Qt::PlainText;
-    }
+    answerAfter(alert, [&isShown](QWidget& dialog) {
+        for (auto const* label : dialog.findChildren<QLabel*>()) {
+            if (label->text() == "<b>A</b> & B")
+                isShown = label->textFormat() == Qt::PlainText;
+        }
+        EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), "Save && Quit");
+        dialog.close();
+    });
     EXPECT_TRUE(isShown);
-    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), "Save && Quit");
 }
 
 TEST(Alert, LongListScrollsBetweenTheTextsThatStayInSight)
 {
-    application();
     std::string names = "Shortcut";
     for (auto i = 0; i < 5000; ++i)
         names += "\nShortcut " + std::to_string(i);
     for (auto const& text : { names, std::string(10'000, 'W') }) {
-        AlertDialog dialog(stalePins(text));
-        dialog.adjustSize();
-        EXPECT_LT(dialog.height(), 480);
-        EXPECT_LT(dialog.width(), 640);
-        auto const* list = dialog.findChild<QPlainTextEdit*>();
-        ASSERT_NE(list, nullptr);
-        EXPECT_TRUE(list->isReadOnly());
-        EXPECT_EQ(dialog.findChildren<QLabel*>().last()->text(), "Remove them?");
+        answerAfter(stalePins(text), [](QWidget& dialog) {
+            EXPECT_LT(dialog.height(), 480);
+            EXPECT_LT(dialog.width(), 640);
+            auto const* list = dialog.findChild<QPlainTextEdit*>();
+            EXPECT_TRUE(list && list->isReadOnly());
+            EXPECT_EQ(dialog.findChildren<QLabel*>().last()->text(), "Remove them?");
+            dialog.close();
+        });
     }
 }
 

@@ -1,7 +1,5 @@
 #include "linux/tray_FakeHost.h"
 
-#include <QDBusMetaType>
-
 #include <array>
 
 namespace quillbar::testing {
@@ -19,8 +17,6 @@ FakeHost::FakeHost(PrivateBus const& bus, QString const& name)
     : name_(name)
     , connection_(bus.connect(name))
 {
-    qDBusRegisterMetaType<MenuEvent>();
-    qDBusRegisterMetaType<QList<MenuEvent>>();
     connection_.registerVirtualObject(watcherPath, this);
     for (auto const* interface : heard)
         connection_.connect({}, {}, interface, {}, this, SLOT(hear(QDBusMessage)));
@@ -96,7 +92,6 @@ QString FakeHost::introspect(QString const& /*path*/) const
 void FakeHost::hear(QDBusMessage const& signal)
 {
     signalNames << signal.member();
-    signalArguments << signal.arguments();
 }
 
 QDBusMessage FakeHost::call(QString const& path, QString const& interface, QString const& method,

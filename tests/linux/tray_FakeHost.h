@@ -1,10 +1,10 @@
 #pragma once
 
-#include "linux/MenuEvent.h"
 #include "linux/PrivateBus.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QObject>
 #include <QString>
@@ -39,7 +39,6 @@ public:
 
     QStringList items;
     QStringList signalNames;
-    QList<QVariantList> signalArguments;
 
 public Q_SLOTS:
     void hear(QDBusMessage const& signal);

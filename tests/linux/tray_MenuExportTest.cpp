@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace quillbar::platform {
@@ -17,11 +18,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-std::shared_ptr<Menu const> menuOf(std::vector<MenuItem> items)
-{
-    return std::make_shared<Menu const>(Menu { {}, std::move(items) });
-}
-
 std::vector<int> idsOf(MenuExport& exported)
 {
     return exported.row(MenuExport::rootId)->children;
@@ -29,10 +25,9 @@ std::vector<int> idsOf(MenuExport& exported)
 
 class MenuExportTest : public ::testing::Test {
 protected:
-    MenuExport::Change set(std::vector<MenuItem> items)
+    std::optional<MenuChanges> set(std::vector<MenuItem> items)
     {
-        changed.clear();
-        return exported.setMenu(menuOf(std::move(items)), changed);
+        return exported.setMenu(std::make_shared<Menu const>(Menu { {}, std::move(items) }));
     }
 
     QVariantMap propertiesOf(MenuItem item, QStringList const& names = {})
@@ -42,7 +37,6 @@ protected:
     }
 
     MenuExport exported;
-    std::vector<ChangedRow> changed;
 };
 
 TEST(MenuExportLabel, ShowsEveryNameExactly)
@@ -82,7 +76,7 @@ TEST_F(MenuExportTest, RowsKeepTheirIdsWhereverTheyMove)
 {
     set({ heading("WORK"), pin("A"), pin("B"), MenuItem::separator(), pin("A") });
     auto const before = idsOf(exported);
-    EXPECT_EQ(exported.ids().size(), 6U);
+    EXPECT_EQ(exported.rows().size(), 6U);
     set({ pin("B"), pin("A"), pin("C"), pin("A"), heading("WORK") });
     auto const after = idsOf(exported);
     EXPECT_THAT(std::vector({ after[0], after[1], after[3], after[4] }),
@@ -106,7 +100,7 @@ TEST_F(MenuExportTest, EqualMenuChangesNothingButRunsTheNewAction)
     set({ pin("A", [](auto const&) { FAIL() << "the action of a replaced menu"; }) });
     auto const id = idsOf(exported).front();
     auto const revision = exported.revision();
-    EXPECT_EQ(set({ pin("A", [&runs](auto const&) { ++runs; }) }), MenuExport::Change::None);
+    EXPECT_FALSE(set({ pin("A", [&runs](auto const&) { ++runs; }) }));
     EXPECT_EQ(exported.revision(), revision);
     performAction(*exported.row(id)->item);
     EXPECT_EQ(runs, 1);
@@ -144,11 +138,12 @@ TEST_F(MenuExportTest, TellsWhichPropertiesOfAKeptRowChangedAndVanished)
     auto const id = idsOf(exported).front();
     auto after = pin("A");
     after.title = "A  (⌥⌘B)";
-    EXPECT_EQ(set({ after, pin("B"), pin("C") }), MenuExport::Change::Layout);
-    ASSERT_EQ(changed.size(), 1U);
-    EXPECT_EQ(changed[0].id, id);
-    EXPECT_EQ(changed[0].properties.value("label").toString(), QString::fromUtf8("A  (⌥⌘B)"));
-    EXPECT_EQ(changed[0].removed, QStringList({ "shortcut" }));
+    auto const changes = *set({ after, pin("B"), pin("C") });
+    ASSERT_EQ(changes.updated.size(), 1);
+    EXPECT_EQ(changes.updated[0].id, id);
+    EXPECT_EQ(changes.updated[0].properties.value("label"), QString::fromUtf8("A  (⌥⌘B)"));
+    ASSERT_EQ(changes.removed.size(), 1);
+    EXPECT_EQ(changes.removed[0].names, QStringList({ "shortcut" }));
 }
 
 TEST_F(MenuExportTest, PropertiesAreWhatWasAskedForAndNoDefaults)

@@ -1,5 +1,5 @@
 #include "linux/views_Fixture.h"
-#include "platform/linux/views/KeyTranslation.h"
+#include "platform/linux/views/KeyFilter.h"
 #include "platform/view/TextField.h"
 
 namespace quillbar::platform {

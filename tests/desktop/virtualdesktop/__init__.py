@@ -5,7 +5,7 @@ session is touched.
 """
 
 from .desktop import VirtualDesktop
-from .embedding_tray import EmbeddingTray
+from .panel import EmbeddingTray
 from .processes import stopped
 from .program import Program
 from .waiting import wait_until

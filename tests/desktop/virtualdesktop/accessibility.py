@@ -1,5 +1,9 @@
 """What assistive programs are told about a program's windows, menus and alerts."""
 
+import contextlib
+
+from gi.repository import GLib
+
 from .bus import Bus
 from .waiting import wait_until
 
@@ -9,21 +13,20 @@ _REGISTRY = "org.a11y.atspi.Registry"
 _ROOT = "/org/a11y/atspi/accessible/root"
 _STATES = {"checked": 4, "enabled": 8, "focused": 12, "selected": 23, "shown": 25}
 _PROPERTIES = "org.freedesktop.DBus.Properties"
-_QUESTIONS = [
-    (_ACCESSIBLE, "GetState"), (_ACCESSIBLE, "GetRoleName"),
-    (_PROPERTIES, "Get", "(ss)", _ACCESSIBLE, "Name"),
-    (_PROPERTIES, "Get", "(ss)", _ACCESSIBLE, "Description")]
 
 
 class Element:
     """Its name, role and description, and whether it is in each of the states."""
 
-    def __init__(self, bus, reference, answers):
+    def __init__(self, bus, reference):
         self._bus, self._reference = bus, reference
-        (states,), (self.role,), (self.name,), (self.description,) = answers
-        bits = states[0] | states[1] << 32
+        low, high = self._call(_ACCESSIBLE, "GetState")
         for state, bit in _STATES.items():
-            setattr(self, state, bool(bits >> bit & 1))
+            setattr(self, state, bool((low | high << 32) >> bit & 1))
+        self.role = self._call(_ACCESSIBLE, "GetRoleName")
+        self.name, self.description = (
+            self._call(_PROPERTIES, "Get", "(ss)", _ACCESSIBLE, key)
+            for key in ("Name", "Description"))
 
     def act(self, name):
         """Does one of the things that the element offers to do."""
@@ -59,33 +62,25 @@ class AccessibleTree:
 
     def elements(self, process, role=None):
         """Everything the process shows, outermost first."""
-        # Level by level, all of one at once: each answer alone takes long on a busy machine.
-        children, found, level = {}, {}, self._programs(process)
-        top = level
-        while level:
-            found.update(zip(level, self._look(level)))
-            children.update(zip(level, self._children(level)))
-            level = [child for reference in level for child in children[reference]]
-
         def inwards(references):
             for reference in references:
-                yield found[reference]
-                yield from inwards(children[reference])
+                yield from self._look([reference])
+                yield from inwards(self._children(reference))
 
-        return [element for element in inwards(top)
-                if element and element.shown and role in (None, element.role)]
+        return [element for element in inwards(self._programs(process))
+                if element.shown and role in (None, element.role)]
 
     def windows(self, process):
         """The windows that the process shows."""
-        windows = [window for below in self._children(self._programs(process)) for window in below]
-        return [window for window in self._look(windows) if window and window.shown]
+        return [window for program in self._programs(process)
+                for window in self._look(self._children(program)) if window.shown]
 
     def open_menu_rows(self, process):
         """What the menu that opened last tells of its rows, separators left out."""
         for reference in reversed(self._opened):
             if self.bus.process_of(reference[0]) == process:
-                (rows,) = self._children([reference])
-                return [row for row in self._look(rows) if row and row.role != "separator"]
+                rows = self._look(self._children(reference))
+                return [row for row in rows if row.role != "separator"]
         return []
 
     def wait_for(self, process, role, name):
@@ -96,22 +91,22 @@ class AccessibleTree:
                     f"{[(element.role, element.name) for element in self.elements(process)]}")
 
     def _programs(self, process):
-        (programs,) = self._children([(_REGISTRY, _ROOT)])
-        return [program for program in programs if self.bus.process_of(program[0]) == process]
+        return [program for program in self._children((_REGISTRY, _ROOT))
+                if self.bus.process_of(program[0]) == process]
 
     def _note_opening(self, path, arguments, sender):
         if arguments[:2] == ("showing", 1):
             self._opened.append((sender, path))
 
-    def _children(self, references):
-        """The children of each; of one that has vanished, none."""
-        return [answer[0] if answer else [] for answer in self.bus.call_all(
-            (*reference, _ACCESSIBLE, "GetChildren") for reference in references)]
+    def _children(self, reference):
+        """Of one that has vanished, none."""
+        try:
+            return self.bus.call(*reference, _ACCESSIBLE, "GetChildren")[0]
+        except GLib.Error:
+            return []
 
     def _look(self, references):
-        """An element for each; None for one that has vanished."""
-        answers = iter(self.bus.call_all(
-            (*reference, *question) for reference in references for question in _QUESTIONS))
-        each = [(reference, [next(answers) for _ in _QUESTIONS]) for reference in references]
-        return [None if None in told else Element(self.bus, reference, told)
-                for reference, told in each]
+        """An element for each that has not vanished."""
+        for reference in references:
+            with contextlib.suppress(GLib.Error):
+                yield Element(self.bus, reference)

@@ -41,27 +41,6 @@ class Bus:
             Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None)
         return reply.unpack()
 
-    def call_all(self, calls):
-        """Makes all the calls before it waits for an answer; an error is answered by None."""
-        answers = {}
-
-        def note(connection, result, number):
-            try:
-                answers[number] = connection.call_finish(result).unpack()
-            except GLib.Error:
-                answers[number] = None
-
-        count = 0
-        for name, path, interface, method, *rest in calls:
-            signature, *arguments = rest or ["()"]
-            self.connection.call(
-                name, path, interface, method, GLib.Variant(signature, tuple(arguments)), None,
-                Gio.DBusCallFlags.NO_AUTO_START, CALL_TIMEOUT_MS, None, note, count)
-            count += 1
-        while len(answers) < count:
-            GLib.MainContext.default().iteration(True)
-        return [answers[number] for number in range(count)]
-
     def read(self, name, path, interface, key):
         return self.call(name, path, "org.freedesktop.DBus.Properties", "Get", "(ss)",
                          interface, key)[0]

@@ -10,10 +10,10 @@ from gi.repository import GLib
 
 from .accessibility import AccessibleTree
 from .bus import Bus, start_bus
-from .notifications import Notifications
 from .panel import Panel
 from .processes import Processes
 from .screen import Screen
+from .services import Notifications
 from .waiting import wait_until
 
 _ACCESSIBILITY = "org.a11y.Bus"
@@ -82,9 +82,6 @@ class VirtualDesktop:
         return [name for name in os.listdir(self.environment["XDG_RUNTIME_DIR"])
                 if "quillbar" in name.lower()]
 
-    def start_window_manager(self):
-        self.window_manager = self.start(["openbox", "--sm-disable"])
-
     def _start(self):
         self.environment = self._base_environment()
         self._start_screen()
@@ -93,7 +90,7 @@ class VirtualDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
         self.notifications = Notifications(self)
-        self.notifications.start("body", "body-markup")
+        self.notifications.start()
         if self._with_accessibility:
             self._start_accessibility()
         if self._with_panel:
@@ -102,7 +99,7 @@ class VirtualDesktop:
     def _start_screen(self):
         self.environment["DISPLAY"] = self._start_display()
         self.screen = Screen(self.environment["DISPLAY"])
-        self.start_window_manager()
+        self.start(["openbox", "--sm-disable"])
 
     def _start_panel(self):
         self.panel = Panel(self)

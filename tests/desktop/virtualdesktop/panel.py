@@ -1,11 +1,14 @@
-"""The panel whose status area shows the program's icon."""
+"""The panel whose status area shows the program's icon, and trays of the older kind."""
 
 import os
 import signal
 
+from Xlib.error import BadMatch
+
 from .waiting import wait_until
 
 WATCHER = "org.kde.StatusNotifierWatcher"
+_SELECTION = "_NET_SYSTEM_TRAY_S0"
 
 # Only the status area, as small as what it shows: the icon is always the panel's middle.
 _CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
@@ -80,3 +83,42 @@ def registered_items(bus):
     registered = bus.read(
         WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems")
     return [(item.partition("/")[0], "/" + item.partition("/")[2]) for item in registered]
+
+
+class EmbeddingTray:
+    """A tray that embeds the windows of icons. Runs the command, whose window has that
+    instance name, for a `with` block."""
+
+    def __init__(self, desktop, instance, *command):
+        self._desktop, self._instance, self._command = desktop, instance, command
+
+    def __enter__(self):
+        self._process = self._desktop.start(self._command)
+        self._owner = wait_until(lambda: self._desktop.screen.selection_owner(_SELECTION),
+                                 f"{self._command[0]} shows no tray")
+        return self
+
+    def __exit__(self, *_):
+        """Ends the tray as a crash would."""
+        self._desktop.processes.end(self._process, signal.SIGKILL)
+        wait_until(lambda: self._desktop.screen.selection_owner(_SELECTION) != self._owner,
+                   f"{self._command[0]} stays")
+
+    def icon_area(self):
+        """Where the program's icon is: (x, y, width, height), or None."""
+        screen = self._desktop.screen
+        icons = [screen.shown_inside(window[0], "quillbar")
+                 for window in screen.windows(instance=self._instance)]
+        return next((screen.area(icon) for icon in icons if icon), None)
+
+    def icon(self):
+        """The icon's picture, or None."""
+        area = self.icon_area()
+        try:
+            return self._desktop.screen.picture(area) if area else None
+        except BadMatch:
+            # On its way into the tray a window may be off the screen.
+            return None
+
+    def click_icon(self, button=1):
+        self._desktop.screen.click_middle(wait_until(self.icon_area, "the tray has no icon"), button)

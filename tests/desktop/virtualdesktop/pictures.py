@@ -1,15 +1,17 @@
-"""Pictures of a Quillbar at work, for the documents: each as a window shows it, light and dark."""
+"""Pictures of a Quillbar at work: for the documents, light and dark, and what script/run shows where
+there is no display."""
 
 import os
+import sys
 
 from Xlib import X
 
 from .client import Client
 from .desktop import VirtualDesktop
-from .portal import Portal
 from .program import Program
 from .screen import KEY
-from .waiting import wait_until
+from .services import Portal
+from .waiting import NeverHappened, wait_until
 from .window import Window
 
 _CONTROL_OPTION, _COMMAND_OPTION = 0x1800, 0x900
@@ -31,6 +33,11 @@ _SETTINGS = {
 }
 # What is seen of the desktop around a window, and the height of its title bar.
 _EDGE, _TITLE = 12, 20
+# The shell tells a script's end to its own trap, whatever ended it.
+_SAMPLE = """#!/bin/sh
+trap 'echo "$SHORTCUT_NAME: exit status $?" >>"$HOME/outcome"' EXIT
+echo "Hello, $(id -un)" >"$HOME/hello.txt"
+"""
 
 
 def draw_pictures(binary, folder):
@@ -102,3 +109,35 @@ def _store(picture, path):
     os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
     # A window has few colours: a palette of them makes a small file that looks the same.
     picture.quantize(256, dither=0).save(path, optimize=True)
+
+
+def demonstrate(binary, screenshot):
+    """Prints what ran with its exit status; returns the process's own."""
+    try:
+        with VirtualDesktop() as desktop:
+            return _demonstrate(desktop, binary, screenshot)
+    except (NeverHappened, AssertionError, RuntimeError) as failure:
+        print(f"script/run: {failure}", file=sys.stderr)
+        return 1
+
+
+def _demonstrate(desktop, binary, screenshot):
+    program = Program(desktop, binary, os.path.join(desktop.folder, "home"))
+    program.write_shortcut("Say hello", _SAMPLE)
+    program.pin("Say hello", "Tidy downloads", groupOf={"Tidy downloads": "Files"})
+    tray = program.start()
+    picture_of_menu(program, screenshot)
+
+    tray.menu.click("Say hello")
+    outcome = os.path.join(program.home, "outcome")
+    wait_until(lambda: os.path.exists(outcome), "“Say hello” was chosen but did not run")
+    shown = wait_until(desktop.notifications.shown, "Quillbar did not report the run")
+    with open(outcome, encoding="utf-8") as file:
+        print(f"Ran from the tray menu: {file.read().strip()}")
+    print(f"Quillbar reported: {shown[0]['summary']}: {shown[0]['body']}")
+    print(f"Picture of the open menu: {screenshot}")
+    for name, open_window in (("palette", program.open_palette), ("settings", program.open_settings)):
+        path = os.path.join(os.path.dirname(screenshot), f"{name}.png")
+        picture_of_window(open_window(), path)
+        print(f"Picture of the {name}: {path}")
+    return program.stop()

@@ -1,7 +1,6 @@
 """Processes that never outlive the desktop they were started for."""
 
 import contextlib
-import ctypes
 import os
 import signal
 import subprocess
@@ -10,8 +9,6 @@ import uuid
 from .waiting import PATIENCE, wait_until
 
 _MARKER = "QUILLBAR_VIRTUAL_DESKTOP"
-_PR_SET_PDEATHSIG = 1
-_libc = ctypes.CDLL(None, use_errno=True)
 
 
 class Processes:
@@ -24,20 +21,11 @@ class Processes:
 
     def start(self, arguments, environment, name=None, **options):
         """Starts a process in a session of its own; its output goes to NAME.log."""
-        parent = os.getpid()
-
-        def prepare():
-            _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
-            # The parent may have died before the line above took effect.
-            if os.getppid() != parent:
-                os._exit(1)
-
         name = name or os.path.basename(arguments[0])
         with open(os.path.join(self._log_folder, f"{name}.log"), "ab") as log:
             process = subprocess.Popen(
-                [str(argument) for argument in arguments],
+                ["setpriv", "--pdeathsig", "KILL", *map(str, arguments)],
                 env={**environment, _MARKER: self._identity}, start_new_session=True,
-                preexec_fn=prepare,
                 **{"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log, **options})
         self._started.append(process)
         return process
@@ -51,7 +39,7 @@ class Processes:
         with os.fdopen(reading, encoding="utf-8") as answer:
             line = answer.readline().strip()
         if not line:
-            raise RuntimeError(f"{process.args[0]} did not start")
+            raise RuntimeError(f"{process.args} did not start")
         return process, line
 
     def end(self, process, how=signal.SIGTERM):

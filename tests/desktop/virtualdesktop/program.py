@@ -8,6 +8,7 @@ import stat
 import time
 
 from gi.repository import GLib
+from Xlib import X
 
 from .tray import TrayItem
 from .waiting import settled, wait_until
@@ -119,6 +120,11 @@ class Program:
         """By its hotkey, as it is set from the beginning."""
         self.desktop.screen.press("Super", "Alt", "T")
         return Window(self, "Quillbar")
+
+    def wait_for_hotkey(self):
+        """Waits for the end of the start, when the palette's hotkey is there."""
+        wait_until(lambda: self.desktop.screen.is_grabbed("T", X.Mod1Mask | X.Mod4Mask),
+                   "the palette's hotkey is not registered")
 
     def tray(self):
         """The program's registered status item."""

@@ -1,4 +1,4 @@
-"""The virtual display: windows, pixels, pointer and keys."""
+"""The virtual display: windows, pixels, pointer, and physical keys whatever the keyboard layout."""
 
 import contextlib
 
@@ -8,15 +8,27 @@ from Xlib import X
 from Xlib.error import BadAccess, CatchError
 from Xlib.ext import xtest
 
-from .input import KEY, Input
+from .waiting import settled
 
+# X key codes are the kernel's plus 8.
+KEY = {
+    "Escape": 9, "1": 10, "2": 11, "3": 12, "4": 13, "5": 14, "6": 15, "7": 16, "8": 17, "9": 18,
+    "0": 19, "BackSpace": 22, "Tab": 23, "Q": 24, "W": 25, "E": 26, "R": 27, "T": 28, "Y": 29,
+    "U": 30, "I": 31, "O": 32, "P": 33, "Return": 36, "Control": 37, "A": 38, "S": 39, "D": 40,
+    "F": 41, "G": 42, "H": 43, "J": 44, "K": 45, "L": 46, "Shift": 50, "Z": 52, "X": 53, "C": 54,
+    "V": 55, "B": 56, "N": 57, "M": 58, "Comma": 59, "Period": 60, "Alt": 64, "Space": 65,
+    "NumLock": 77, "Keypad1": 87, "KeypadEnter": 104, "Home": 110, "Up": 111, "PageUp": 112,
+    "Left": 113, "Right": 114, "End": 115, "Down": 116, "PageDown": 117, "Delete": 119,
+    "Super": 133,
+}
+_WRITTEN = {" ": "Space", ",": "Comma", ".": "Period"}
 _GROUND = 0x5B7083
 
 # What requests about windows end with whose program closes them meanwhile.
 VANISHED = (Xlib.error.BadWindow, Xlib.error.BadDrawable, Xlib.error.BadMatch)
 
 
-class Screen(Input):
+class Screen:
     def __init__(self, name):
         self.display = Xlib.display.Display(name)
         self.root = self.display.screen().root
@@ -34,6 +46,10 @@ class Screen(Input):
         width, height = min(width, size.width - x), min(height, size.height - y)
         raw = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF)
         return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")
+
+    def settled_picture(self):
+        """The whole screen, once two looks at it agree."""
+        return settled(self.picture)
 
     def windows(self, instance=None, process=None):
         """Shown top-level windows as (id, x, y, width, height), lowest first."""
@@ -96,6 +112,10 @@ class Screen(Input):
         size = self.root.get_geometry()
         self.click(size.width - 1, size.height - 1)
 
+    def click_middle(self, area, button=1):
+        x, y, width, height = area
+        self.click(x + width // 2, y + height // 2, button)
+
     def drag(self, start, end, steps=12):
         """Moves the pointer from one place to the other with the left button held."""
         self.point(*start)
@@ -116,15 +136,22 @@ class Screen(Input):
         xtest.fake_input(self.display, X.KeyPress, KEY[name])
         self.display.sync()
 
-    def tap(self, code, held=0):
-        """Presses a key by its code, for that many milliseconds of the server."""
-        xtest.fake_input(self.display, X.KeyPress, code)
-        xtest.fake_input(self.display, X.KeyRelease, code, time=held)
-        self.display.sync()
-
     def key_up(self, name):
         xtest.fake_input(self.display, X.KeyRelease, KEY[name])
         self.display.sync()
+
+    def press(self, *names):
+        """Presses keys in order and releases them in reverse."""
+        for name in names:
+            self.key_down(name)
+        for name in reversed(names):
+            self.key_up(name)
+
+    def type(self, text):
+        """Types letters, digits, blanks, commas and full stops, in the US layout."""
+        for character in text:
+            key = _WRITTEN.get(character, character.upper())
+            self.press(*(["Shift"] if character.isupper() else []), key)
 
     def is_grabbed(self, name, modifiers):
         """Whether a program has that combination to itself; keeps none out meanwhile."""
@@ -158,10 +185,12 @@ class Screen(Input):
         self.display.sync()
 
     def is_keyboard_free(self):
-        """Whether no program holds the keyboard."""
+        """Whether no program holds the keyboard; keeps none out meanwhile."""
+        self.display.grab_server()
         status = self.root.grab_keyboard(
             False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
         self.display.ungrab_keyboard(X.CurrentTime)
+        self.display.ungrab_server()
         self.display.sync()
         return status == X.GrabSuccess
 

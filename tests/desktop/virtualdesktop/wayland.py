@@ -1,6 +1,5 @@
-"""The virtual desktop of a Wayland session: sway, without a screen or a graphics card, and a bar."""
+"""The virtual desktop of a Wayland session: sway, in a window of a virtual X server, and a bar."""
 
-import io
 import json
 import os
 import pwd
@@ -8,12 +7,10 @@ import shutil
 import subprocess
 import tempfile
 
-from PIL import Image
-
 from .desktop import VirtualDesktop
 from .panel import WATCHER, registered_items
+from .screen import Screen
 from .waiting import wait_until
-from .wayland_input import WaylandInput
 
 _SIZE = (1280, 800)
 _BAR_HEIGHT = 32
@@ -38,15 +35,15 @@ class WaylandDesktop(VirtualDesktop):
 
     def __init__(self, swaybar=False, **options):
         super().__init__(**options)
-        self._bar = SwayBar if swaybar else Bar
+        self._swaybar = swaybar
 
     def _start_screen(self):
         self.environment["XDG_SESSION_TYPE"] = "wayland"
-        self.screen = Compositor(self)
+        self.screen = Compositor(self, self._start_display())
         self._display = self.screen.process
 
     def _start_panel(self):
-        self.panel = self._bar(self)
+        self.panel = Bar(self, self._swaybar)
         self.panel.start()
 
     def lose_display(self):
@@ -54,25 +51,28 @@ class WaylandDesktop(VirtualDesktop):
         super().lose_display()
 
 
-class Compositor(WaylandInput):
-    """Its windows, pixels, pointer and keys."""
+class Compositor(Screen):
+    """Shows its output in a window as large as the X server, whose keys and pointer it has."""
 
-    def __init__(self, desktop):
+    def __init__(self, desktop, x_display):
+        super().__init__(x_display)
         # A folder of its own, and clients are told whole paths: as root it runs as somebody else.
         self._folder = tempfile.mkdtemp(prefix="quillbar-sway-")
         configuration = os.path.join(self._folder, "config")
         with open(configuration, "w", encoding="utf-8") as file:
             file.write(_COMPOSITOR)
         os.chmod(configuration, 0o644)
+        sockets = {"WAYLAND_DISPLAY": os.path.join(self._folder, "wayland-1"),
+                   "SWAYSOCK": os.path.join(self._folder, "control")}
         self.process = desktop.start(
             ["sway", "--config", configuration],
-            {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1",
-             "HOME": self._folder, "XDG_RUNTIME_DIR": self._folder}, **_not_as_root(self._folder))
-        display, control = wait_until(
-            self._sockets, lambda: f"sway did not start: {desktop.log('sway')}")
+            {"DISPLAY": x_display, "WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman",
+             "HOME": self._folder, "XDG_RUNTIME_DIR": self._folder,
+             "SWAYSOCK": sockets["SWAYSOCK"]}, **_not_as_root(self._folder))
+        wait_until(lambda: all(map(os.path.exists, sockets.values())),
+                   lambda: f"sway did not start: {desktop.log('sway')}")
         self._environment = desktop.environment
-        desktop.environment.update(WAYLAND_DISPLAY=display, SWAYSOCK=control)
-        super().__init__(display, _SIZE)
+        desktop.environment.update(sockets)
 
     def close(self):
         super().close()
@@ -80,29 +80,15 @@ class Compositor(WaylandInput):
 
     def windows(self, process=None):
         """The shown windows as the compositor describes them."""
-        found, nodes = [], [json.loads(self._output("swaymsg", "-r", "-t", "get_tree"))]
+        tree = subprocess.run(["swaymsg", "-r", "-t", "get_tree"], env=self._environment,
+                              check=True, stdout=subprocess.PIPE, timeout=60).stdout
+        found, nodes = [], [json.loads(tree)]
         while nodes:
             node = nodes.pop()
             nodes += node["nodes"] + node["floating_nodes"]
             if node.get("pid") and process in (None, node["pid"]):
                 found.append(node)
         return found
-
-    def picture(self):
-        """The pixels of the whole screen."""
-        return Image.open(io.BytesIO(self._output("grim", "-t", "ppm", "-")))
-
-    def _sockets(self):
-        names = os.listdir(self._folder)
-        displays = [name for name in names if name.startswith("wayland-") and "." not in name]
-        controls = [name for name in names if name.startswith("sway-ipc.")]
-        if not displays or not controls:
-            return None
-        return [os.path.join(self._folder, name) for name in (displays[0], controls[0])]
-
-    def _output(self, *command):
-        return subprocess.run(command, env=self._environment, check=True, stdout=subprocess.PIPE,
-                              timeout=60).stdout
 
 
 def _not_as_root(folder):
@@ -115,24 +101,22 @@ def _not_as_root(folder):
 
 
 class Bar:
-    """The bar whose tray shows the program's icon."""
+    """Waybar, or sway's own, which draws no menus in this version."""
 
-    def __init__(self, desktop):
-        self._desktop = desktop
+    def __init__(self, desktop, swaybar):
+        self._desktop, self._swaybar = desktop, swaybar
 
     def start(self):
         self._desktop.start(self._command())
         wait_until(lambda: self._desktop.bus.owner(WATCHER), "the bar's tray did not start")
 
     def _command(self):
-        return ["waybar", "--config", self._write("waybar.json", json.dumps(_BAR)),
-                "--style", self._write("waybar.css", "window { background: #202020; }")]
-
-    def _write(self, name, text):
-        path = os.path.join(self._desktop.folder, name)
+        if self._swaybar:
+            return ["swaybar", "--bar_id", _BAR_ID]
+        path = os.path.join(self._desktop.folder, "waybar.json")
         with open(path, "w", encoding="utf-8") as file:
-            file.write(text)
-        return path
+            json.dump(_BAR, file)
+        return ["waybar", "--config", path, "--style", "/dev/null"]
 
     def _icon_area(self):
         side = _BAR["tray"]["icon-size"]
@@ -142,16 +126,7 @@ class Bar:
         self._desktop.screen.click_middle(self._icon_area(), button)
 
     def shows_icon(self):
-        x, y, width, height = self._icon_area()
-        picture = self._desktop.screen.picture().crop((x, y, x + width, y + height))
-        return len(picture.getcolors()) > 1
+        return len(self._desktop.screen.picture(self._icon_area()).getcolors()) > 1
 
     def items(self):
         return registered_items(self._desktop.bus)
-
-
-class SwayBar(Bar):
-    """The bar that comes with sway; this version draws no menus."""
-
-    def _command(self):
-        return ["swaybar", "--bar_id", _BAR_ID]

@@ -1,11 +1,10 @@
 #include "platform/linux/hotkeys/PortalHotkeys.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/hotkeys/KeyNames.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/ApplicationScope.h"
 #include "platform/linux/system/SessionBus.h"
-#include "platform/linux/system/WindowActivation.h"
 
 #include <QDBusConnection>
 #include <QPointer>
@@ -221,8 +220,8 @@ void PortalHotkeys::pressed(QString const& id, std::uint32_t time, QString const
     auto const* const claim = claimWith(&PortalShortcut::id, id);
     if (!claim)
         return;
-    setUserTime(time);
-    setActivationToken(token);
+    noteUserAction(time);
+    lastUserAction().activationToken = token;
     onPressed_(claim->id);
 }
 

@@ -1,8 +1,7 @@
 #include "platform/linux/hotkeys/X11Hotkeys.h"
 
 #include "platform/linux/BlockingWait.h"
-#include "platform/linux/HeldModifiers.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/hotkeys/VirtualKeyCodes.h"
 #include "platform/linux/hotkeys/X11Keyboard.h"
 #include "platform/linux/system/WindowActivation.h"
@@ -291,7 +290,7 @@ void X11Hotkeys::keyPressed(xcb_key_press_event_t const& event)
     bool const isRepeat = !held_.insert(event.detail).second;
     auto const* const claim = isRepeat ? nullptr : claimOf(event.detail, event.state);
     if (claim) {
-        setUserTime(event.time);
+        noteUserAction(event.time);
         fire(*claim);
     } else if (!isFirst && (isRepeat || bits_.keys.count(event.detail) > 0)) {
         allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
@@ -330,7 +329,7 @@ void X11Hotkeys::handlerDone()
     if (!std::exchange(isHandlerRunning_, false))
         return;
     if (auto* const window = windowAwaitingFocus()) {
-        setHeldModifiers(firedModifiers_);
+        lastUserAction().heldModifiers = firedModifiers_;
         focusWait_.start(*window);
     } else {
         allowEvents(XCB_ALLOW_SYNC_KEYBOARD);

@@ -1,14 +1,12 @@
 #include "platform/Application.h"
 
 #include "platform/MainQueue.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/ApplicationId.h"
-#include "platform/linux/system/ChildEnvironment.h"
-#include "platform/linux/system/ChildWatcher.h"
 #include "platform/linux/system/ColorScheme.h"
 #include "platform/linux/system/DesktopApplication.h"
-#include "platform/linux/system/PendingWork.h"
-#include "platform/linux/system/QuitSignals.h"
+#include "platform/linux/system/SignalNotifier.h"
+#include "platform/linux/system/Spawn.h"
 #include "platform/linux/views/Memory.h"
 
 #include <QApplication>
@@ -100,9 +98,6 @@ public:
     {
         if (delegate_)
             delegate_->applicationWillTerminate();
-        // Whatever may hold windows goes while there is an application object.
-        dropPendingWork();
-        childWatcher().forgetAll();
     }
 
     void start()
@@ -122,7 +117,7 @@ public:
 private:
     void launch()
     {
-        setUserTime(launchTime(tokens_.startupId));
+        noteUserAction(launchTime(tokens_.startupId));
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
         delegate_ = makeDelegate_();
@@ -155,7 +150,9 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
     std::array<char*, 2> nameOnly { arguments[0], nullptr };
     QApplication application(count, nameOnly.data());
     setUp(application);
-    QuitSignals const signals(terminate);
+    // A second one ends the process at once.
+    SignalNotifier const quit(
+        { SIGTERM, SIGINT, SIGHUP }, static_cast<int>(SA_RESETHAND), terminate);
     Program program(makeDelegate, std::move(tokens));
     program.start();
     return QApplication::exec();

@@ -2,9 +2,11 @@
 
 #include "platform/MainQueue.h"
 #include "platform/linux/BlockingWait.h"
-#include "platform/linux/system/ChildWatcher.h"
+#include "platform/linux/system/FileDescriptor.h"
+#include "platform/linux/system/SignalNotifier.h"
 #include "platform/linux/system/Spawn.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 
 #include <algorithm>
@@ -12,15 +14,93 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <map>
+#include <memory>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/wait.h>
 #include <utility>
+
+// The header of glibc 2.36 does not say so itself.
+extern "C" {
+#include <sys/pidfd.h>
+}
 
 namespace quillbar::platform {
 
 namespace {
 
 constexpr std::size_t longestOutput = std::size_t { 64 } * 1024 * 1024;
+
+struct ChildExit {
+    /// Nothing when a signal ended the child or somebody else took its status.
+    std::optional<int> status;
+};
+
+/// The exit of this child, which is then no zombie any more; nothing while it runs.
+std::optional<ChildExit> reapChild(pid_t child)
+{
+    siginfo_t info {};
+    if (::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG) != 0)
+        return ChildExit {};
+    if (info.si_pid == 0)
+        return std::nullopt;
+    return info.si_code == CLD_EXITED ? ChildExit { info.si_status } : ChildExit {};
+}
+
+/// Tells of children's exits through the event loop and leaves no zombie. No child takes a
+/// descriptor, of which the process may have as few as 1,024. Main thread.
+class ChildWatcher {
+public:
+    /// Before the first child starts, whose signal would be lost.
+    void attach()
+    {
+        exited_ = std::make_unique<SignalNotifier>(
+            std::vector { SIGCHLD }, SA_NOCLDSTOP, [this] { collect(); });
+    }
+
+    void detach()
+    {
+        exited_.reset();
+        completions_.clear();
+    }
+
+    void watch(pid_t child, ChildCompletion completion)
+    {
+        completions_[child] = std::move(completion);
+    }
+
+private:
+    /// Asks every child, as pending signals of one kind merge into one.
+    void collect()
+    {
+        std::erase_if(completions_, [](auto& entry) {
+            auto& [child, completion] = entry;
+            auto const exit = reapChild(child);
+            if (exit && completion)
+                post([completion = std::move(completion), exit] { completion(exit->status); });
+            return exit.has_value();
+        });
+    }
+
+    std::unique_ptr<SignalNotifier> exited_;
+    std::map<pid_t, ChildCompletion> completions_;
+};
+
+ChildWatcher& childWatcher()
+{
+    // Never destroyed: detach() has freed what it held.
+    static auto& watcher = *new ChildWatcher;
+    return watcher;
+}
+
+void attachChildWatcher()
+{
+    childWatcher().attach();
+    qAddPostRoutine([] { childWatcher().detach(); });
+}
+
+Q_COREAPP_STARTUP_FUNCTION(attachChildWatcher)
 
 /// Appends up to `limit` bytes of what the pipe holds; false at its end.
 bool readAvailable(int pipe, std::string& output, std::size_t limit)
@@ -46,7 +126,7 @@ void readRest(int pipe, std::string& output)
 std::optional<ChildExit> readUntilExit(
     pid_t child, int pipe, QDeadlineTimer const& deadline, std::string& output)
 {
-    auto const exited = openChild(child);
+    FileDescriptor const exited { ::pidfd_open(child, 0) };
     bool isAtEnd = false;
     while (exited && output.size() <= longestOutput && !deadline.hasExpired()) {
         std::array<pollfd, 2> polled { pollfd { exited.get(), POLLIN, 0 },

@@ -1,20 +1,19 @@
 #include "platform/linux/system/DesktopApplication.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/SessionBus.h"
-#include "platform/linux/system/WindowActivation.h"
 
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusError>
 
 #include <charconv>
-#include <cstdlib>
 #include <string_view>
 #include <utility>
 
 namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,40 +21,21 @@ constexpr std::chrono::milliseconds busTimeout { 2000 };
 constexpr uint doNotQueue = 4;
 constexpr uint replyExists = 3;
 
-QString objectPath()
-{
-    return QStringLiteral("/com/quillbar/Quillbar");
-}
-
-QString interfaceName()
-{
-    return QStringLiteral("org.freedesktop.Application");
-}
-
-std::string variable(char const* name)
-{
-    auto const* const value = std::getenv(name);
-    return value ? value : "";
-}
+auto const objectPath = u"/com/quillbar/Quillbar"_s;
 
 void useTokens(QVariantMap const& platformData)
 {
-    auto const startupId
-        = platformData.value(QStringLiteral("desktop-startup-id")).toString().toStdString();
-    setUserTime(launchTime(startupId));
-    setActivationToken(platformData.value(QStringLiteral("activation-token")).toString());
-}
-
-QVariantMap lastMap(QDBusMessage const& message)
-{
-    return qdbus_cast<QVariantMap>(message.arguments().constLast());
+    auto const startupId = platformData.value(u"desktop-startup-id"_s).toString().toStdString();
+    noteUserAction(launchTime(startupId));
+    lastUserAction().activationToken = platformData.value(u"activation-token"_s).toString();
 }
 
 } // namespace
 
 LaunchTokens LaunchTokens::fromEnvironment()
 {
-    return { variable("XDG_ACTIVATION_TOKEN"), variable("DESKTOP_STARTUP_ID") };
+    return { qgetenv("XDG_ACTIVATION_TOKEN").toStdString(),
+        qgetenv("DESKTOP_STARTUP_ID").toStdString() };
 }
 
 std::uint32_t launchTime(std::string const& startupId)
@@ -72,18 +52,12 @@ std::uint32_t launchTime(std::string const& startupId)
 
 DesktopApplication::DesktopApplication()
 {
-    QDBusConnection::sessionBus().registerVirtualObject(objectPath(), this);
-}
-
-DesktopApplication::~DesktopApplication()
-{
-    QDBusConnection::sessionBus().unregisterObject(objectPath());
+    QDBusConnection::sessionBus().registerObject(objectPath, this, QDBusConnection::ExportAllSlots);
 }
 
 void DesktopApplication::claimName(std::function<void(Instance)> done)
 {
-    auto const call
-        = busCall(QStringLiteral("RequestName"), { QLatin1String(applicationId), doNotQueue });
+    auto const call = busCall(u"RequestName"_s, { QLatin1String(applicationId), doNotQueue });
     callOnBus(call, busTimeout, [done = std::move(done)](QDBusMessage const& reply) {
         if (reply.type() != QDBusMessage::ReplyMessage)
             return done(Instance::First);
@@ -92,24 +66,19 @@ void DesktopApplication::claimName(std::function<void(Instance)> done)
         // The bus delivers the messages for which it started this process when the name is claimed.
         // Qt holds messages, but not replies, until its event loop has run: only the reply to a
         // later call comes after them.
-        callOnBus(busCall(QStringLiteral("GetId")), busTimeout,
+        callOnBus(busCall(u"GetId"_s), busTimeout,
             [done](QDBusMessage const&) { done(Instance::First); });
     });
 }
 
 void DesktopApplication::activateFirst(LaunchTokens const& tokens, std::function<void()> done)
 {
-    QVariantMap platformData;
-    if (!tokens.activationToken.empty()) {
-        platformData.insert(
-            QStringLiteral("activation-token"), QString::fromStdString(tokens.activationToken));
-    }
-    if (!tokens.startupId.empty()) {
-        platformData.insert(
-            QStringLiteral("desktop-startup-id"), QString::fromStdString(tokens.startupId));
-    }
+    QVariantMap const platformData {
+        { u"activation-token"_s, QString::fromStdString(tokens.activationToken) },
+        { u"desktop-startup-id"_s, QString::fromStdString(tokens.startupId) },
+    };
     auto call = QDBusMessage::createMethodCall(
-        QLatin1String(applicationId), objectPath(), interfaceName(), QStringLiteral("Activate"));
+        QLatin1String(applicationId), objectPath, u"org.freedesktop.Application"_s, u"Activate"_s);
     call.setArguments({ platformData });
     callOnBus(call, busTimeout, [done = std::move(done)](QDBusMessage const&) { done(); });
 }
@@ -117,76 +86,32 @@ void DesktopApplication::activateFirst(LaunchTokens const& tokens, std::function
 void DesktopApplication::serve(std::shared_ptr<ApplicationDelegate> const& delegate)
 {
     delegate_ = delegate;
-    isServing_ = true;
     for (auto const& request : std::exchange(waiting_, {}))
         request();
 }
 
-bool DesktopApplication::handleMessage(
-    QDBusMessage const& message, QDBusConnection const& connection)
+void DesktopApplication::Activate(QVariantMap const& platformData)
 {
-    if (!message.interface().isEmpty() && message.interface() != interfaceName())
-        return false;
-    auto const member = message.member();
-    if (member != QLatin1String("Activate") && member != QLatin1String("Open")
-        && member != QLatin1String("ActivateAction"))
-        return false;
-    // Answered before it is carried out: a window may ask the person something and wait.
-    auto const isAccepted = accept(message);
-    if (message.isReplyRequired()) {
-        connection.send(isAccepted ? message.createReply()
-                                   : message.createErrorReply(QDBusError::InvalidArgs,
-                                       QStringLiteral("no such action or wrong arguments")));
-    }
-    return true;
+    if (!delegate_.expired())
+        perform(&ApplicationDelegate::openSettings, platformData);
 }
 
-QString DesktopApplication::introspect(QString const&) const
+void DesktopApplication::Open(QStringList const& /*uris*/, QVariantMap const& platformData)
 {
-    return QStringLiteral(R"(<interface name="org.freedesktop.Application">
-  <method name="Activate">
-    <arg name="platform_data" type="a{sv}" direction="in"/>
-  </method>
-  <method name="Open">
-    <arg name="uris" type="as" direction="in"/>
-    <arg name="platform_data" type="a{sv}" direction="in"/>
-  </method>
-  <method name="ActivateAction">
-    <arg name="action_name" type="s" direction="in"/>
-    <arg name="parameter" type="av" direction="in"/>
-    <arg name="platform_data" type="a{sv}" direction="in"/>
-  </method>
-</interface>
-)");
+    Activate(platformData);
 }
 
-bool DesktopApplication::accept(QDBusMessage const& message)
+void DesktopApplication::ActivateAction(
+    QString const& name, QVariantList const& /*parameter*/, QVariantMap const& platformData)
 {
-    auto const member = message.member();
-    if (member == QLatin1String("ActivateAction"))
-        return acceptAction(message);
-    auto const signature = member == QLatin1String("Open") ? "asa{sv}" : "a{sv}";
-    if (message.signature() != QLatin1String(signature))
-        return false;
-    if (isServing_)
-        perform(&ApplicationDelegate::openSettings, lastMap(message));
-    return true;
-}
-
-bool DesktopApplication::acceptAction(QDBusMessage const& message)
-{
-    if (message.signature() != QLatin1String("sava{sv}"))
-        return false;
-    auto const action = message.arguments().constFirst().toString();
-    if (action == QLatin1String("palette"))
-        perform(&ApplicationDelegate::openPalette, lastMap(message));
-    else if (action == QLatin1String("settings"))
-        perform(&ApplicationDelegate::openSettings, lastMap(message));
-    else if (action == QLatin1String("quit"))
+    if (name == "palette"_L1)
+        perform(&ApplicationDelegate::openPalette, platformData);
+    else if (name == "settings"_L1)
+        perform(&ApplicationDelegate::openSettings, platformData);
+    else if (name == "quit"_L1)
         terminate();
     else
-        return false;
-    return true;
+        sendErrorReply(QDBusError::InvalidArgs, "No such action: "_L1 + name);
 }
 
 void DesktopApplication::perform(Request request, QVariantMap const& platformData)
@@ -198,10 +123,11 @@ void DesktopApplication::perform(Request request, QVariantMap const& platformDat
         useTokens(platformData);
         ((*delegate).*request)();
     };
-    if (isServing_)
-        QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
-    else
+    // Answered before it is carried out: a window may ask the person something and wait.
+    if (delegate_.expired())
         waiting_.emplace_back(std::move(work));
+    else
+        QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
 }
 
 } // namespace quillbar::platform

@@ -2,7 +2,11 @@
 
 #include "platform/Application.h"
 
-#include <QDBusVirtualObject>
+#include <QDBusContext>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
 #include <QVariantMap>
 
 #include <cstdint>
@@ -26,15 +30,15 @@ struct LaunchTokens {
 
 /// This program on the session bus (org.freedesktop.Application): one process a session, and its
 /// commands for launchers, key bindings and a second start. Main thread.
-class DesktopApplication : public QDBusVirtualObject {
+class DesktopApplication : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
 public:
     enum class Instance : std::uint8_t { First, Second };
 
     /// Answers from now on; what is asked of the delegate waits for serve().
     DesktopApplication();
-    DesktopApplication(DesktopApplication const&) = delete;
-    DesktopApplication& operator=(DesktopApplication const&) = delete;
-    ~DesktopApplication() override;
 
     /// Claims the program's name; `done` is called through the event loop, after the messages for
     /// which the bus started this process have arrived. Without a bus every process is the first.
@@ -48,18 +52,22 @@ public:
     /// this very launch and opens nothing.
     void serve(std::shared_ptr<ApplicationDelegate> const& delegate);
 
-    bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
-    [[nodiscard]] QString introspect(QString const& path) const override;
+    // The names are the interface's.
+    // NOLINTBEGIN(readability-identifier-naming)
+public Q_SLOTS:
+    void Activate(QVariantMap const& platformData);
+    void Open(QStringList const& uris, QVariantMap const& platformData);
+    void ActivateAction(
+        QString const& name, QVariantList const& parameter, QVariantMap const& platformData);
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     using Request = void (ApplicationDelegate::*)();
 
-    bool accept(QDBusMessage const& message);
-    bool acceptAction(QDBusMessage const& message);
     void perform(Request request, QVariantMap const& platformData);
 
+    /// Null before serve().
     std::weak_ptr<ApplicationDelegate> delegate_;
-    bool isServing_ = false;
     std::vector<std::function<void()>> waiting_;
 };
 

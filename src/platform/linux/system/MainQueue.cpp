@@ -1,7 +1,6 @@
 #include "platform/MainQueue.h"
 
 #include "platform/linux/system/FileDescriptor.h"
-#include "platform/linux/system/PendingWork.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -27,9 +26,14 @@ public:
         timers_ = std::make_unique<QObject>();
     }
 
+    /// Destroys what waits: it may hold windows, which must not outlive the application object.
     void detach()
     {
-        drop();
+        std::deque<std::function<void()>> works;
+        {
+            std::lock_guard const lock(mutex_);
+            works.swap(works_);
+        }
         notifier_.reset();
         timers_.reset();
     }
@@ -54,16 +58,6 @@ public:
         });
         constexpr std::chrono::milliseconds longest { std::numeric_limits<int>::max() };
         timer->start(std::clamp(delay, std::chrono::milliseconds::zero(), longest));
-    }
-
-    void drop()
-    {
-        std::deque<std::function<void()>> works;
-        {
-            std::lock_guard const lock(mutex_);
-            works.swap(works_);
-        }
-        timers_ = std::make_unique<QObject>();
     }
 
 private:
@@ -117,11 +111,6 @@ void post(std::function<void()> work)
 void postDelayed(std::chrono::milliseconds delay, std::function<void()> work)
 {
     mainQueue().addDelayed(delay, std::move(work));
-}
-
-void dropPendingWork()
-{
-    mainQueue().drop();
 }
 
 } // namespace quillbar::platform

@@ -4,12 +4,9 @@
 #include "platform/linux/system/ApplicationId.h"
 #include "platform/linux/system/SessionBus.h"
 
-#include <QCoreApplication>
 #include <QStringList>
-#include <QThread>
 #include <QVariantMap>
 
-#include <memory>
 #include <utility>
 
 namespace quillbar::platform {
@@ -45,95 +42,42 @@ QVariantMap hints(Notification const& notification)
     return values;
 }
 
-enum class BodyText { Plain, Markup };
-
-void send(Notification const& notification, BodyText bodyText)
+void send(Notification const& notification, QString const& body)
 {
-    auto const body = QString::fromStdString(notification.body);
     auto call = serviceCall(QStringLiteral("Notify"));
     call.setArguments({ QStringLiteral("Quillbar"), QVariant::fromValue<uint>(0),
-        QLatin1String(applicationId), QString::fromStdString(notification.title),
-        bodyText == BodyText::Markup ? body.toHtmlEscaped() : body, QStringList {},
-        hints(notification), -1 });
+        QLatin1String(applicationId), QString::fromStdString(notification.title), body,
+        QStringList {}, hints(notification), -1 });
     callOnBus(call, serviceTimeout, [](QDBusMessage const&) {});
 }
 
-/// Which service was asked last what its bodies may hold. Main thread.
-struct KnownService {
-    QString owner;
-    BodyText bodyText = BodyText::Plain;
-};
-
-KnownService& knownService()
-{
-    static KnownService service;
-    return service;
-}
-
-void askAndSend(Notification notification)
+/// Asks each time, as another service may have taken over.
+void askAndSend(Notification const& notification)
 {
     callOnBus(serviceCall(QStringLiteral("GetCapabilities")), serviceTimeout,
-        [notification = std::move(notification)](QDBusMessage const& reply) {
-            auto bodyText = BodyText::Plain;
-            if (reply.type() == QDBusMessage::ReplyMessage) {
-                auto const capabilities = reply.arguments().value(0).toStringList();
-                if (capabilities.contains(QLatin1String("body-markup")))
-                    bodyText = BodyText::Markup;
-                knownService() = { reply.service(), bodyText };
-            }
-            send(notification, bodyText);
+        [notification](QDBusMessage const& reply) {
+            auto const capabilities = reply.arguments().value(0).toStringList();
+            // A service that does not answer may still take the text for markup later.
+            auto const isPlain = reply.type() == QDBusMessage::ReplyMessage
+                && !capabilities.contains(QLatin1String("body-markup"));
+            auto const body = QString::fromStdString(notification.body);
+            send(notification, isPlain ? body : body.toHtmlEscaped());
         });
 }
 
-void askForOwner(std::function<void(QString const& owner)> done)
+void queryOnMainThread(std::function<void(NotificationAuthorization)> const& done)
 {
-    callOnBus(busCall(QStringLiteral("GetNameOwner"), { serviceName() }), busTimeout,
-        [done = std::move(done)](QDBusMessage const& reply) {
-            bool const isOwned = reply.type() == QDBusMessage::ReplyMessage;
-            done(isOwned ? reply.arguments().value(0).toString() : QString());
-        });
-}
-
-void showOnMainThread(Notification notification)
-{
-    // Asked each time instead of watched: a desktop that changes its service wakes nobody up.
-    askForOwner([notification = std::move(notification)](QString const& owner) mutable {
-        if (!owner.isEmpty() && owner == knownService().owner)
-            send(notification, knownService().bodyText);
-        else
-            askAndSend(std::move(notification));
-    });
-}
-
-void queryOnMainThread(std::function<void(NotificationAuthorization)> done)
-{
-    askForOwner([done = std::move(done)](QString const& owner) {
-        if (!owner.isEmpty()) {
-            done(NotificationAuthorization::Authorized);
-            return;
-        }
+    auto const afterOwner = [done](QDBusMessage const& owner) {
+        if (owner.type() == QDBusMessage::ReplyMessage)
+            return done(NotificationAuthorization::Authorized);
         callOnBus(busCall(QStringLiteral("ListActivatableNames")), busTimeout,
             [done](QDBusMessage const& reply) {
-                bool const canStart
-                    = reply.arguments().value(0).toStringList().contains(serviceName());
-                done(canStart ? NotificationAuthorization::Authorized
-                              : NotificationAuthorization::Denied);
+                auto const names = reply.arguments().value(0).toStringList();
+                done(names.contains(serviceName()) ? NotificationAuthorization::Authorized
+                                                   : NotificationAuthorization::Denied);
             });
-    });
-}
-
-bool isMainThread()
-{
-    auto const* const application = QCoreApplication::instance();
-    return application && QThread::currentThread() == application->thread();
-}
-
-void onMainThread(std::function<void()> work)
-{
-    if (isMainThread())
-        work();
-    else
-        post(std::move(work));
+    };
+    callOnBus(busCall(QStringLiteral("GetNameOwner"), { serviceName() }), busTimeout, afterOwner);
 }
 
 } // namespace
@@ -146,12 +90,12 @@ void requestNotificationAuthorization(std::function<void()> done)
 
 void queryNotificationAuthorization(std::function<void(NotificationAuthorization)> done)
 {
-    onMainThread([done = std::move(done)] { queryOnMainThread(done); });
+    post([done = std::move(done)] { queryOnMainThread(done); });
 }
 
 void postNotification(Notification notification)
 {
-    onMainThread([notification = std::move(notification)] { showOnMainThread(notification); });
+    post([notification = std::move(notification)] { askAndSend(notification); });
 }
 
 } // namespace quillbar::platform

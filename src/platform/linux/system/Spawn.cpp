@@ -1,19 +1,12 @@
 #include "platform/linux/system/Spawn.h"
 
-#include "platform/linux/system/ChildEnvironment.h"
-
-#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <glib.h>
+#include <map>
 #include <spawn.h>
-#include <sys/wait.h>
-
-// The header of glibc 2.36 does not say so itself.
-extern "C" {
-#include <sys/pidfd.h>
-}
+#include <unistd.h>
 
 namespace quillbar::platform {
 
@@ -75,6 +68,27 @@ private:
     posix_spawn_file_actions_t actions_ {};
 };
 
+using Variables = std::map<std::string, std::optional<std::string>>;
+
+/// By name, what children get in place of this program's own value; nothing where they get none.
+Variables& variablesOfChildren()
+{
+    // The launch of this program, which a child would otherwise claim to be the end of.
+    static Variables variables { { "DESKTOP_STARTUP_ID", {} }, { "XDG_ACTIVATION_TOKEN", {} },
+        { "DBUS_STARTER_ADDRESS", {} }, { "DBUS_STARTER_BUS_TYPE", {} } };
+    return variables;
+}
+
+GStrv childEnvironment()
+{
+    auto* environment = g_get_environ();
+    for (auto const& [name, value] : variablesOfChildren()) {
+        environment = value ? g_environ_setenv(environment, name.c_str(), value->c_str(), TRUE)
+                            : g_environ_unsetenv(environment, name.c_str());
+    }
+    return environment;
+}
+
 bool canBePassed(std::vector<std::string> const& arguments)
 {
     for (auto const& argument : arguments) {
@@ -99,34 +113,20 @@ std::optional<pid_t> spawnChild(std::vector<std::string> const& arguments, Child
 
     SpawnAttributes const attributes;
     SpawnActions const actions(output);
-    auto const environment = childEnvironment();
+    g_auto(GStrv) environment = childEnvironment();
     pid_t child = -1;
-    if (::posix_spawn(&child, pointers.front(), actions.get(), attributes.get(), pointers.data(),
-            environment.data())
+    if (::posix_spawn(
+            &child, pointers.front(), actions.get(), attributes.get(), pointers.data(), environment)
         != 0)
         return std::nullopt;
     return child;
 }
 
-FileDescriptor openChild(pid_t child)
+void setOwnVariable(char const* name, char const* value)
 {
-    return FileDescriptor { ::pidfd_open(child, 0) };
-}
-
-std::optional<ChildExit> reapChild(pid_t child)
-{
-    siginfo_t info {};
-    int result = 0;
-    do {
-        result = ::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG);
-    } while (result != 0 && errno == EINTR);
-    if (result != 0)
-        return ChildExit {};
-    if (info.si_pid == 0)
-        return std::nullopt;
-    if (info.si_code != CLD_EXITED)
-        return ChildExit {};
-    return ChildExit { info.si_status };
+    auto const* const old = g_getenv(name);
+    variablesOfChildren().try_emplace(name, old ? std::optional<std::string>(old) : std::nullopt);
+    g_setenv(name, value, TRUE);
 }
 
 } // namespace quillbar::platform

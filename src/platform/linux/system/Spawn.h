@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/linux/system/FileDescriptor.h"
-
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -21,15 +19,8 @@ struct ChildOutput {
 [[nodiscard]] std::optional<pid_t> spawnChild(
     std::vector<std::string> const& arguments, ChildOutput output);
 
-/// Becomes readable when the child has exited; empty when there is no descriptor left.
-[[nodiscard]] FileDescriptor openChild(pid_t child);
-
-struct ChildExit {
-    /// Nothing when a signal ended the child or somebody else took its status.
-    std::optional<int> status;
-};
-
-/// The exit of this child, which is then no zombie any more; nothing while it runs.
-[[nodiscard]] std::optional<ChildExit> reapChild(pid_t child);
+/// Sets a variable for this process alone: children get what it was before. Only before the first
+/// thread starts.
+void setOwnVariable(char const* name, char const* value);
 
 } // namespace quillbar::platform

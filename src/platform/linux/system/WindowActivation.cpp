@@ -1,44 +1,19 @@
 #include "platform/linux/system/WindowActivation.h"
 
 #include "platform/Application.h"
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/system/WindowManagerWatch.h"
 
 #include <QApplication>
-#include <QPointer>
 #include <QWidget>
 #include <QWindow>
+
+#include <utility>
 
 namespace quillbar::platform {
 
 namespace {
-
-QPointer<QWindow>& lastActivated()
-{
-    static QPointer<QWindow> window;
-    return window;
-}
-
-std::uint32_t& lastActivationTime()
-{
-    static std::uint32_t time = 0;
-    return time;
-}
-
-QWindow* frontWindow()
-{
-    if (lastActivated() && lastActivated()->isVisible())
-        return lastActivated();
-    if (auto* const active = QGuiApplication::focusWindow())
-        return active;
-    for (auto* const widget : QApplication::topLevelWidgets()) {
-        auto const type = widget->windowType();
-        if (widget->isVisible() && (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool))
-            return widget->windowHandle();
-    }
-    return nullptr;
-}
 
 // Qt would send the time of the last event in its own windows, and window managers that guard
 // against stolen focus take that for an old wish when a hotkey or the tray asks.
@@ -52,11 +27,22 @@ void sendActivation(xcb_connection_t* connection, QWindow& window)
     event.type = activeWindow;
     constexpr std::uint32_t fromPerson = 2;
     event.data.data32[0] = fromPerson;
-    event.data.data32[1] = userTime();
+    event.data.data32[1] = lastUserAction().time;
     xcb_send_event(connection, 0, x11RootWindow(connection),
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<char const*>(&event));
     xcb_flush(connection);
+}
+
+/// Qt looks for the token in the environment only.
+void passOnActivationToken()
+{
+    // Compositors make short ones: a message that is too long for the connection would end the
+    // program.
+    constexpr qsizetype longestToken = 512;
+    auto const token = std::exchange(lastUserAction().activationToken, {});
+    if (!token.isEmpty() && token.size() <= longestToken)
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }
 
 } // namespace
@@ -69,36 +55,45 @@ bool isWaylandSession()
 void activateWindow(QWindow& window)
 {
     WindowManagerWatch::install();
-    lastActivated() = &window;
-    lastActivationTime() = userTime();
+    lastUserAction().activatedWindow = &window;
+    QObject::connect(
+        &window, &QWindow::activeChanged, &window,
+        [&window] {
+            if (auto& activated = lastUserAction().activatedWindow; activated == &window)
+                activated.clear();
+        },
+        Qt::SingleShotConnection);
     window.raise();
     if (auto* const connection = x11Connection())
-        sendActivation(connection, window);
-    else
-        window.requestActivate();
+        return sendActivation(connection, window);
+    passOnActivationToken();
+    window.requestActivate();
 }
 
-void setActivationToken(QString const& token)
+bool hasOrAwaitsFocus(QWindow const& window)
 {
-    // Compositors make short ones, and Qt passes on whatever stands there: a message that is too
-    // long for the connection would end the program.
-    constexpr qsizetype longestToken = 512;
-    if (isWaylandSession())
-        qputenv("XDG_ACTIVATION_TOKEN", token.size() > longestToken ? "" : token.toUtf8());
+    return &window == QGuiApplication::focusWindow() || &window == windowAwaitingFocus();
 }
 
 QWindow* windowAwaitingFocus()
 {
-    auto* const window = lastActivated().data();
-    bool const isAwaiting = window && window->isVisible() && lastActivationTime() == userTime()
-        && window != QGuiApplication::focusWindow();
+    auto* const window = lastUserAction().activatedWindow.data();
+    bool const isAwaiting
+        = window && window->isVisible() && window != QGuiApplication::focusWindow();
     return isAwaiting ? window : nullptr;
 }
 
 void activateIgnoringOtherApps()
 {
-    if (auto* const window = frontWindow())
-        activateWindow(*window);
+    // To be in front is to have the focus here, and a window that has it must not be asked again.
+    auto const* const focused = QGuiApplication::focusWindow();
+    if (windowAwaitingFocus() || (focused && focused->isVisible()))
+        return;
+    for (auto* const widget : QApplication::topLevelWidgets()) {
+        auto const type = widget->windowType();
+        if (widget->isVisible() && (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool))
+            return activateWindow(*widget->windowHandle());
+    }
 }
 
 } // namespace quillbar::platform

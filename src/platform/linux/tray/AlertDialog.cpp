@@ -1,11 +1,11 @@
-#include "platform/linux/tray/AlertDialog.h"
-
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/system/WindowActivation.h"
+#include "platform/view/Alert.h"
 
 #include <QApplication>
 #include <QBoxLayout>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -58,13 +58,6 @@ QWidget* makeScrollingText(QString const& text)
     return view;
 }
 
-QIcon builtInIcon(AlertStyle style)
-{
-    return QApplication::style()->standardIcon(style == AlertStyle::Warning
-            ? QStyle::SP_MessageBoxWarning
-            : QStyle::SP_MessageBoxInformation);
-}
-
 QLabel* makeIcon(AlertStyle style, QWidget const& dialog)
 {
     constexpr Rgba amber { .red = 0.96, .green = 0.62, .blue = 0.04, .alpha = 1 };
@@ -73,7 +66,10 @@ QLabel* makeIcon(AlertStyle style, QWidget const& dialog)
     auto symbol = symbolImage(isWarning ? "exclamationmark.triangle.fill" : "info.circle.fill");
     auto* label = new QLabel;
     if (!symbol) {
-        label->setPixmap(builtInIcon(style).pixmap(QSizeF(side, side).toSize()));
+        auto const icon
+            = isWarning ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxInformation;
+        label->setPixmap(
+            QApplication::style()->standardIcon(icon).pixmap(QSizeF(side, side).toSize()));
         return label;
     }
     auto const tint = isWarning ? Color(amber) : Color(SystemColor::Accent);
@@ -92,43 +88,9 @@ QDialogButtonBox::ButtonRole roleOf(std::size_t button, std::size_t count)
     return button + 1 == count ? QDialogButtonBox::RejectRole : QDialogButtonBox::ActionRole;
 }
 
-} // namespace
-
-AlertDialog::AlertDialog(Alert const& alert)
-    : QDialog(QApplication::activeWindow(),
-        Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
-    , button_(alert.buttons.empty() ? 0 : alert.buttons.size() - 1)
-{
-    setWindowTitle(QGuiApplication::applicationDisplayName());
-    setModal(true);
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(10);
-    addTexts(*texts, alert);
-    if (alert.accessory)
-        addField(*texts, alert);
-    auto* columns = new QHBoxLayout;
-    columns->setSpacing(16);
-    columns->addWidget(makeIcon(alert.style, *this), 0, Qt::AlignTop);
-    columns->addLayout(texts, 1);
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(20, 20, 20, 16);
-    rows->setSpacing(18);
-    rows->setSizeConstraint(QLayout::SetFixedSize);
-    rows->addLayout(columns);
-    auto* buttons = makeButtons(alert);
-    rows->addWidget(buttons);
-    if (field_)
-        field_->setFocus();
-    else
-        buttons->buttons().first()->setFocus();
-}
-
-AlertAnswer AlertDialog::answer() const
-{
-    return { .button = button_, .text = field_ ? field_->text().toStdString() : std::string() };
-}
-
-void AlertDialog::addTexts(QVBoxLayout& column, Alert const& alert)
+/// A long paragraph scrolls, so that the alert fits on the screen and what stands before and after
+/// the paragraph stays in sight.
+void addTexts(QVBoxLayout& column, Alert const& alert)
 {
     constexpr qsizetype mostParagraphs = 5;
     auto* message = makeLabel(toQString(alert.messageText));
@@ -137,8 +99,6 @@ void AlertDialog::addTexts(QVBoxLayout& column, Alert const& alert)
     message->setFont(font);
     column.addWidget(message);
     auto const text = toQString(alert.informativeText);
-    setAccessibleName(message->text());
-    setAccessibleDescription(text);
     if (text.isEmpty())
         return;
     auto paragraphs = text.split(u"\n\n"_s, Qt::SkipEmptyParts);
@@ -155,38 +115,71 @@ void AlertDialog::addTexts(QVBoxLayout& column, Alert const& alert)
     }
 }
 
-void AlertDialog::addField(QVBoxLayout& column, Alert const& alert)
+QLineEdit* makeField(Alert const& alert)
 {
-    field_ = new QLineEdit(toQString(alert.accessory->text));
-    field_->setPlaceholderText(toQString(alert.accessory->placeholder));
-    field_->setFixedSize(220, 24);
-    field_->setAccessibleName(toQString(alert.messageText));
-    field_->selectAll();
-    column.addWidget(field_);
+    auto* field = new QLineEdit(toQString(alert.accessory->text));
+    field->setPlaceholderText(toQString(alert.accessory->placeholder));
+    field->setFixedSize(220, 24);
+    field->setAccessibleName(toQString(alert.messageText));
+    field->selectAll();
+    return field;
 }
 
-QDialogButtonBox* AlertDialog::makeButtons(Alert const& alert)
+/// Each button ends the dialog with its number, counted from 1.
+QDialogButtonBox* makeButtons(Alert const& alert, QDialog& dialog)
 {
     auto* box = new QDialogButtonBox;
     if (alert.buttons.empty())
-        box->addButton(QDialogButtonBox::Ok);
+        QObject::connect(
+            box->addButton(QDialogButtonBox::Ok), &QPushButton::clicked, &dialog, &QDialog::reject);
     for (std::size_t i = 0; i < alert.buttons.size(); ++i) {
         auto text = toQString(alert.buttons[i]).replace('&'_L1, "&&"_L1);
         auto* button = box->addButton(text, roleOf(i, alert.buttons.size()));
         button->setDefault(i == 0);
-        connect(button, &QPushButton::clicked, this, [this, i] { button_ = i; });
+        QObject::connect(button, &QPushButton::clicked, &dialog,
+            [&dialog, i] { dialog.done(static_cast<int>(i) + 1); });
     }
-    connect(box, &QDialogButtonBox::clicked, this, &QDialog::accept);
     return box;
 }
 
+} // namespace
+
 AlertAnswer runModal(Alert const& alert)
 {
-    AlertDialog dialog(alert);
+    QDialog dialog(QApplication::activeWindow(),
+        Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    dialog.setWindowTitle(QGuiApplication::applicationDisplayName());
+    dialog.setModal(true);
+    dialog.setAccessibleName(toQString(alert.messageText));
+    dialog.setAccessibleDescription(toQString(alert.informativeText));
+    auto* const texts = new QVBoxLayout;
+    texts->setSpacing(10);
+    addTexts(*texts, alert);
+    auto* const field = alert.accessory ? makeField(alert) : nullptr;
+    if (field)
+        texts->addWidget(field);
+    auto* const columns = new QHBoxLayout;
+    columns->setSpacing(16);
+    columns->addWidget(makeIcon(alert.style, dialog), 0, Qt::AlignTop);
+    columns->addLayout(texts, 1);
+    auto* const rows = new QVBoxLayout(&dialog);
+    rows->setContentsMargins(20, 20, 20, 16);
+    rows->setSpacing(18);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+    rows->addLayout(columns);
+    auto* const buttons = makeButtons(alert, dialog);
+    rows->addWidget(buttons);
+    if (field)
+        field->setFocus();
+    else
+        buttons->buttons().first()->setFocus();
+
     dialog.show();
     activateWindow(*dialog.windowHandle());
-    dialog.exec();
-    return dialog.answer();
+    auto const chosen = static_cast<std::size_t>(dialog.exec());
+    auto const last = alert.buttons.empty() ? 0 : alert.buttons.size() - 1;
+    return { .button = chosen == QDialog::Rejected ? last : chosen - 1,
+        .text = field ? field->text().toStdString() : std::string() };
 }
 
 } // namespace quillbar::platform

@@ -1,281 +1,168 @@
 #include "platform/linux/tray/DBusMenu.h"
 
-#include "platform/linux/UserTime.h"
-#include "platform/linux/tray/PropertyReply.h"
+#include "platform/linux/UserAction.h"
 
-#include <QDBusArgument>
 #include <QDBusError>
-#include <QDBusMessage>
-#include <QDBusVariant>
+#include <QDBusMetaType>
 #include <QGuiApplication>
+#include <QSet>
 
+#include <set>
 #include <utility>
 
 namespace quillbar::platform {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-auto const menuInterface = u"com.canonical.dbusmenu"_s;
-
-QDBusMessage unknownRowReply(QDBusMessage const& call)
-{
-    return call.createErrorReply(QDBusError::InvalidArgs, u"The menu has no such item"_s);
-}
-
-std::vector<ReadableProperty> readableProperties()
-{
-    return {
-        { u"Version"_s, [] { return QVariant::fromValue(3U); } },
-        { u"Status"_s, [] { return QVariant(u"normal"_s); } },
-        { u"TextDirection"_s,
-            [] { return QVariant(QGuiApplication::isRightToLeft() ? u"rtl"_s : u"ltr"_s); } },
-        { u"IconThemePath"_s, [] { return QVariant(QStringList()); } },
-    };
-}
-
-QVariant defaultProperty(QString const& name)
-{
-    if (name == "type"_L1)
-        return u"standard"_s;
-    if (name == "label"_L1)
-        return QString();
-    if (name == "enabled"_L1 || name == "visible"_L1)
-        return true;
-    return {};
-}
-
-} // namespace
-
 DBusMenu::DBusMenu(QDBusConnection connection)
-    : connection_(std::move(connection))
 {
-    registerTrayTypes();
-    connection_.registerVirtualObject(QString::fromLatin1(objectPath), this);
-}
-
-DBusMenu::~DBusMenu()
-{
-    connection_.unregisterObject(QString::fromLatin1(objectPath));
+    qDBusRegisterMetaType<MenuLayout>();
+    qDBusRegisterMetaType<MenuRowProperties>();
+    qDBusRegisterMetaType<QList<MenuRowProperties>>();
+    qDBusRegisterMetaType<MenuRowRemovals>();
+    qDBusRegisterMetaType<QList<MenuRowRemovals>>();
+    qDBusRegisterMetaType<MenuEvent>();
+    qDBusRegisterMetaType<QList<MenuEvent>>();
+    qDBusRegisterMetaType<QList<QStringList>>();
+    connection.registerObject(
+        QString::fromLatin1(objectPath), this, QDBusConnection::ExportAllContents);
 }
 
 void DBusMenu::setMenu(std::shared_ptr<Menu const> menu)
 {
-    std::vector<ChangedRow> changed;
-    if (export_.setMenu(std::move(menu), changed) == MenuExport::Change::None)
+    auto const changes = export_.setMenu(std::move(menu));
+    if (!changes)
         return;
-    if (!changed.empty())
-        emitPropertiesUpdated(changed);
-    emitSignal(u"LayoutUpdated"_s, { export_.revision(), MenuExport::rootId });
+    if (!changes->updated.isEmpty())
+        Q_EMIT ItemsPropertiesUpdated(changes->updated, changes->removed);
+    Q_EMIT LayoutUpdated(export_.revision(), MenuExport::rootId);
 }
 
-bool DBusMenu::handleMessage(QDBusMessage const& message, QDBusConnection const& connection)
+uint DBusMenu::GetLayout(int parentId, int depth, QStringList const& names, MenuLayout& layout)
 {
-    return answer(message, connection, [this](auto const& call) { return reply(call); });
+    if (auto const* row = rowOrError(parentId))
+        layout = layoutOf(*row, depth, names);
+    return export_.revision();
 }
 
-QString DBusMenu::introspect(QString const& /*path*/) const
+QList<MenuRowProperties> DBusMenu::GetGroupProperties(
+    QList<int> const& ids, QStringList const& names)
 {
-    return uR"xml(<interface name="com.canonical.dbusmenu">
-<property name="Version" type="u" access="read"/>
-<property name="TextDirection" type="s" access="read"/>
-<property name="Status" type="s" access="read"/>
-<property name="IconThemePath" type="as" access="read"/>
-<method name="GetLayout"><arg type="i" direction="in"/><arg type="i" direction="in"/><arg type="as" direction="in"/><arg type="u" direction="out"/><arg type="(ia{sv}av)" direction="out"/></method>
-<method name="GetGroupProperties"><arg type="ai" direction="in"/><arg type="as" direction="in"/><arg type="a(ia{sv})" direction="out"/></method>
-<method name="GetProperty"><arg type="i" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="out"/></method>
-<method name="Event"><arg type="i" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="in"/><arg type="u" direction="in"/></method>
-<method name="EventGroup"><arg type="a(isvu)" direction="in"/><arg type="ai" direction="out"/></method>
-<method name="AboutToShow"><arg type="i" direction="in"/><arg type="b" direction="out"/></method>
-<method name="AboutToShowGroup"><arg type="ai" direction="in"/><arg type="ai" direction="out"/><arg type="ai" direction="out"/></method>
-<signal name="ItemsPropertiesUpdated"><arg type="a(ia{sv})"/><arg type="a(ias)"/></signal>
-<signal name="LayoutUpdated"><arg type="u"/><arg type="i"/></signal>
-<signal name="ItemActivationRequested"><arg type="i"/><arg type="u"/></signal>
-</interface>
-)xml"_s;
-}
-
-QDBusMessage DBusMenu::reply(QDBusMessage const& call)
-{
-    using Method = QDBusMessage (DBusMenu::*)(QDBusMessage const&);
-    struct Entry {
-        QLatin1StringView name;
-        QLatin1StringView signature;
-        Method method;
-    };
-    static constexpr Entry entries[] = {
-        { "GetLayout"_L1, "iias"_L1, &DBusMenu::layoutReply },
-        { "GetGroupProperties"_L1, "aias"_L1, &DBusMenu::groupPropertiesReply },
-        { "GetProperty"_L1, "is"_L1, &DBusMenu::propertyOfRowReply },
-        { "Event"_L1, "isvu"_L1, &DBusMenu::eventReply },
-        { "EventGroup"_L1, "a(isvu)"_L1, &DBusMenu::eventGroupReply },
-        { "AboutToShow"_L1, "i"_L1, &DBusMenu::aboutToShowReply },
-        { "AboutToShowGroup"_L1, "ai"_L1, &DBusMenu::aboutToShowGroupReply },
-    };
-    if (auto const answer = propertyReply(call, menuInterface, readableProperties()))
-        return *answer;
-    // A call may leave the interface out.
-    if (call.interface().isEmpty() || call.interface() == menuInterface) {
-        for (auto const& entry : entries) {
-            if (call.member() == entry.name && call.signature() == entry.signature)
-                return (this->*entry.method)(call);
-        }
-    }
-    return invalidCallReply(call);
-}
-
-QDBusMessage DBusMenu::layoutReply(QDBusMessage const& call)
-{
-    auto const arguments = call.arguments();
-    auto const* row = export_.row(arguments.at(0).toInt());
-    if (row == nullptr)
-        return unknownRowReply(call);
-    auto const answer = layout(*row, arguments.at(1).toInt(), arguments.at(2).toStringList());
-    return call.createReply({ export_.revision(), QVariant::fromValue(answer) });
-}
-
-QDBusMessage DBusMenu::groupPropertiesReply(QDBusMessage const& call)
-{
-    auto const arguments = call.arguments();
-    auto const asked = qdbus_cast<QList<int>>(arguments.at(0));
-    auto const names = arguments.at(1).toStringList();
-    auto const ids = asked.isEmpty() ? export_.ids() : std::vector<int>(asked.begin(), asked.end());
+    // Each row once, however often it is asked for: an answer beyond 128 MiB ends the connection.
+    QSet<int> const asked(ids.begin(), ids.end());
     QList<MenuRowProperties> rows;
-    for (auto const id : ids) {
-        if (auto const* row = export_.row(id))
-            rows << MenuRowProperties { id, export_.properties(*row, names) };
+    for (auto const& [id, row] : export_.rows()) {
+        if (asked.isEmpty() || asked.contains(id))
+            rows << MenuRowProperties { id, export_.properties(row, names) };
     }
-    return call.createReply(QVariant::fromValue(rows));
+    return rows;
 }
 
-QDBusMessage DBusMenu::propertyOfRowReply(QDBusMessage const& call)
+QDBusVariant DBusMenu::GetProperty(int id, QString const& name)
 {
-    auto const arguments = call.arguments();
-    auto const* row = export_.row(arguments.at(0).toInt());
+    static QVariantMap const defaults { { u"type"_s, u"standard"_s }, { u"label"_s, QString() },
+        { u"enabled"_s, true }, { u"visible"_s, true } };
+    auto const* row = rowOrError(id);
     if (row == nullptr)
-        return unknownRowReply(call);
-    auto const name = arguments.at(1).toString();
-    auto const value = export_.properties(*row, { name }).value(name, defaultProperty(name));
+        return {};
+    auto const value = export_.properties(*row, { name }).value(name, defaults.value(name));
     if (!value.isValid())
-        return call.createErrorReply(QDBusError::UnknownProperty, "No such property: "_L1 + name);
-    return call.createReply(QVariant::fromValue(QDBusVariant(value)));
+        sendErrorReply(QDBusError::UnknownProperty, "No such property: "_L1 + name);
+    return QDBusVariant(value);
 }
 
-QDBusMessage DBusMenu::eventReply(QDBusMessage const& call)
+void DBusMenu::Event(int id, QString const& name, QDBusVariant const& /*data*/, uint timestamp)
 {
-    auto const arguments = call.arguments();
-    auto const recognition = handleEvent(
-        arguments.at(0).toInt(), arguments.at(1).toString(), arguments.at(3).toUInt());
-    return recognition == Recognition::Known ? call.createReply() : unknownRowReply(call);
+    if (auto const* row = rowOrError(id))
+        handleEvent(*row, name, timestamp);
 }
 
-QDBusMessage DBusMenu::eventGroupReply(QDBusMessage const& call)
+QList<int> DBusMenu::EventGroup(QList<MenuEvent> const& events)
 {
-    auto const events = call.arguments().at(0).value<QDBusArgument>();
-    QList<int> unknown;
-    auto hasKnown = false;
-    events.beginArray();
-    while (!events.atEnd()) {
-        int id = 0;
-        QString event;
-        QDBusVariant data;
-        uint timestamp = 0;
-        events.beginStructure();
-        events >> id >> event >> data >> timestamp;
-        events.endStructure();
-        if (handleEvent(id, event, timestamp) == Recognition::Known)
-            hasKnown = true;
-        else
-            unknown << id;
+    std::set<std::pair<int, QString>> handled;
+    QSet<int> knownIds;
+    QSet<int> unknownIds;
+    for (auto const& event : events) {
+        if (!handled.emplace(event.id, event.name).second)
+            continue;
+        auto const* row = export_.row(event.id);
+        (row ? knownIds : unknownIds) << event.id;
+        if (row != nullptr)
+            handleEvent(*row, event.name, event.timestamp);
     }
-    events.endArray();
-    if (!hasKnown && !unknown.isEmpty())
-        return unknownRowReply(call);
-    return call.createReply(QVariant::fromValue(unknown));
+    if (knownIds.isEmpty() && !unknownIds.isEmpty())
+        sendUnknownRow();
+    return unknownIds.values();
 }
 
-QDBusMessage DBusMenu::aboutToShowReply(QDBusMessage const& call)
+bool DBusMenu::AboutToShow(int id)
 {
-    auto const id = call.arguments().at(0).toInt();
-    if (export_.row(id) == nullptr)
-        return unknownRowReply(call);
-    opened(id);
-    return call.createReply(false);
+    if (rowOrError(id) != nullptr)
+        opened(id);
+    return false;
 }
 
-QDBusMessage DBusMenu::aboutToShowGroupReply(QDBusMessage const& call)
+QList<int> DBusMenu::AboutToShowGroup(QList<int> const& ids, QList<int>& unknownIds)
 {
-    QList<int> unknown;
-    auto const ids = qdbus_cast<QList<int>>(call.arguments().at(0));
-    for (auto const id : ids) {
+    QSet<int> const asked(ids.begin(), ids.end());
+    for (auto const id : asked) {
         if (export_.row(id) == nullptr)
-            unknown << id;
+            unknownIds << id;
         else
             opened(id);
     }
-    if (!ids.isEmpty() && unknown.size() == ids.size())
-        return unknownRowReply(call);
-    return call.createReply({ QVariant::fromValue(QList<int>()), QVariant::fromValue(unknown) });
+    if (!asked.isEmpty() && unknownIds.size() == asked.size())
+        sendUnknownRow();
+    return {};
 }
 
-MenuLayout DBusMenu::layout(MenuExport::Row const& row, int depth, QStringList const& names)
+QString DBusMenu::textDirection()
 {
-    MenuLayout result { row.id, export_.properties(row, names), {} };
-    if (depth == 0)
-        return result;
-    result.children.reserve(static_cast<qsizetype>(row.children.size()));
-    // Any depth below zero asks for everything.
-    auto const depthLeft = depth < 0 ? depth : depth - 1;
-    for (auto const id : row.children)
-        result.children << layout(*export_.row(id), depthLeft, names);
-    return result;
+    return QGuiApplication::isRightToLeft() ? u"rtl"_s : u"ltr"_s;
 }
 
-DBusMenu::Recognition DBusMenu::handleEvent(int id, QString const& event, uint timestamp)
+MenuExport::Row const* DBusMenu::rowOrError(int id)
 {
     auto const* row = export_.row(id);
     if (row == nullptr)
-        return Recognition::Unknown;
-    if (event == "opened"_L1)
-        opened(id);
-    if (event != "clicked"_L1 || row->item == nullptr)
-        return Recognition::Known;
-    if (timestamp != 0)
-        setUserTime(timestamp);
+        sendUnknownRow();
+    return row;
+}
+
+void DBusMenu::sendUnknownRow()
+{
+    sendErrorReply(QDBusError::InvalidArgs, u"The menu has no such item"_s);
+}
+
+MenuLayout DBusMenu::layoutOf(MenuExport::Row const& row, int depth, QStringList const& names)
+{
+    MenuLayout layout { row.id, export_.properties(row, names), {} };
+    if (depth == 0)
+        return layout;
+    // Any depth below zero asks for everything.
+    auto const depthLeft = depth < 0 ? depth : depth - 1;
+    for (auto const id : row.children)
+        layout.children << QVariant::fromValue(layoutOf(*export_.row(id), depthLeft, names));
+    return layout;
+}
+
+void DBusMenu::handleEvent(MenuExport::Row const& row, QString const& name, uint timestamp)
+{
+    if (name == "opened"_L1)
+        opened(row.id);
+    if (name != "clicked"_L1 || row.item == nullptr)
+        return;
+    noteUserAction(timestamp != 0 ? timestamp : lastUserAction().time);
     // The host gets its answer first, and the item is a copy: the action may replace the menu.
     QMetaObject::invokeMethod(
-        this, [item = *row->item] { performAction(item); }, Qt::QueuedConnection);
-    return Recognition::Known;
+        this, [item = *row.item] { performAction(item); }, Qt::QueuedConnection);
 }
 
 void DBusMenu::opened(int id)
 {
-    if (id != MenuExport::rootId || !onOpen)
-        return;
     // The host gets its answer first.
-    QMetaObject::invokeMethod(
-        this, [callback = onOpen] { callback(); }, Qt::QueuedConnection);
-}
-
-void DBusMenu::emitSignal(QString const& name, QVariantList const& arguments)
-{
-    auto signal = QDBusMessage::createSignal(QString::fromLatin1(objectPath), menuInterface, name);
-    signal.setArguments(arguments);
-    connection_.send(signal);
-}
-
-void DBusMenu::emitPropertiesUpdated(std::vector<ChangedRow> const& changed)
-{
-    QList<MenuRowProperties> updated;
-    QList<MenuRowRemovals> removed;
-    for (auto const& row : changed) {
-        updated << MenuRowProperties { row.id, row.properties };
-        if (!row.removed.isEmpty())
-            removed << MenuRowRemovals { row.id, row.removed };
-    }
-    emitSignal(u"ItemsPropertiesUpdated"_s,
-        { QVariant::fromValue(updated), QVariant::fromValue(removed) });
+    if (id == MenuExport::rootId && onOpen)
+        QMetaObject::invokeMethod(this, onOpen, Qt::QueuedConnection);
 }
 
 } // namespace quillbar::platform

@@ -118,42 +118,33 @@ bool isSameMenu(Menu const& left, Menu const& right)
     return std::ranges::equal(left.items, right.items, isSameItem);
 }
 
-MenuExport::Change MenuExport::setMenu(
-    std::shared_ptr<Menu const> menu, std::vector<ChangedRow>& changed)
+std::optional<MenuChanges> MenuExport::setMenu(std::shared_ptr<Menu const> menu)
 {
     auto const isSame = isSameMenu(*menu_, *menu);
     // The rows point into the menu, so it lives until they are made anew.
     auto const oldMenu = std::exchange(menu_, std::move(menu));
-    if (!isSame)
-        ++revision_;
-    if (!isBuilt_)
-        return isSame ? Change::None : Change::Layout;
-    auto const oldRows = std::move(rows_);
-    auto const oldPositions = std::move(positions_);
-    buildRows();
+    auto const oldRows = std::exchange(rows_, {});
+    auto changes = oldRows.empty() ? MenuChanges {} : changesSince(oldRows);
     if (isSame)
-        return Change::None;
-    changed = changedRows(oldRows, oldPositions);
-    return Change::Layout;
+        return std::nullopt;
+    ++revision_;
+    return changes;
+}
+
+std::map<int, MenuExport::Row> const& MenuExport::rows()
+{
+    if (rows_.empty()) {
+        IdsByName ids;
+        rows_[rootId].children = appendRows(menu_->items, rootId, ids);
+        idsByName_ = std::move(ids);
+    }
+    return rows_;
 }
 
 MenuExport::Row const* MenuExport::row(int id)
 {
-    if (!isBuilt_)
-        buildRows();
-    auto const found = positions_.find(id);
-    return found == positions_.end() ? nullptr : &rows_[found->second];
-}
-
-std::vector<int> MenuExport::ids()
-{
-    if (!isBuilt_)
-        buildRows();
-    std::vector<int> ids;
-    ids.reserve(rows_.size());
-    for (auto const& row : rows_)
-        ids.push_back(row.id);
-    return ids;
+    auto const found = rows().find(id);
+    return found == rows_.end() ? nullptr : &found->second;
 }
 
 QVariantMap MenuExport::properties(Row const& row, QStringList const& names)
@@ -180,22 +171,8 @@ QVariantMap MenuExport::properties(Row const& row, QStringList const& names)
     if (!row.item->keyEquivalent.key.empty())
         add(u"shortcut"_s, QList<QStringList> { exportedShortcut(row.item->keyEquivalent) });
     if (row.item->image && isWanted(u"icon-data"_s))
-        result.insert(u"icon-data"_s, icon(*row.item->image));
+        result.insert(u"icon-data"_s, icons_.get(*row.item->image, pngOf));
     return result;
-}
-
-void MenuExport::buildRows()
-{
-    isBuilt_ = true;
-    rows_.clear();
-    positions_.clear();
-    rows_.emplace_back().id = rootId;
-    IdsByName ids;
-    auto children = appendRows(menu_->items, rootId, ids);
-    rows_.front().children = std::move(children);
-    idsByName_ = std::move(ids);
-    for (std::size_t i = 0; i < rows_.size(); ++i)
-        positions_.emplace(rows_[i].id, i);
 }
 
 std::vector<int> MenuExport::appendRows(
@@ -211,38 +188,30 @@ std::vector<int> MenuExport::appendRows(
         auto const id = isKnown ? old->second[sameName.size()] : nextId_++;
         sameName.push_back(id);
         children.push_back(id);
-        auto const position = rows_.size();
-        rows_.push_back({ .id = id, .item = &item, .children = {} });
-        if (!item.submenu.empty())
-            rows_[position].children = appendRows(item.submenu, id, ids);
+        auto childrenOfRow = appendRows(item.submenu, id, ids);
+        rows_[id] = { .id = id, .item = &item, .children = std::move(childrenOfRow) };
     }
     return children;
 }
 
-std::vector<ChangedRow> MenuExport::changedRows(
-    std::vector<Row> const& oldRows, std::unordered_map<int, std::size_t> const& oldPositions)
+MenuChanges MenuExport::changesSince(std::map<int, Row> const& oldRows)
 {
-    std::vector<ChangedRow> changed;
-    for (auto const& row : rows_) {
-        auto const old = oldPositions.find(row.id);
-        if (old == oldPositions.end() || row.item == nullptr)
+    MenuChanges changes;
+    for (auto const& [id, row] : rows()) {
+        auto const old = oldRows.find(id);
+        if (old == oldRows.end() || row.item == nullptr || isSameItem(*row.item, *old->second.item))
             continue;
-        auto const& oldRow = oldRows[old->second];
-        if (isSameItem(*row.item, *oldRow.item))
-            continue;
-        ChangedRow change { .id = row.id, .properties = properties(row), .removed = {} };
-        for (auto const& name : properties(oldRow).keys()) {
-            if (!change.properties.contains(name))
-                change.removed << name;
+        auto const now = properties(row);
+        QStringList removed;
+        for (auto const& name : properties(old->second).keys()) {
+            if (!now.contains(name))
+                removed << name;
         }
-        changed.push_back(std::move(change));
+        changes.updated << MenuRowProperties { id, now };
+        if (!removed.isEmpty())
+            changes.removed << MenuRowRemovals { id, removed };
     }
-    return changed;
-}
-
-QByteArray const& MenuExport::icon(Image const& image)
-{
-    return icons_.get(image, pngOf);
+    return changes;
 }
 
 } // namespace quillbar::platform

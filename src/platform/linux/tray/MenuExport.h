@@ -9,10 +9,11 @@
 #include <QStringList>
 #include <QVariantMap>
 
-#include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -28,11 +29,25 @@ namespace quillbar::platform {
 /// Whether two menus look the same to a host; what their actions do is not compared.
 [[nodiscard]] bool isSameMenu(Menu const& left, Menu const& right);
 
-/// A row that is in the menu before and after a change and looks different.
-struct ChangedRow {
+struct MenuRowProperties {
     int id = 0;
     QVariantMap properties;
-    QStringList removed;
+
+    static auto fields(auto& self) { return std::tie(self.id, self.properties); }
+};
+
+struct MenuRowRemovals {
+    int id = 0;
+    QStringList names;
+
+    static auto fields(auto& self) { return std::tie(self.id, self.names); }
+};
+
+/// The rows that are in the menu before and after a change and look different: all properties that
+/// they have now, and the names of those that they had.
+struct MenuChanges {
+    QList<MenuRowProperties> updated;
+    QList<MenuRowRemovals> removed;
 };
 
 /// A menu as rows with ids, the way hosts on the bus see it. A row keeps its id as long as the menu
@@ -49,35 +64,29 @@ public:
 
     static constexpr int rootId = 0;
 
-    enum class Change { None, Layout };
-
-    /// Adds the rows that look different to `changed`, if a host has read the menu before.
-    Change setMenu(std::shared_ptr<Menu const> menu, std::vector<ChangedRow>& changed);
+    /// Nothing when the menu looks as before; no rows when no host has read it.
+    std::optional<MenuChanges> setMenu(std::shared_ptr<Menu const> menu);
 
     /// Counts the menus that looked different from the one before.
     [[nodiscard]] unsigned revision() const { return revision_; }
     /// Null when no row has that id. Valid until the next setMenu().
     [[nodiscard]] Row const* row(int id);
-    /// All ids, the root's first.
-    [[nodiscard]] std::vector<int> ids();
+    /// All rows by id, the root first.
+    [[nodiscard]] std::map<int, Row> const& rows();
     /// The properties that differ from their defaults; an empty list of names asks for all.
     [[nodiscard]] QVariantMap properties(Row const& row, QStringList const& names = {});
 
 private:
     using IdsByName = std::unordered_map<std::string, std::vector<int>>;
 
-    void buildRows();
     std::vector<int> appendRows(std::vector<MenuItem> const& items, int parent, IdsByName& ids);
-    std::vector<ChangedRow> changedRows(
-        std::vector<Row> const& oldRows, std::unordered_map<int, std::size_t> const& oldPositions);
-    QByteArray const& icon(Image const& image);
+    MenuChanges changesSince(std::map<int, Row> const& oldRows);
 
     std::shared_ptr<Menu const> menu_ = std::make_shared<Menu const>();
     unsigned revision_ = 1;
     int nextId_ = rootId + 1;
-    bool isBuilt_ = false;
-    std::vector<Row> rows_;
-    std::unordered_map<int, std::size_t> positions_;
+    /// Empty until a host asks.
+    std::map<int, Row> rows_;
     IdsByName idsByName_;
     ImageCache<QByteArray> icons_;
 };

@@ -79,7 +79,7 @@ void NativeStatusItem::syncFace()
 {
     if (auto toolTip = toQString(item_.button().toolTip()); toolTip != toolTip_) {
         toolTip_ = std::move(toolTip);
-        notifier_.emitNewToolTip();
+        Q_EMIT notifier_.NewToolTip();
         legacyTray_.update();
     }
     auto const look = wantedLook();
@@ -135,7 +135,7 @@ void NativeStatusItem::show(IconLook const& look)
     if (look != look_) {
         look_ = look;
         hold_.start();
-        notifier_.emitNewIcon();
+        Q_EMIT notifier_.NewIcon();
     }
     legacyTray_.update();
 }

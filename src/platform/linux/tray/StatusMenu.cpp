@@ -1,6 +1,6 @@
 #include "platform/linux/tray/StatusMenu.h"
 
-#include "platform/linux/UserTime.h"
+#include "platform/linux/UserAction.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/tray/MenuKeys.h"
@@ -95,7 +95,7 @@ void StatusMenu::keyPressEvent(QKeyEvent* event)
     // QMenu takes the Alt that begins a combination for the wish to close it.
     if (isModifier(event->key()))
         return;
-    setUserTime(static_cast<std::uint32_t>(event->timestamp()));
+    noteUserAction(static_cast<std::uint32_t>(event->timestamp()));
     auto const found = std::ranges::find_if(menu_->items, [event](MenuItem const& item) {
         return isChoosable(item) && isKeyEquivalent(*event, item.keyEquivalent);
     });
@@ -113,7 +113,7 @@ void StatusMenu::keyPressEvent(QKeyEvent* event)
 
 void StatusMenu::mouseReleaseEvent(QMouseEvent* event)
 {
-    setUserTime(static_cast<std::uint32_t>(event->timestamp()));
+    noteUserAction(static_cast<std::uint32_t>(event->timestamp()));
     QMenu::mouseReleaseEvent(event);
 }
 

@@ -1,16 +1,39 @@
 #pragma once
 
-#include "platform/linux/tray/DBusTypes.h"
-#include "platform/linux/tray/PropertyReply.h"
+#include "platform/linux/tray/DBusStruct.h"
 
+#include <QByteArray>
 #include <QDBusConnection>
-#include <QDBusVirtualObject>
+#include <QDBusContext>
+#include <QDBusObjectPath>
+#include <QList>
+#include <QObject>
 #include <QString>
 
 #include <functional>
-#include <vector>
 
 namespace quillbar::platform {
+
+/// One size of an icon: pixels of alpha, red, green, blue in this order of bytes.
+struct IconPixmap {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+
+    static auto fields(auto& self) { return std::tie(self.width, self.height, self.pixels); }
+};
+
+struct ToolTip {
+    QString iconName;
+    QList<IconPixmap> iconPixmap;
+    QString title;
+    QString text;
+
+    static auto fields(auto& self)
+    {
+        return std::tie(self.iconName, self.iconPixmap, self.title, self.text);
+    }
+};
 
 /// Who renders the menu on a left click.
 enum class MenuOwner { Program, Host };
@@ -29,32 +52,53 @@ struct StatusNotifierFace {
 };
 
 /// The status item on the bus (org.kde.StatusNotifierItem). Main thread.
-class StatusNotifierItem : public QDBusVirtualObject {
+class StatusNotifierItem : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category MEMBER category_ CONSTANT)
+    Q_PROPERTY(QString Id MEMBER id_ CONSTANT)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status MEMBER status_ CONSTANT)
+    Q_PROPERTY(int WindowId MEMBER windowId_ CONSTANT)
+    Q_PROPERTY(QString IconName READ iconName)
+    Q_PROPERTY(QString IconThemePath READ iconThemePath)
+    Q_PROPERTY(QList<IconPixmap> IconPixmap READ iconPixmap)
+    Q_PROPERTY(ToolTip ToolTip READ toolTip)
+    Q_PROPERTY(bool ItemIsMenu MEMBER itemIsMenu_ CONSTANT)
+    Q_PROPERTY(QDBusObjectPath Menu MEMBER menu_ CONSTANT)
+
 public:
-    static constexpr auto objectPath = "/StatusNotifierItem";
-
     StatusNotifierItem(QDBusConnection connection, StatusNotifierFace face, MenuOwner menuOwner);
-    StatusNotifierItem(StatusNotifierItem const&) = delete;
-    StatusNotifierItem& operator=(StatusNotifierItem const&) = delete;
-    ~StatusNotifierItem() override;
 
-    void emitNewIcon();
-    void emitNewToolTip();
+    // The names are the interface's.
+    // NOLINTBEGIN(readability-identifier-naming)
+public Q_SLOTS:
+    void Activate(int x, int y);
+    void ContextMenu(int x, int y);
+    void SecondaryActivate(int /*x*/, int /*y*/) { }
+    void Scroll(int /*delta*/, QString const& /*orientation*/) { }
+    void ProvideXdgActivationToken(QString const& token);
 
-    bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
-    [[nodiscard]] QString introspect(QString const& path) const override;
+Q_SIGNALS:
+    void NewIcon();
+    void NewToolTip();
+    // NOLINTEND(readability-identifier-naming)
 
 private:
-    [[nodiscard]] std::vector<ReadableProperty> properties() const;
-    QDBusMessage reply(QDBusMessage const& call);
-    QDBusMessage activateReply(QDBusMessage const& call);
-    QDBusMessage contextMenuReply(QDBusMessage const& call);
+    [[nodiscard]] QString title() const { return face_.title(); }
+    [[nodiscard]] QString iconName() const { return face_.iconName(); }
+    [[nodiscard]] QString iconThemePath() const { return face_.iconThemePath(); }
+    [[nodiscard]] QList<IconPixmap> iconPixmap() const { return face_.iconPixmap(); }
+    [[nodiscard]] ToolTip toolTip() const { return { {}, {}, face_.toolTip(), {} }; }
     void callLater(std::function<void()> const& callback);
-    void emitSignal(QString const& name);
 
-    QDBusConnection connection_;
     StatusNotifierFace face_;
-    MenuOwner menuOwner_;
+    QString const category_ = QStringLiteral("ApplicationStatus");
+    QString const id_ = QStringLiteral("quillbar");
+    QString const status_ = QStringLiteral("Active");
+    int const windowId_ = 0;
+    bool const itemIsMenu_;
+    QDBusObjectPath const menu_;
 };
 
 } // namespace quillbar::platform

@@ -1,5 +1,3 @@
-#include "platform/linux/views/Accessibility.h"
-
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/WindowPeer.h"

@@ -1,33 +1,26 @@
 #pragma once
 
-#include <QObject>
+#include "platform/KeyMonitor.h"
+
+#include <QKeyEvent>
 
 #include <optional>
 
-class QKeyEvent;
-class QWidget;
-
 namespace quillbar::platform {
 
-/// Sees every key press of the application before the widgets do, notes the mouse, and tells the
-/// portable windows which view has the keyboard.
-class KeyFilter final : public QObject {
-public:
-    /// Once is enough; lives as long as the application.
-    static void install();
+/// Has every key press of the application pass through the monitors and the portable windows
+/// before a widget gets it. Once is enough; lasts as long as the application.
+void installKeyFilter();
 
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    explicit KeyFilter(QObject* application);
-
-    [[nodiscard]] bool keyPressed(QWidget& target, QKeyEvent const& event);
-    [[nodiscard]] bool hasClosedPopUp(QEvent const& event);
-
-    /// When the key went down that an open pop-up was offered.
-    std::optional<quint64> popUpKeyTime_;
-    /// The key of the last press if that was recorded: its repeats do nothing.
-    quint32 recordedScanCode_ = 0;
+enum class KeyMeaning : std::uint8_t {
+    /// The physical key, as hotkeys are stored.
+    Place,
+    /// What the layout makes of the key, where windows answer to that.
+    Layout,
 };
+
+/// The press as the portable side sees it; nothing for a modifier key, which is no press of its
+/// own, and for a key without a key code.
+[[nodiscard]] std::optional<KeyEvent> translateKey(QKeyEvent const& event, KeyMeaning meaning);
 
 } // namespace quillbar::platform

@@ -5,9 +5,7 @@
 #include <QWindow>
 
 #include <algorithm>
-#ifdef __GLIBC__
 #include <malloc.h>
-#endif
 
 namespace quillbar::platform {
 
@@ -15,9 +13,8 @@ namespace {
 
 bool isAnyWindowShown()
 {
-    auto const windows = QGuiApplication::topLevelWindows();
-    return std::any_of(
-        windows.begin(), windows.end(), [](auto* window) { return window->isVisible(); });
+    return std::ranges::any_of(
+        QGuiApplication::topLevelWindows(), [](auto* window) { return window->isVisible(); });
 }
 
 } // namespace
@@ -25,9 +22,7 @@ bool isAnyWindowShown()
 // Only the first heap is ever given back whole.
 void useOneHeap()
 {
-#ifdef __GLIBC__
     ::mallopt(M_ARENA_MAX, 1);
-#endif
 }
 
 // Controls and icons are kept under names that hold their palette or picture, which every window
@@ -41,9 +36,7 @@ void giveBackMemory()
 {
     if (isAnyWindowShown())
         return;
-#ifdef __GLIBC__
     ::malloc_trim(0);
-#endif
 }
 
 } // namespace quillbar::platform

@@ -2,8 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/views/WindowPeer.h"
-#include "platform/view/Button.h"
-#include "platform/view/TableView.h"
+#include "platform/view/Control.h"
 
 #include <QTextDocument>
 
@@ -12,11 +11,6 @@
 namespace quillbar::platform {
 
 namespace {
-
-QWidget& parentFor(View const& view)
-{
-    return view.superview() ? view.superview()->native()->host() : *view.window()->native();
-}
 
 QRect placeOf(View const& view)
 {
@@ -57,43 +51,6 @@ void syncCommon(View const& view, QWidget& widget)
     update(widget, view.isHidden(), &QWidget::isHidden, &QWidget::setHidden);
 }
 
-class ContainerPeer final : public Peer<QWidget, View> {
-public:
-    using Peer::Peer;
-
-    // A container draws nothing itself.
-    void sync() override { }
-};
-
-NativeView* makePeer(View& view, QWidget& parent)
-{
-    switch (view.kind()) {
-    case ViewKind::View:
-        return makeContainerPeer(view, parent);
-    case ViewKind::Label:
-        return makeLabelPeer(view, parent);
-    case ViewKind::Button:
-        return static_cast<Button&>(view).style() == ButtonStyle::CheckBox
-            ? makeCheckBoxPeer(view, parent)
-            : makeButtonPeer(view, parent);
-    case ViewKind::PopUpButton:
-        return makePopUpPeer(view, parent);
-    case ViewKind::TextField:
-        return makeTextFieldPeer(view, parent);
-    case ViewKind::ImageView:
-        return makeImagePeer(view, parent);
-    case ViewKind::Separator:
-        return makeSeparatorPeer(view, parent);
-    case ViewKind::ScrollView:
-        return makeScrollPeer(view, parent);
-    case ViewKind::TableView:
-        return makeTablePeer(view, parent);
-    case ViewKind::EffectView:
-        return makeEffectPeer(view, parent);
-    }
-    return nullptr;
-}
-
 } // namespace
 
 QRect roundedRect(Rect const& rect)
@@ -111,16 +68,6 @@ QString plainToolTip(QString const& text)
 NativeView* nativeViewOf(QWidget* widget)
 {
     return dynamic_cast<NativeView*>(widget);
-}
-
-NativeView* makeContainerPeer(View& view, QWidget& parent)
-{
-    return new ContainerPeer(view, parent);
-}
-
-NativeView* createNativeView(View& view)
-{
-    return makePeer(view, parentFor(view));
 }
 
 void syncView(View const& view)

@@ -23,7 +23,7 @@ struct NativeView {
     /// Brings over what is particular to the kind.
     virtual void sync() { widget().update(); }
 
-    /// Null once the view is gone.
+    /// Null once the view is gone; the widget is hidden then and paints no more.
     View* portable;
 };
 
@@ -51,16 +51,9 @@ protected:
 /// Qt would render a tool tip that looks like markup as such.
 [[nodiscard]] QString plainToolTip(QString const& text);
 
-[[nodiscard]] NativeView* makeContainerPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeLabelPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeButtonPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeCheckBoxPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makePopUpPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeTextFieldPeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeImagePeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeSeparatorPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeScrollPeer(View& view, QWidget& parent);
 [[nodiscard]] NativeView* makeTablePeer(View& view, QWidget& parent);
-[[nodiscard]] NativeView* makeEffectPeer(View& view, QWidget& parent);
 
 } // namespace quillbar::platform

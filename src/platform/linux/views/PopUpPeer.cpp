@@ -96,8 +96,6 @@ protected:
 
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         QStyleOptionComboBox option;
         initStyleOption(&option);

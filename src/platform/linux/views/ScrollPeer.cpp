@@ -145,8 +145,6 @@ protected:
 
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         if (portableView()->drawsBackground())
             painter.fillRect(rect(), palette().color(QPalette::Base));

@@ -4,18 +4,94 @@
 #include "platform/linux/views/WindowPeer.h"
 #include "platform/view/EffectView.h"
 #include "platform/view/ImageView.h"
+#include "platform/view/Label.h"
 #include "platform/view/Separator.h"
 #include "platform/view/TextField.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QToolTip>
 
 #include <algorithm>
 
 namespace quillbar::platform {
 
 namespace {
+
+QWidget& parentFor(View const& view)
+{
+    return view.superview() ? view.superview()->native()->host() : *view.window()->native();
+}
+
+class ContainerPeer final : public Peer<QWidget, View> {
+public:
+    using Peer::Peer;
+
+    // A container draws nothing itself.
+    void sync() override { }
+};
+
+int horizontalFlag(TextAlignment alignment)
+{
+    switch (alignment) {
+    case TextAlignment::Left:
+        return Qt::AlignLeft;
+    case TextAlignment::Center:
+        return Qt::AlignHCenter;
+    case TextAlignment::Right:
+        return Qt::AlignRight;
+    }
+    return Qt::AlignLeft;
+}
+
+/// A text; one that is cut shows its whole in a tool tip, unless the view has its own.
+class LabelPeer final : public Peer<QWidget, Label> {
+public:
+    using Peer::Peer;
+
+    void sync() override
+    {
+        text_ = toQString(portableView()->text());
+        auto font = toQFont(portableView()->font());
+        double const width = QFontMetricsF(font).horizontalAdvance(text_);
+        double const room = portable->frame().width;
+        if (portableView()->lineBreak() == LineBreak::Tighten && width > room)
+            font.setLetterSpacing(QFont::PercentageSpacing, 100 * (room - 1) / width);
+        setFont(font);
+        update();
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || !isCut())
+            return QWidget::event(event);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(text_), this);
+        return true;
+    }
+
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(textColor(*portable, portableView()->color(), palette()));
+        int const alignment = horizontalFlag(portableView()->alignment());
+        if (portableView()->lineBreak() == LineBreak::WordWrap)
+            painter.drawText(rect(), alignment | Qt::AlignTop | Qt::TextWordWrap, text_);
+        else
+            drawLine(painter, rect(), alignment, text_);
+    }
+
+private:
+    [[nodiscard]] bool isCut() const
+    {
+        return portable && portableView()->lineBreak() == LineBreak::TruncateTail
+            && fontMetrics().horizontalAdvance(text_) > width();
+    }
+
+    QString text_;
+};
 
 class ImagePeer final : public Peer<QWidget, ImageView> {
 public:
@@ -30,7 +106,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable || !portableView()->image())
+        if (!portableView()->image())
             return;
         QPainter painter(this);
         auto const tint = portableView()->contentTintColor().value_or(SystemColor::Label);
@@ -74,8 +150,6 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        if (!portable)
-            return;
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.fillPath(outline(0), palette().color(QPalette::Window));
@@ -136,24 +210,32 @@ public:
 
 } // namespace
 
-NativeView* makeImagePeer(View& view, QWidget& parent)
+NativeView* createNativeView(View& view)
 {
-    return new ImagePeer(view, parent);
-}
-
-NativeView* makeSeparatorPeer(View& view, QWidget& parent)
-{
-    return new SeparatorPeer(view, parent);
-}
-
-NativeView* makeEffectPeer(View& view, QWidget& parent)
-{
-    return new EffectPeer(view, parent);
-}
-
-NativeView* makeTextFieldPeer(View& view, QWidget& parent)
-{
-    return new TextFieldPeer(view, parent);
+    auto& parent = parentFor(view);
+    switch (view.kind()) {
+    case ViewKind::View:
+        return new ContainerPeer(view, parent);
+    case ViewKind::Label:
+        return new LabelPeer(view, parent);
+    case ViewKind::Button:
+        return makeButtonPeer(view, parent);
+    case ViewKind::PopUpButton:
+        return makePopUpPeer(view, parent);
+    case ViewKind::TextField:
+        return new TextFieldPeer(view, parent);
+    case ViewKind::ImageView:
+        return new ImagePeer(view, parent);
+    case ViewKind::Separator:
+        return new SeparatorPeer(view, parent);
+    case ViewKind::ScrollView:
+        return makeScrollPeer(view, parent);
+    case ViewKind::TableView:
+        return makeTablePeer(view, parent);
+    case ViewKind::EffectView:
+        return new EffectPeer(view, parent);
+    }
+    return nullptr;
 }
 
 } // namespace quillbar::platform

@@ -2,7 +2,6 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/system/WindowActivation.h"
-#include "platform/linux/views/Accessibility.h"
 #include "platform/linux/views/KeyFilter.h"
 #include "platform/linux/views/Memory.h"
 #include "platform/linux/views/NativeView.h"
@@ -43,9 +42,9 @@ Qt::WindowFlags flagsFor(Window const& window)
 
 NativeWindow::NativeWindow(Window& window)
     : QWidget(nullptr, flagsFor(window))
-    , portable_(&window)
+    , portable(&window)
 {
-    KeyFilter::install();
+    installKeyFilter();
     installAccessibility();
     setAttribute(Qt::WA_QuitOnClose, false);
     setFixedSize(
@@ -58,64 +57,16 @@ NativeWindow::NativeWindow(Window& window)
         requestFrameMargins(*this);
 }
 
-void NativeWindow::release()
-{
-    portable_ = nullptr;
-    hide();
-    connect(this, &QObject::destroyed, qApp, giveBackMemory, Qt::QueuedConnection);
-    deleteLater();
-}
-
-void NativeWindow::sync()
-{
-    if (auto const flags = flagsFor(*portable_); flags != windowFlags()) {
-        // Changing the flags hides the window; the next lines show it again.
-        setWindowFlags(flags);
-    }
-    setWindowTitle(toQString(portable_->title()));
-    // Put elsewhere by the window manager first, it would be seen to jump.
-    if (portable_->isVisible() && !isVisible())
-        centerOnScreen();
-    setVisible(portable_->isVisible());
-}
-
-void NativeWindow::centerOnScreen()
-{
-    auto const* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    // A window that is new on the screen is not put elsewhere when its frame is known at last: that
-    // would be seen as a jump.
-    bool const hasFrame = portable_->style() != WindowStyle::Borderless;
-    auto const margins = hasFrame ? frameMargins(*this) : QMargins();
-    auto place = geometry() + margins;
-    auto const available = screen->availableGeometry();
-    place.moveCenter(available.center());
-    // On a screen that is too low the title bar matters more than the end.
-    place.moveTop(std::max(place.top(), available.top()));
-    if (auto const inside = place - margins; inside != geometry())
-        setGeometry(inside);
-}
-
-void NativeWindow::bringForward()
-{
-    isMouseUsed_ = false;
-    if (portable_->canBecomeKeyWindow())
-        platform::activateWindow(*windowHandle());
-    else
-        raise();
-}
-
 void NativeWindow::focus(QWidget& widget)
 {
-    if (!isMouseUsed_)
+    if (!isMouseUsed)
         setAttribute(Qt::WA_KeyboardFocusChange);
     widget.setFocus();
 }
 
 void NativeWindow::noteMouse()
 {
-    isMouseUsed_ = true;
+    isMouseUsed = true;
     setAttribute(Qt::WA_KeyboardFocusChange, false);
     if (auto* const focused = focusWidget())
         focused->update();
@@ -123,7 +74,7 @@ void NativeWindow::noteMouse()
 
 void NativeWindow::setGround(QPainterPath const& ground)
 {
-    if (portable_->background() != WindowBackground::Clear
+    if (portable->background() != WindowBackground::Clear
         || testAttribute(Qt::WA_TranslucentBackground))
         return;
     QBitmap mask(size());
@@ -134,10 +85,10 @@ void NativeWindow::setGround(QPainterPath const& ground)
 
 bool NativeWindow::event(QEvent* event)
 {
-    if (portable_ && event->type() == QEvent::WindowActivate)
-        portable_->userChangedKey(true);
-    if (portable_ && event->type() == QEvent::WindowDeactivate)
-        portable_->userChangedKey(false);
+    if (portable && event->type() == QEvent::WindowActivate)
+        portable->userChangedKey(true);
+    if (portable && event->type() == QEvent::WindowDeactivate)
+        portable->userChangedKey(false);
     bool const result = QWidget::event(event);
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
         syncKeyboardGrab();
@@ -148,13 +99,13 @@ void NativeWindow::closeEvent(QCloseEvent* event)
 {
     // Closing hides the window; Qt must not do more.
     event->ignore();
-    if (portable_)
-        portable_->userClosed();
+    if (portable)
+        portable->userClosed();
 }
 
 void NativeWindow::mousePressEvent(QMouseEvent* event)
 {
-    if (portable_ && portable_->isMovableByBackground() && event->button() == Qt::LeftButton)
+    if (portable && portable->isMovableByBackground() && event->button() == Qt::LeftButton)
         windowHandle()->startSystemMove();
 }
 
@@ -177,12 +128,24 @@ NativeWindow* createNativeWindow(Window& window)
 
 void NativeWindowDeleter::operator()(NativeWindow* native) const
 {
-    native->release();
+    native->portable = nullptr;
+    native->hide();
+    QObject::connect(native, &QObject::destroyed, qApp, giveBackMemory, Qt::QueuedConnection);
+    native->deleteLater();
 }
 
 void syncWindow(Window const& window)
 {
-    window.native()->sync();
+    auto& native = *window.native();
+    if (auto const flags = flagsFor(window); flags != native.windowFlags()) {
+        // Changing the flags hides the window; the next lines show it again.
+        native.setWindowFlags(flags);
+    }
+    native.setWindowTitle(toQString(window.title()));
+    // Put elsewhere by the window manager first, it would be seen to jump.
+    if (window.isVisible() && !native.isVisible())
+        centerNativeWindow(window);
+    native.setVisible(window.isVisible());
 }
 
 void syncFirstResponder(Window const& window)
@@ -194,12 +157,31 @@ void syncFirstResponder(Window const& window)
 
 void centerNativeWindow(Window const& window)
 {
-    window.native()->centerOnScreen();
+    auto& native = *window.native();
+    auto const* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    // A window that is new on the screen is not put elsewhere when its frame is known at last: that
+    // would be seen as a jump.
+    bool const hasFrame = window.style() != WindowStyle::Borderless;
+    auto const margins = hasFrame ? frameMargins(native) : QMargins();
+    auto place = native.geometry() + margins;
+    auto const available = screen->availableGeometry();
+    place.moveCenter(available.center());
+    // On a screen that is too low the title bar matters more than the end.
+    place.moveTop(std::max(place.top(), available.top()));
+    if (auto const inside = place - margins; inside != native.geometry())
+        native.setGeometry(inside);
 }
 
 void raiseNativeWindow(Window const& window)
 {
-    window.native()->bringForward();
+    auto& native = *window.native();
+    native.isMouseUsed = false;
+    if (!window.canBecomeKeyWindow() || hasOrAwaitsFocus(*native.windowHandle()))
+        native.raise();
+    else
+        platform::activateWindow(*native.windowHandle());
 }
 
 // Linux desktops have no such setting.

@@ -11,13 +11,6 @@ namespace quillbar::platform {
 struct NativeWindow final : public QWidget {
     explicit NativeWindow(Window& window);
 
-    /// Null once the window is gone.
-    [[nodiscard]] Window* portable() const { return portable_; }
-    void release();
-
-    void sync();
-    void centerOnScreen();
-    void bringForward();
     /// Gives a widget of the window the keyboard, and shows that unless the person works with the
     /// mouse.
     void focus(QWidget& widget);
@@ -26,18 +19,22 @@ struct NativeWindow final : public QWidget {
     /// The part of a clear window that is not clear; without a compositor all else is cut off.
     void setGround(QPainterPath const& ground);
 
+    /// Null once the window is gone.
+    Window* portable;
+    /// Whether the person works with the mouse.
+    bool isMouseUsed = false;
+
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     bool focusNextPrevChild(bool next) override;
-
-private:
-    Window* portable_;
-    bool isMouseUsed_ = false;
 };
 
 /// The native side of the window that a widget stands in; null for widgets of other kinds.
 [[nodiscard]] NativeWindow* nativeWindowOf(QWidget const* widget);
+
+/// Gives the widgets of views their roles in the accessibility tree. Once is enough.
+void installAccessibility();
 
 } // namespace quillbar::platform

@@ -1,17 +1,17 @@
-"""The monkey: takes steps at random, then rests: everything is put right, and the program must work."""
+"""The monkey: takes steps at random, then rests: everything is put right, the program must work, and
+what it holds is counted."""
 
 import contextlib
 import os
 import random
-import time
 
+import Xlib.ext.res
 from gi.repository import Gio, GLib
 from virtualdesktop import Program, Window, wait_until
 from virtualdesktop.screen import VANISHED
 from Xlib import X
 from Xlib.protocol import event
 
-from .resources import measure
 from .steps import LETTERS, STEPS
 
 # No more than the settings show at once.
@@ -19,27 +19,24 @@ _SCRIPTS = {"Alpha": "", "Beta": "", "C <b>&amp; _c_": "", "Slow": "sleep 1", "B
 _PALETTE_RECORDER, _RECORDER = "Quick open hotkey", "Hotkey for "
 # A combination is grabbed with and without each of two locks.
 _GRABS_EACH = 4
-# Where a menu quits the program, above its lower edge.
-_MENU_END = 90
+# How much more the end of a run may hold: a window that is kept for the next time, with all that
+# belongs to it.
+_ALLOWANCE = {"own memory": 1024, "descriptors": 1, "threads": 1, "x resources": 14}
 
 
 class Monkey:
-    """Uses one program on one desktop; `log` is where every step is written."""
+    """Uses one program on one desktop, and prints every step."""
 
-    def __init__(self, desktop, binary, tool, seed, log):
+    def __init__(self, desktop, binary, tool, seed):
         self.desktop, self.screen = desktop, desktop.screen
         # Windows vanish while they are aimed at.
         self.screen.display.set_error_handler(lambda *_: None)
         self.random = random.Random(seed)
         self.program = Program(desktop, binary, os.path.join(desktop.folder, "monkey"))
-        self.tool = os.path.join(self.program.home, "shortcuts")
-        self.samples, self.count = [], 0
-        self._log, self._real_tool, self._troubles = log, tool, {}
-        self.note(f"seed {seed}")
-
-    def note(self, text):
-        self._log.write(f"{self.count:6} {time.strftime('%H:%M:%S')} {text}\n")
-        self._log.flush()
+        self.tool, self._real_tool = os.path.join(self.program.home, "shortcuts"), tool
+        # What ends each trouble that lasts.
+        self.troubles = {}
+        self._samples = []
 
     def start(self):
         for name, script in _SCRIPTS.items():
@@ -52,14 +49,14 @@ class Monkey:
     def play(self, steps):
         """Takes that many steps, then rests."""
         for _ in range(steps):
-            self.count += 1
-            self._end_troubles(self.count)
             self._take_step()
             self._check_life()
         self._rest()
 
-    def stop(self):
-        assert self.program.stop() == 0
+    def growth(self):
+        """What grew: the first third of a run warms up."""
+        before, after = self._samples[len(self._samples) // 3], self._samples[-1]
+        return {name for name, more in _ALLOWANCE.items() if after[name] > before[name] + more}
 
     def mend_tool(self):
         with contextlib.suppress(FileNotFoundError):
@@ -67,33 +64,17 @@ class Monkey:
         os.symlink(self._real_tool, self.tool)
 
     def pick(self, choices):
-        """One of them, written down; None of nothing."""
+        """One of them, printed; None of nothing."""
         chosen = self.random.choice(choices) if choices else None
-        self.note(f"  {getattr(chosen, 'name', chosen)!r}")
+        print(f"  {getattr(chosen, 'name', chosen)!r}")
         return chosen
-
-    def has_trouble(self, name):
-        return name in self._troubles
-
-    def add_trouble(self, name, end):
-        """`end` is called some steps later, at the latest at the next rest."""
-        self._troubles[name] = (self.count + self.random.randint(2, 25), end)
 
     def has_menu(self):
         return any(self._is_menu(window[0]) for window in self.program.windows())
 
-    def elements(self, *roles):
+    def elements(self, roles):
         found = self.desktop.accessibility.elements(self.program.process.pid)
-        return [element for element in found
-                if element.role in roles and not element.name.startswith("Quit ")]
-
-    def click(self, x, y, button=1):
-        """A click, but not where a menu quits."""
-        for window_id, left, top, width, height in self.program.windows():
-            end = top + height
-            if left <= x < left + width and end - _MENU_END <= y < end and self._is_menu(window_id):
-                return
-        self.screen.click(x, y, button)
+        return [element for element in found if element.role in roles]
 
     def close(self, window_id):
         """What the window manager's close button does; a menu is clicked away."""
@@ -113,13 +94,13 @@ class Monkey:
 
     def _take_step(self):
         step = self.random.choices(STEPS, [weight for weight, _ in STEPS])[0][1]
-        self.note(step.__name__)
+        print(step.__name__)
         try:
             step(self)
         except VANISHED as error:
-            self.note(f"  {type(error).__name__}")
+            print(f"  {type(error).__name__}")
         except GLib.Error as error:
-            self.note(f"  {error.message}")
+            print(f"  {error.message}")
             assert not error.matches(Gio.io_error_quark(), Gio.IOErrorEnum.TIMED_OUT), \
                 f"the program does not answer: {error.message}"
 
@@ -127,18 +108,10 @@ class Monkey:
         status = self.program.process.poll()
         assert status is None, f"the program ended with {status}: {self.program.take_output()}"
 
-    def _end_troubles(self, now=None):
-        """Ends those whose time has come; all of them without a time."""
-        for name, (due, end) in list(self._troubles.items()):
-            if now is None or now >= due:
-                self.note(f"  end of {name}")
-                del self._troubles[name]
-                end()
-
     def _rest(self):
-        """Puts everything right, checks the program, and takes a sample of what it holds."""
-        self.note("rest")
-        self._end_troubles()
+        for end in self.troubles.values():
+            end()
+        self.troubles.clear()
         self._come_to_rest()
         pins = self._check_saving()
         self._check_hotkeys(pins)
@@ -148,10 +121,8 @@ class Monkey:
         output = [line for line in self.program.take_output().splitlines()
                   if "/proc/self/cwd/shortcuts" not in line]
         assert not output, f"the program writes: {output}"
-        sample = measure(self.desktop, self.program.process.pid)
-        sample["spare grabs"] = sample.pop("grabs") - _GRABS_EACH * (1 + len(pins))
-        self.samples.append(sample)
-        self.note(str(sample))
+        self._samples.append(self._measure(_GRABS_EACH * (1 + len(pins))))
+        print("rest", self._samples[-1], flush=True)
 
     def _come_to_rest(self):
         """Until no window is open, no child runs and the icon shows. What was asked for last may
@@ -211,3 +182,21 @@ class Monkey:
         palette = Window(self.program, "Quillbar")
         self.screen.type("zq")
         wait_until(lambda: palette.elements("text")[0].text() == "zq", "the palette is deaf")
+
+    def _measure(self, hotkey_grabs):
+        """Kilobytes and counts of what the program holds, without the grabs of its hotkeys."""
+        process_id = self.program.process.pid
+        with open(f"/proc/{process_id}/smaps_rollup", encoding="ascii") as file:
+            # What no other process shares, and so none changes.
+            own = next(int(line.split()[1]) for line in file if line.startswith("Anonymous:"))
+        display = self.screen.display
+        clients = display.res_query_client_ids(
+            [{"client": 0, "mask": Xlib.ext.res.LocalClientPIDMask}]).ids
+        resources = [kind.count for client in clients if list(client.value) == [process_id]
+                     for kind in display.res_query_client_resources(client.spec.client).types]
+        return {
+            "own memory": own,
+            "descriptors": len(os.listdir(f"/proc/{process_id}/fd")),
+            "threads": len(os.listdir(f"/proc/{process_id}/task")),
+            "x resources": sum(resources) - hotkey_grabs,
+        }
