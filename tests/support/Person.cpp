@@ -33,11 +33,6 @@ bool pressOn(std::shared_ptr<platform::View> const& focused, platform::KeyEvent 
     return event == platform::KeyEvent { platform::key::space, 0 } && click(button);
 }
 
-bool isContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 } // namespace
 
 bool click(std::shared_ptr<platform::Button> const& button)
@@ -60,22 +55,6 @@ bool choose(std::shared_ptr<platform::PopUpButton> const& popUp, std::string_vie
     if (chosen == items.end())
         return false;
     popUp->userSelected(static_cast<std::size_t>(chosen - items.begin()));
-    return true;
-}
-
-bool click(std::shared_ptr<platform::TableView> const& table, std::size_t row)
-{
-    if (!isWithinReach(table.get()) || row >= table->numberOfRows())
-        return false;
-    table->userClicked(row);
-    return true;
-}
-
-bool doubleClick(std::shared_ptr<platform::TableView> const& table, std::size_t row)
-{
-    if (!click(table, row))
-        return false;
-    table->userDoubleClicked(row);
     return true;
 }
 
@@ -102,27 +81,12 @@ bool press(std::uint32_t keyCode, platform::KeyModifiers modifiers)
         || pressOn(focused, event);
 }
 
-bool type(std::string_view text)
-{
-    while (!text.empty()) {
-        std::size_t length = 1;
-        while (length < text.size() && isContinuation(text[length]))
-            ++length;
-        auto const field = focusedField();
-        if (!field)
-            return false;
-        field->userTyped(field->text() + std::string(text.substr(0, length)));
-        text.remove_prefix(length);
-    }
-    return true;
-}
-
-bool replaceText(std::string_view text)
+bool type(std::string text)
 {
     auto const field = focusedField();
     if (!field)
         return false;
-    field->userTyped(std::string(text));
+    field->userTyped(std::move(text));
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "platform/view/Window.h"
 
 #include <concepts>
+#include <string>
 #include <string_view>
 
 /// What a person sees in the windows of the headless backend and does to them.
@@ -48,19 +49,9 @@ template <std::derived_from<platform::View> Kind, typename Root>
     return nullptr;
 }
 
-/// The only visible view of that class; null when there is none or more than one.
-template <std::derived_from<platform::View> Kind, typename Root>
-[[nodiscard]] std::shared_ptr<Kind> findOnly(Root& root)
-{
-    auto const found = findAll<Kind>(root);
-    return found.size() == 1 ? found.front() : nullptr;
-}
-
 /// Each of these returns whether a person could do it: the control is there, visible and on.
 bool click(std::shared_ptr<platform::Button> const& button);
 bool choose(std::shared_ptr<platform::PopUpButton> const& popUp, std::string_view title);
-bool click(std::shared_ptr<platform::TableView> const& table, std::size_t row);
-bool doubleClick(std::shared_ptr<platform::TableView> const& table, std::size_t row);
 /// Drags a row into the gap above row `gap`; whether the drop was taken.
 bool drag(std::shared_ptr<platform::TableView> const& table, std::size_t row, std::size_t gap);
 
@@ -68,9 +59,7 @@ bool drag(std::shared_ptr<platform::TableView> const& table, std::size_t row, st
 /// Whether something used it.
 bool press(std::uint32_t keyCode, platform::KeyModifiers modifiers = 0);
 
-/// Types at the end of the focused text field, one character after the other.
-bool type(std::string_view text);
 /// Replaces the text of the focused text field in one edit.
-bool replaceText(std::string_view text);
+bool type(std::string text);
 
 } // namespace quillbar::test

@@ -38,7 +38,10 @@ protected:
     {
         return test::find<Kind>(window(), text);
     }
-    [[nodiscard]] auto table() const { return test::findOnly<platform::TableView>(window()); }
+    [[nodiscard]] auto table() const
+    {
+        return test::findAll<platform::TableView>(window()).front();
+    }
 
     [[nodiscard]] Names pinned() const
     {

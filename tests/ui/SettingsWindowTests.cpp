@@ -7,8 +7,6 @@ using namespace std::chrono_literals;
 using namespace platform;
 using test::choose;
 using test::click;
-using test::findAll;
-using test::findOnly;
 using test::press;
 
 using SettingsWindow = SettingsWindowFixture;
