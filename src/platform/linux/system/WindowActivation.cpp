@@ -15,8 +15,8 @@ namespace quillbar::platform {
 
 namespace {
 
-// Qt would send the time of the last event in its own windows, and window managers that guard
-// against stolen focus take that for an old wish when a hotkey or the tray asks.
+// Qt would send the time of the last event in its own windows. For a hotkey or the tray that is too
+// old: window managers that guard against stolen focus would leave the window in the background.
 void sendActivation(xcb_connection_t* connection, QWindow& window)
 {
     xcb_client_message_event_t event {};
