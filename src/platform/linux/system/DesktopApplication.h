@@ -53,13 +53,13 @@ public:
     void serve(std::shared_ptr<ApplicationDelegate> const& delegate);
 
     // The names are the interface's.
-    // NOLINTBEGIN(readability-identifier-naming)
+    // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
 public Q_SLOTS:
     void Activate(QVariantMap const& platformData);
     void Open(QStringList const& uris, QVariantMap const& platformData);
     void ActivateAction(
         QString const& name, QVariantList const& parameter, QVariantMap const& platformData);
-    // NOLINTEND(readability-identifier-naming)
+    // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
 private:
     using Request = void (ApplicationDelegate::*)();

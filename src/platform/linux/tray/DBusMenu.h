@@ -62,7 +62,7 @@ public:
     std::function<void()> onOpen;
 
     // The names are the interface's. QtDBus looks up the types of parameters by their full names.
-    // NOLINTBEGIN(readability-identifier-naming)
+    // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
 public Q_SLOTS:
     uint GetLayout(
         int parentId, int depth, QStringList const& names, quillbar::platform::MenuLayout& layout);
@@ -77,7 +77,7 @@ Q_SIGNALS:
     void ItemsPropertiesUpdated(QList<quillbar::platform::MenuRowProperties> const& updated,
         QList<quillbar::platform::MenuRowRemovals> const& removed);
     void LayoutUpdated(uint revision, int parentId);
-    // NOLINTEND(readability-identifier-naming)
+    // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
 private:
     [[nodiscard]] static QString textDirection();

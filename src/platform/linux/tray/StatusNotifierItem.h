@@ -71,7 +71,7 @@ public:
     StatusNotifierItem(QDBusConnection connection, StatusNotifierFace face, MenuOwner menuOwner);
 
     // The names are the interface's.
-    // NOLINTBEGIN(readability-identifier-naming)
+    // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
 public Q_SLOTS:
     void Activate(int x, int y);
     void ContextMenu(int x, int y);
@@ -82,7 +82,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void NewIcon();
     void NewToolTip();
-    // NOLINTEND(readability-identifier-naming)
+    // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
 private:
     [[nodiscard]] QString title() const { return face_.title(); }
