@@ -82,7 +82,7 @@ TEST(Symbols, DocumentThatNobodyRecolours_isSeenOnEveryGround)
         double best = 0;
         for (int x = 0; x < image.width(); ++x) {
             auto const [dark, light]
-                = std::minmax(luminance(ground), luminance(image.pixelColor(x, 8)));
+                = std::minmax({ luminance(ground), luminance(image.pixelColor(x, 8)) });
             best = std::max(best, (light + 0.05) / (dark + 0.05));
         }
         EXPECT_GT(best, 3) << ground.name().toStdString();

@@ -70,11 +70,6 @@ void activateWindow(QWindow& window)
     window.requestActivate();
 }
 
-bool hasOrAwaitsFocus(QWindow const& window)
-{
-    return &window == QGuiApplication::focusWindow() || &window == windowAwaitingFocus();
-}
-
 QWindow* windowAwaitingFocus()
 {
     auto* const window = lastUserAction().activatedWindow.data();

@@ -11,9 +11,6 @@ namespace quillbar::platform {
 /// UserAction. Main thread.
 void activateWindow(QWindow& window);
 
-/// Whether activateWindow() would change nothing but the order of the windows. Main thread.
-[[nodiscard]] bool hasOrAwaitsFocus(QWindow const& window);
-
 /// The shown window that was activated as an answer to the last UserAction and does not have the
 /// keyboard yet. Null if there is none. Main thread.
 [[nodiscard]] QWindow* windowAwaitingFocus();

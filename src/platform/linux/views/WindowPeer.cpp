@@ -1,5 +1,6 @@
 #include "platform/linux/views/WindowPeer.h"
 
+#include "platform/linux/UserAction.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/system/WindowActivation.h"
 #include "platform/linux/views/KeyFilter.h"
@@ -178,7 +179,9 @@ void raiseNativeWindow(Window const& window)
 {
     auto& native = *window.native();
     native.isMouseUsed = false;
-    if (!window.canBecomeKeyWindow() || hasOrAwaitsFocus(*native.windowHandle()))
+    // Qt may not know yet that another client took the focus, so its word for it does not count.
+    bool const isActivated = lastUserAction().activatedWindow == native.windowHandle();
+    if (!window.canBecomeKeyWindow() || isActivated)
         native.raise();
     else
         platform::activateWindow(*native.windowHandle());
