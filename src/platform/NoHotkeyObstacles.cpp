@@ -18,6 +18,7 @@ std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinat
     return std::vector<std::string>(combinations.size());
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): backends that observe keep it.
 Token observeHotkeyObstacles(std::function<void()> /*onChange*/)
 {
     return {};

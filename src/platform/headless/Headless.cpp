@@ -53,9 +53,10 @@ void terminate()
     record().isTerminated = true;
 }
 
-void installMainMenu(Menu /*menu*/)
+void installMainMenu(Menu menu)
 {
     record().journal.emplace_back("installMainMenu");
+    record().mainMenu = std::move(menu);
 }
 
 void activateIgnoringOtherApps()

@@ -65,6 +65,7 @@ struct Record {
     /// By the time at which it is due; work of one time in the order in which it came.
     std::multimap<std::chrono::milliseconds, std::function<void()>> waitingWork;
     bool isTerminated = false;
+    Menu mainMenu;
 
     /// The visible windows, the front one first.
     std::vector<Window*> windows;
