@@ -71,6 +71,7 @@ def test_notifications_menus_and_windows_show_every_name(program):
                        "the panel shows no menu")
     assert max(menu[3] for menu in menus) < 1000
     desktop.screen.press("Escape")
+    wait_until(desktop.screen.is_keyboard_free, "the panel's menu keeps the keyboard")
 
     for open_window in (program.open_palette, program.open_settings):
         window = open_window()
