@@ -95,14 +95,5 @@ TEST_F(Recording, ClosedWindow_endsItEachTime)
     }
 }
 
-TEST_F(Recording, GoneRecorder_leavesTheKeysAlone)
-{
-    click(recorder);
-    recorder->removeFromSuperview();
-    recorder.reset();
-    EXPECT_FALSE(platform::isKeyboardGrabWanted());
-    EXPECT_FALSE(press(49));
-}
-
 } // namespace
 } // namespace quillbar
