@@ -4,7 +4,6 @@
 namespace quillbar {
 namespace {
 
-using platform::KeyEquivalent;
 using platform::MenuItem;
 using platform::MenuItemKind;
 using testing::ElementsAre;
@@ -85,17 +84,6 @@ TEST_F(StatusMenuTest, Title_namesAValidHotkey)
     EXPECT_EQ(all[1].representedObject, "Backup");
     EXPECT_EQ(all[2].title, "B");
     EXPECT_EQ(all[3].title, "C");
-}
-
-TEST_F(StatusMenuTest, FirstNine_haveBareDigitKeys)
-{
-    for (int i = 0; i < 10; ++i)
-        config.pinned.push_back("Shortcut " + std::to_string(i));
-    auto const all = items();
-    for (std::size_t i = 0; i < 10; ++i) {
-        EXPECT_EQ(all[i + 1].keyEquivalent,
-            i < 9 ? KeyEquivalent({ std::to_string(i + 1), 0 }) : KeyEquivalent());
-    }
 }
 
 } // namespace

@@ -228,18 +228,4 @@ TEST(Program, AddressHandler_canOnlyOpen)
     EXPECT_TRUE(entry->actions.empty());
 }
 
-TEST(Program, Usage_isToldOnTheRightStreamWithTheRightStatus)
-{
-    Scratch const scratch;
-    EXPECT_THAT(scratch.run({ "help" }).output, HasSubstr("shortcuts run NAME"));
-    std::vector<std::string> const wrong[] = { {}, { "" }, { "other" }, { "run" },
-        { "run", "a", "b" }, { "list", "x" }, { "open", "a", "b" }, { "version", "x" } };
-    for (auto const& arguments : wrong) {
-        auto const outcome = scratch.run(arguments);
-        EXPECT_EQ(outcome.status, 64);
-        EXPECT_EQ(outcome.output, "");
-        EXPECT_THAT(outcome.errors, StartsWith("Usage:"));
-    }
-}
-
 } // namespace quillbar::shortcuts
