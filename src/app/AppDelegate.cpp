@@ -93,7 +93,8 @@ void AppDelegate::runAll()
     }
 }
 
-// The names are those of now, and the runs outlive the controller.
+// Captures only the names: the runs are of what is pinned at the start, and go on without the
+// controller.
 void AppDelegate::autoRunIfNeeded() const
 {
     constexpr milliseconds spacing { 2000 };
@@ -126,7 +127,7 @@ void AppDelegate::updateIcon()
         image = platform::symbolImage("heart.fill", description);
     if (image)
         button.setImage(std::move(*image));
-    // Names the default hotkey of the palette, whichever is set.
+    // A fixed text: it names the default hotkey of the palette even when another is set.
     button.setToolTip("Quillbar · ⌥⌘T");
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 Notification makeNotification(std::string body, NotificationSound sound)
 {
-    // A failure stays in the desktop's list of notifications.
+    // Only a failure is kept in the system's list of notifications.
     auto const life
         = sound == NotificationSound::None ? NotificationLife::Passing : NotificationLife::Kept;
     return { .identifier = randomUuid(),

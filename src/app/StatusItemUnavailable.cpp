@@ -18,8 +18,8 @@ namespace {
 
 using platform::NotificationAuthorization;
 
-/// Whether this is the first time; notes that it has been. Where nothing can be noted, every time
-/// is.
+/// Whether this is the first call of this run and all earlier ones: leaves a file in the state
+/// folder. Always true where the system names no such folder.
 bool isFirstTime()
 {
     auto const state = platform::stateFolder();
@@ -35,7 +35,7 @@ bool isFirstTime()
     return true;
 }
 
-// The default one as the other texts write it.
+// The default hotkey is written as in the program's fixed texts; label() writes "⌘⌥·17".
 std::string labelOf(Hotkey const& hotkey)
 {
     return hotkey == Config().menuHotkeyEff()

@@ -154,7 +154,7 @@ private:
     {
         add(MenuItem::separator());
         add(command("Edit in Shortcuts…", "square.and.pencil", actions_.openShortcutsApp));
-        // The hint names the default hotkey of the palette, whichever is set.
+        // The default hotkey of the palette, even when another is set.
         add(command("Type to Jump…", "magnifyingglass", actions_.openPalette,
             { .key = "t", .modifiers = commandKey | optionKey }));
         add(command("Settings…", "gearshape", actions_.openSettings, { .key = "," }));

@@ -38,7 +38,7 @@ Config Config::load()
         migrateAutoRun(*config);
         return std::move(*config);
     }
-    // The next save replaces the file, perhaps for one slip of an edit by hand.
+    // The next save replaces the file, in which one typing error may be all that is wrong.
     if (text && !text->empty()) {
         auto copy = fileURL();
         copy += ".unreadable";

@@ -12,10 +12,12 @@ using nlohmann::json;
 
 namespace {
 
-/// The number exactly, however it is written: 17.0 is 17. Throws for any other value.
+/// The number exactly, however it is written: 17.0 is 17. Throws std::out_of_range for any other
+/// value.
 template <typename Integer> Integer toInteger(json const& value)
 {
-    // Below it a double holds every integer; a whole number beyond 64 bits arrives as a double too.
+    // Below 2^53 a double holds every integer. The parser also makes a double of a whole number
+    // beyond 64 bits.
     constexpr auto exactDoubles = 0x1p53;
     auto const convert = [](auto number) {
         if (!std::in_range<Integer>(number))
@@ -32,41 +34,9 @@ template <typename Integer> Integer toInteger(json const& value)
     return convert(static_cast<std::int64_t>(number));
 }
 
-/// Null counts as absent.
-template <typename Value>
-void readOptional(json const& object, char const* key, std::optional<Value>& field)
-{
-    if (auto const found = object.find(key); found != object.end() && !found->is_null())
-        field = found->get<Value>();
-}
-
-template <typename Value>
-void writeIfPresent(json& object, char const* key, std::optional<Value> const& field)
-{
-    if (field)
-        object[key] = *field;
-}
-
-/// Throws at the first mistake.
-Config toConfig(json const& object)
-{
-    Config config;
-    object.at("pinned").get_to(config.pinned);
-    object.at("iconSymbol").get_to(config.iconSymbol);
-    readOptional(object, "launchAtLogin", config.launchAtLogin);
-    readOptional(object, "autoRunOnLaunch", config.autoRunOnLaunch);
-    readOptional(object, "onboarded", config.onboarded);
-    readOptional(object, "permissionsShown", config.permissionsShown);
-    readOptional(object, "menuHotkey", config.menuHotkey);
-    readOptional(object, "shortcutHotkeys", config.shortcutHotkeys);
-    readOptional(object, "launchAtLoginShortcuts", config.launchAtLoginShortcuts);
-    readOptional(object, "groupOf", config.groupOf);
-    return config;
-}
-
 } // namespace
 
-// Found by the JSON library beside the type.
+// Outside the unnamed namespace: the JSON library finds these two through the type's namespace.
 static void from_json(json const& object, Hotkey& hotkey)
 {
     hotkey.keyCode = toInteger<std::int64_t>(object.at("keyCode"));
@@ -77,6 +47,39 @@ static void to_json(json& object, Hotkey const& hotkey)
 {
     object = { { "keyCode", hotkey.keyCode }, { "modifiers", hotkey.modifiers } };
 }
+
+namespace {
+
+/// Calls `visit` with the key and the field of each optional value of the record.
+template <typename Record, typename Visitor>
+void forEachOptional(Record& config, Visitor const& visit)
+{
+    visit("launchAtLogin", config.launchAtLogin);
+    visit("autoRunOnLaunch", config.autoRunOnLaunch);
+    visit("onboarded", config.onboarded);
+    visit("permissionsShown", config.permissionsShown);
+    visit("menuHotkey", config.menuHotkey);
+    visit("shortcutHotkeys", config.shortcutHotkeys);
+    visit("launchAtLoginShortcuts", config.launchAtLoginShortcuts);
+    visit("groupOf", config.groupOf);
+}
+
+/// Throws json::exception for a missing key or a value of another type, and std::out_of_range for a
+/// number that is no exact integer; decodeConfig() catches both.
+Config toConfig(json const& object)
+{
+    Config config;
+    object.at("pinned").get_to(config.pinned);
+    object.at("iconSymbol").get_to(config.iconSymbol);
+    forEachOptional(config, [&](char const* key, auto& field) {
+        // Null counts as absent.
+        if (auto const found = object.find(key); found != object.end() && !found->is_null())
+            found->get_to(field.emplace());
+    });
+    return config;
+}
+
+} // namespace
 
 std::optional<Config> decodeConfig(std::string_view text)
 {
@@ -95,14 +98,10 @@ std::optional<Config> decodeConfig(std::string_view text)
 std::string encodeConfig(Config const& config)
 {
     json object { { "pinned", config.pinned }, { "iconSymbol", config.iconSymbol } };
-    writeIfPresent(object, "launchAtLogin", config.launchAtLogin);
-    writeIfPresent(object, "autoRunOnLaunch", config.autoRunOnLaunch);
-    writeIfPresent(object, "onboarded", config.onboarded);
-    writeIfPresent(object, "permissionsShown", config.permissionsShown);
-    writeIfPresent(object, "menuHotkey", config.menuHotkey);
-    writeIfPresent(object, "shortcutHotkeys", config.shortcutHotkeys);
-    writeIfPresent(object, "launchAtLoginShortcuts", config.launchAtLoginShortcuts);
-    writeIfPresent(object, "groupOf", config.groupOf);
+    forEachOptional(config, [&](char const* key, auto const& field) {
+        if (field)
+            object[key] = *field;
+    });
     return object.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 

@@ -27,7 +27,7 @@ bool writeAll(int file, std::string_view text)
 
 bool writeNewFile(fs::path const& path, mode_t mode, std::string_view text)
 {
-    // One that a killed process left behind.
+    // A process that was killed while writing left it there.
     unlink(path.c_str());
     auto const file
         = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
@@ -44,7 +44,7 @@ std::optional<std::string> readFile(fs::path const& path)
 {
     constexpr std::uintmax_t largest = 256 << 20;
     std::error_code error;
-    // A named pipe would be waited for.
+    // Opening a named pipe would wait for a writer.
     if (!fs::is_regular_file(path, error))
         return std::nullopt;
     auto const size = fs::file_size(path, error);

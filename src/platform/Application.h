@@ -15,8 +15,8 @@ public:
     ApplicationDelegate& operator=(ApplicationDelegate const&) = delete;
     virtual ~ApplicationDelegate() = default;
 
-    /// The event loop runs from here on; called once. The commands below come only after it has
-    /// returned.
+    /// Called once, when the event loop has started. openSettings() and openPalette() are called
+    /// only after it has returned.
     virtual void applicationDidFinishLaunching() = 0;
 
     /// The event loop has ended; called once, unless the program is killed.

@@ -9,8 +9,7 @@
 #include <tuple>
 #include <vector>
 
-/// What the system knows about key combinations that do not work. A backend without such knowledge
-/// links quillbar_no_hotkey_obstacles, which knows nothing. Main thread.
+/// What the system knows about key combinations that do not work. Main thread.
 namespace quillbar::platform {
 
 /// A key and its modifiers, numbered as for registerSystemHotkey().
@@ -35,7 +34,7 @@ enum class HotkeyObstacle : std::uint8_t {
     CommandKeyTaken,
     /// The system or this session offers no hotkeys.
     NoService,
-    /// The system asked the person, who declined.
+    /// The system asked the person for permission, and the person refused it.
     Declined,
 };
 

@@ -31,7 +31,7 @@ inline constexpr std::uint32_t upArrow = 126;
 enum class KeyEventResult : std::uint8_t { Pass, Consume };
 
 enum class KeyMonitorReach : std::uint8_t {
-    /// The keys that the system leaves to this program.
+    /// The key presses that the system delivers to this program.
     Application,
     /// Also combinations that the system would keep, as long as a window of this program is the
     /// key window.
@@ -49,7 +49,7 @@ using KeyDownHandler = std::function<KeyEventResult(KeyEvent const&)>;
 /// The backend's entry for a key press: shows it to the monitors.
 [[nodiscard]] KeyEventResult runKeyDownMonitors(KeyEvent const& event);
 
-/// Whether a monitor wants the keyboard for itself.
+/// Whether there is a monitor with KeyMonitorReach::GrabKeyboard.
 [[nodiscard]] bool isKeyboardGrabWanted();
 
 /// The backend's part: called whenever isKeyboardGrabWanted() has changed.

@@ -9,14 +9,14 @@ namespace quillbar::platform {
 /// settings.
 enum class LoginSwitch : std::uint8_t { Keep, Reset };
 
-/// Three facts: what the entry is called, what it starts, and that it starts once at login.
+/// What the system starts once at login.
 struct LoginEntry {
     std::string label;
     /// Absolute; empty when unknown.
     std::string executablePath;
 };
 
-/// Writes the person's login entry, replacing one of the same label. Errors are swallowed.
+/// Writes the person's login entry, replacing one of the same label. Errors are ignored.
 void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch);
 
 /// Deletes the login entry of that label; there being none is no error.

@@ -13,7 +13,7 @@ enum class NotificationAuthorization : std::uint8_t {
     Provisional
 };
 enum class NotificationSound : std::uint8_t { None, Default };
-/// Whether it can be read again where the system keeps a list of notifications.
+/// Whether the notification stays in the system's list of notifications, where there is one.
 enum class NotificationLife : std::uint8_t { Passing, Kept };
 
 /// Plain text throughout; the backend escapes it where the system renders markup.

@@ -14,9 +14,9 @@ namespace quillbar::platform {
 /// In upper case, by the rules of the person's language.
 [[nodiscard]] std::string upperCased(std::string_view text);
 
-/// For showing the text as a part of a longer one, in which it then turns nothing around but
-/// itself: letters and marks for writing from right to left take effect beyond it, unless they are
-/// closed in. A text without any stays as it is.
+/// The text for use inside a longer one. If it has right-to-left letters or direction marks, it is
+/// enclosed in U+2068 and U+2069, so that they do not reorder the text around it; any other text is
+/// returned unchanged.
 [[nodiscard]] std::string isolated(std::string_view text);
 
 /// Orders by the Unicode scalar values of the canonically equivalent form, case-sensitive.

@@ -63,7 +63,7 @@ private:
     std::vector<Shortcut> shortcuts_;
     /// Those of the folder that is being read, in no order; names may occur several times.
     std::vector<Shortcut> found_;
-    /// File names of entries that say they are deleted, which goes for later folders as well.
+    /// File names of entries with Hidden=true, which hide the same file names of later folders.
     std::set<std::string> hiddenFiles_;
     std::vector<RefusedFile> refused_;
     std::vector<std::string> notices_;

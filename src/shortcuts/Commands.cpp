@@ -123,7 +123,7 @@ bool enterFolder(Shortcut const& shortcut, Environment const& environment)
             + ", make that folder or correct Path in " + printable(shortcut.file));
         return false;
     }
-    // A home that is gone is no reason not to run.
+    // A shortcut also runs when the home folder is missing.
     return chdir(environment.home.c_str()) == 0 || chdir("/") == 0;
 }
 
@@ -178,7 +178,7 @@ int runShortcut(Environment const& environment, std::string const& name)
     if (!shortcut)
         return reportMissing(catalogue, name);
 
-    // First, because the program may be given relative to the folder.
+    // Before the program is looked up: Exec may name it relative to this folder.
     if (!enterFolder(*shortcut, environment))
         return status::cannotExecute;
     setenv("SHORTCUT_NAME", name.c_str(), 1);

@@ -6,7 +6,8 @@
 
 namespace quillbar::shortcuts {
 
-/// The exit statuses besides those of the shortcuts themselves.
+/// The exit statuses of this program; after a start that succeeded, the status is the shortcut's.
+/// 64, 66 and 74 are those of <sysexits.h>, 126 and 127 those of shells.
 namespace status {
 inline constexpr int success = 0;
 inline constexpr int noSuchShortcut = 1;

@@ -23,7 +23,8 @@ std::vector<std::string> shortcutFolders(std::string const& home)
     return folders;
 }
 
-/// What works in a terminal should work here: login shells add these folders, desktops often not.
+/// PATH with the home's folders for programs in front. Login shells add these, desktop sessions
+/// often do not, and what runs in a terminal should run here.
 std::string searchPath(std::string const& home)
 {
     std::string path;

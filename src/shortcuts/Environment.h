@@ -5,7 +5,7 @@
 
 namespace quillbar::shortcuts {
 
-/// Where the person's things lie.
+/// The person's folders.
 struct Environment {
     std::string home;
     /// Where shortcuts lie, the person's own folder first. None need exist.

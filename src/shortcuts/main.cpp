@@ -52,7 +52,7 @@ int perform(int argumentCount, char const* const* arguments)
 
     if (command == "run" && argumentCount == 3)
         return runShortcut(prepareEnvironment(), arguments[2]);
-    // An address says nothing but that the folder is wanted: any web page may open one.
+    // The address is ignored: any web page may open one.
     if (command == "open" && argumentCount <= 3)
         return openShortcutsFolder(prepareEnvironment());
     if (argumentCount > 2)

@@ -34,8 +34,8 @@ constexpr auto noHotkey = "None";
 
 std::string keyName(std::uint32_t keyCode)
 {
-    // Counted through the alphabet although the keys with these codes are A, S, D, F, H, G and Z:
-    // hotkeys have always been labelled so.
+    // Codes 0 to 6 are labelled A to G, although their keys are A, S, D, F, H, G and Z: people know
+    // their hotkeys by these labels.
     if (keyCode <= 6)
         return std::string(1, static_cast<char>('A' + keyCode));
 
@@ -142,7 +142,7 @@ void HotkeyRecorder::stopRecording()
     if (displayString_.empty())
         displayString_ = noHotkey;
     refreshTitle();
-    // The focus was taken from this control to record; who uses Tab continues from here.
+    // beginRecording() took the focus from this control; Tab continues from here.
     auto* const owner = window();
     if (std::exchange(hadFocus_, false) && owner && !owner->firstResponder())
         owner->makeFirstResponder(shared_from_this());

@@ -21,8 +21,8 @@ struct HotkeyNote {
     std::string problem;
 };
 
-/// The button with which a person sets a hotkey: after a click it takes the next key press, and the
-/// combination is its owner's business. Also the one formatter of a hotkey as text.
+/// The button with which a person sets a hotkey: after a click it takes the next key press and
+/// reports the combination; it registers nothing. Also the one formatter of a hotkey as text.
 class HotkeyRecorder : public platform::Button {
 public:
     HotkeyRecorder();

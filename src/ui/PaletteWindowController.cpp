@@ -87,7 +87,7 @@ void PaletteRowView::layout()
     nameLabel_->setFrame(centredVertically(inset, nameEnd - inset, nameHeight, height));
 }
 
-/// A borderless window gets the keyboard only on demand.
+/// A borderless window that may become the key window, which by default none may.
 class PalettePanel : public platform::Panel {
 public:
     using Panel::Panel;

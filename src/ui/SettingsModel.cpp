@@ -93,7 +93,7 @@ bool SettingsModel::move(std::string const& name, std::size_t gap)
     auto const from = static_cast<std::size_t>(entry - order_.begin());
     auto moved = std::move(*entry);
     order_.erase(entry);
-    // The entry's own place has gone before that of the gap.
+    // Removing an entry above the gap has moved the gap up by one.
     auto const target = std::min(from < gap ? gap - 1 : gap, order_.size());
     order_.insert(order_.begin() + static_cast<std::ptrdiff_t>(target), std::move(moved));
     return true;

@@ -46,15 +46,11 @@ void AppFixture::setRun(std::string const& name, headless::ChildScript const& sc
     record.childScripts[{ tool, "run", name }] = script;
 }
 
-platform::Menu const& AppFixture::menu() const
-{
-    return *record.statusItem->menu();
-}
-
 platform::MenuItem const& AppFixture::item(std::string const& title) const
 {
-    auto const found = std::ranges::find(menu().items, title, &platform::MenuItem::title);
-    if (found == menu().items.end())
+    auto const& items = record.statusItem->menu()->items;
+    auto const found = std::ranges::find(items, title, &platform::MenuItem::title);
+    if (found == items.end())
         throw std::runtime_error("the status menu has no item " + title);
     return *found;
 }

@@ -28,7 +28,6 @@ protected:
     void setListing(std::optional<std::string> listing);
     void setRun(std::string const& name, headless::ChildScript const& script);
 
-    [[nodiscard]] platform::Menu const& menu() const;
     [[nodiscard]] platform::MenuItem const& item(std::string const& title) const;
     [[nodiscard]] platform::StatusButton const& button() const;
     /// The names of the shortcuts that were run, in order.

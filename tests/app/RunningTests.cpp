@@ -1,15 +1,12 @@
 #include "app/AppFixture.h"
-#include "services/HotkeyManager.h"
 
 namespace quillbar {
 namespace {
 
 using platform::NotificationAuthorization;
-using platform::NotificationSound;
 using platform::SystemColor;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
-using testing::Field;
 using testing::IsEmpty;
 using testing::SizeIs;
 using Tint = std::optional<platform::Color>;
@@ -71,16 +68,9 @@ TEST_F(Running, OnlyTheFirstFailure_asksForTheRightAndIsShownWithIt)
         EXPECT_EQ(callCount("requestNotificationAuthorization"), 1);
         EXPECT_THAT(record.postedNotifications,
             SizeIs(answer == NotificationAuthorization::Denied ? 0 : 2));
-        runToEnd("A", succeeds);
     }
-    ASSERT_THAT(record.postedNotifications, SizeIs(3));
-    auto const& failed = record.postedNotifications.front();
-    auto const& launched = record.postedNotifications.back();
-    EXPECT_EQ(failed.body, "“B” couldn’t run. Check that it still exists in Shortcuts.");
-    EXPECT_EQ(failed.sound, NotificationSound::Default);
-    EXPECT_EQ(launched.body, "Launched “A”");
-    EXPECT_EQ(launched.sound, NotificationSound::None);
-    EXPECT_NE(failed.identifier, launched.identifier);
+    EXPECT_EQ(record.postedNotifications[0].life, platform::NotificationLife::Kept);
+    EXPECT_NE(record.postedNotifications[0].identifier, record.postedNotifications[1].identifier);
 }
 
 TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)
@@ -95,29 +85,6 @@ TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)
     EXPECT_THAT(runNames(), ElementsAre("A", "B", "C", "D", "E"));
     EXPECT_THAT(runTimes(), ElementsAre(0, 600, 1200, 1800, 2400));
     EXPECT_EQ(record.statusItem, nullptr) << "the last run lets the controller go";
-}
-
-TEST_F(Running, TheOutcome_isIgnoredOnceTheControllerIsGone)
-{
-    record.notificationAuthorization = NotificationAuthorization::Authorized;
-    setRun("A", fails);
-    start(config).trigger("A");
-    app.reset();
-    headless::advance(std::chrono::seconds(1));
-    EXPECT_THAT(record.postedNotifications, IsEmpty());
-}
-
-TEST_F(Running, AMenuItem_runsWhatItRepresents)
-{
-    start(config);
-    platform::performAction(platform::MenuItem(item("B")));
-    app->run({});
-    EXPECT_THAT(runNames(), ElementsAre("B"));
-
-    platform::performAction(platform::MenuItem(item("Edit in Shortcuts…")));
-    EXPECT_THAT(record.openedAddresses, ElementsAre("shortcuts://"));
-    platform::performAction(platform::MenuItem(item("Check for Updates…")));
-    EXPECT_EQ(callCount("checkForUpdates"), 1);
 }
 
 } // namespace

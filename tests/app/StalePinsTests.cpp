@@ -1,10 +1,8 @@
 #include "app/AppFixture.h"
-#include "app/StalePins.h"
 
 namespace quillbar {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -19,23 +17,6 @@ protected:
 
     Config config;
 };
-
-TEST(MissingPins, KeepPinnedOrderAndDuplicatesAndCase)
-{
-    EXPECT_THAT(missingPins({ "C", "A", "B", "A" }, { "B", "a" }), ElementsAre("C", "A", "A"));
-    EXPECT_THAT(missingPins({ "A" }, { "A", "A", "B" }), IsEmpty());
-    EXPECT_THAT(missingPins({ "A", "B" }, {}), ElementsAre("A", "B"));
-}
-
-TEST(StalePinsAlert, NamesOneOrMany)
-{
-    auto const one = stalePinsAlert({ "A" });
-    EXPECT_EQ(one.messageText, "A pinned shortcut is missing");
-    EXPECT_EQ(one.informativeText,
-        "These shortcuts were deleted from the Shortcuts app:\n\nA\n\nRemove them from Quillbar?");
-    EXPECT_THAT(one.buttons, ElementsAre("Remove", "Keep"));
-    EXPECT_EQ(stalePinsAlert({ "A", "A" }).messageText, "Some pinned shortcuts are missing");
-}
 
 TEST_F(StalePins, Remove_savesTheRestAndLeavesWhatElseIsKnown)
 {

@@ -1,15 +1,11 @@
 #include "app/AppFixture.h"
-#include "app/MainMenu.h"
 #include "platform/LaunchAgent.h"
-#include "services/HotkeyManager.h"
-#include "support/Person.h"
 
 #include <algorithm>
 
 namespace quillbar {
 namespace {
 
-using platform::StandardCommand;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -40,6 +36,7 @@ TEST_F(StartUp, Steps_comeInOrder)
         ElementsAre("startUpdater", "createStatusItem", "syncStatusButton", "readChildOutput",
             "runModal", "syncStatusMenu", "installMainMenu", "registerSystemHotkey",
             "writeLoginEntry"));
+    EXPECT_EQ(record.loginEntry->loginSwitch, platform::LoginSwitch::Keep);
 }
 
 TEST_F(StartUp, Icon_fallsBackToTheHeartAndKeepsTheStoredName)
@@ -73,17 +70,6 @@ TEST_F(StartUp, Hotkeys_areThePalettesAndThoseOfPinnedNames)
     EXPECT_THAT(runNames(), ElementsAre("A"));
 }
 
-TEST_F(StartUp, PaletteHotkey_isRegisteredThoughNotValidAndMayBeRefused)
-{
-    config.menuHotkey = Hotkey::empty;
-    start(config);
-    EXPECT_THAT(claimed(), ElementsAre(std::pair(0U, 0U)));
-
-    record.refusedHotkeys.insert({ 0, 0 });
-    app->applyHotkeys();
-    EXPECT_EQ(app->menuHotkeyID(), 0U);
-}
-
 TEST_F(StartUp, AKeyCodeThatNoKeyCanHave_endsTheProgram)
 {
     for (std::int64_t const keyCode : { std::int64_t(-1), std::int64_t(1) << 32 }) {
@@ -93,36 +79,6 @@ TEST_F(StartUp, AKeyCodeThatNoKeyCanHave_endsTheProgram)
         edited = settled({ "A" });
         edited.shortcutHotkeys = { { "A", { keyCode, 0x100 } } };
         EXPECT_DEATH(start(edited), "key code");
-    }
-}
-
-TEST_F(StartUp, AFailedSave_isRepeatedWithTheNextChangeAndOnceAtTheEnd)
-{
-    auto const file = Config::fileURL();
-    auto const preventSaving = [&] {
-        std::filesystem::remove(file);
-        std::filesystem::create_directories(file);
-    };
-    config.pinned = { "A" };
-    start(config);
-    std::filesystem::remove(file);
-    app->applicationWillTerminate();
-    EXPECT_FALSE(std::filesystem::exists(file)) << "nothing was left to be saved";
-
-    preventSaving();
-    app->openSettings();
-    for (bool const isAtEnd : { false, true }) {
-        ASSERT_TRUE(test::click(test::find<platform::Button>(*record.keyWindow, "Save")));
-        std::filesystem::remove(file);
-        headless::advance(std::chrono::hours(1));
-        EXPECT_FALSE(std::filesystem::exists(file));
-        if (isAtEnd)
-            app->applicationWillTerminate();
-        else
-            test::click(test::find<platform::Button>(*record.keyWindow, "Save"));
-        EXPECT_EQ(Config::load(), app->config());
-        headless::advance(std::chrono::hours(1));
-        preventSaving();
     }
 }
 
@@ -144,23 +100,6 @@ TEST_F(StartUp, AutoRun_takesFlaggedPinsInOrderWithoutFeedback)
     EXPECT_THAT(record.postedNotifications, IsEmpty());
 }
 
-TEST_F(StartUp, LoginEntry_followsTheConfigurationAndDefaultsToOn)
-{
-    record.executablePath = "/opt/A & B/quillbar";
-    start(config);
-    ASSERT_TRUE(record.loginEntry);
-    EXPECT_EQ(record.loginEntry->entry.label, "com.quillbar.launcher");
-    EXPECT_EQ(record.loginEntry->entry.executablePath, "/opt/A & B/quillbar");
-    EXPECT_EQ(record.loginEntry->loginSwitch, platform::LoginSwitch::Keep);
-    app->applyLaunchAtLogin(platform::LoginSwitch::Reset);
-    EXPECT_EQ(record.loginEntry->loginSwitch, platform::LoginSwitch::Reset);
-
-    config.launchAtLogin = false;
-    start(config);
-    EXPECT_FALSE(record.loginEntry);
-    EXPECT_THAT(record.removedLoginLabels, ElementsAre("com.quillbar.launcher"));
-}
-
 TEST(LaunchAgent, PropertyList_holdsThePathAsText)
 {
     EXPECT_THAT(
@@ -168,30 +107,17 @@ TEST(LaunchAgent, PropertyList_holdsThePathAsText)
         testing::HasSubstr("\t\t<string>/A &amp; &lt;B&gt;/\"c'/quillbar</string>\n"));
 }
 
-TEST_F(StartUp, AnItemThatNothingShows_isExplainedOnceForEver)
+TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWayOnceForEver)
 {
-    record.notificationAuthorization = platform::NotificationAuthorization::Authorized;
+    record.notificationAuthorization = platform::NotificationAuthorization::Denied;
+    record.hotkeyObstacles[{ 17, platform::commandKey | platform::optionKey }]
+        = platform::HotkeyObstacle::NoService;
     for (int run = 0; run < 2; ++run) {
         start(settled({ "A" }));
         record.statusItem->systemReportedUnavailable("No icons.");
         headless::runPosted();
         app.reset();
     }
-    ASSERT_THAT(record.postedNotifications, testing::SizeIs(1));
-    auto const& shown = record.postedNotifications.front();
-    EXPECT_EQ(shown.title, "Quillbar is running");
-    EXPECT_EQ(shown.life, platform::NotificationLife::Kept);
-    EXPECT_THAT(record.shownAlerts, testing::IsEmpty());
-}
-
-TEST_F(StartUp, WithoutNotificationsOrHotkey_anAlertExplainsTheOtherWay)
-{
-    record.notificationAuthorization = platform::NotificationAuthorization::Denied;
-    record.hotkeyObstacles[{ 17, platform::commandKey | platform::optionKey }]
-        = platform::HotkeyObstacle::NoService;
-    start(settled({ "A" }));
-    record.statusItem->systemReportedUnavailable("No icons.");
-    headless::runPosted();
     ASSERT_THAT(record.shownAlerts, testing::SizeIs(1));
     EXPECT_EQ(record.shownAlerts.front().informativeText,
         "No icons. ⌥⌘T: It does not work.\nUse the menu instead.");

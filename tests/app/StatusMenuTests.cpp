@@ -1,16 +1,11 @@
-#include "app/Badge.h"
 #include "app/StatusMenu.h"
-#include "platform/Application.h"
 #include "support/HeadlessTest.h"
 
 namespace quillbar {
 namespace {
 
-using platform::commandKey;
-using platform::KeyEquivalent;
 using platform::MenuItem;
 using platform::MenuItemKind;
-using platform::optionKey;
 using testing::ElementsAre;
 using Titles = std::vector<std::string>;
 
@@ -56,15 +51,6 @@ TEST_F(StatusMenuTest, WithoutPins_saysSo)
     EXPECT_EQ(makeStatusMenu(config, actions).title, "");
 }
 
-TEST_F(StatusMenuTest, RunAll_needsTwoPins)
-{
-    config.pinned = { "A" };
-    EXPECT_THAT(pinnedRows(), ElementsAre("A"));
-    config.pinned = { "A", "B" };
-    EXPECT_THAT(pinnedRows(), ElementsAre("A", "B", "-", "Run All"));
-    EXPECT_EQ(items()[4].keyEquivalent, (KeyEquivalent { "0", commandKey }));
-}
-
 TEST_F(StatusMenuTest, Headings_standWhereTheGroupChanges)
 {
     struct Case {
@@ -98,25 +84,6 @@ TEST_F(StatusMenuTest, Title_namesAValidHotkey)
     EXPECT_EQ(all[1].representedObject, "Backup");
     EXPECT_EQ(all[2].title, "B");
     EXPECT_EQ(all[3].title, "C");
-}
-
-TEST_F(StatusMenuTest, FirstNine_haveBareDigitKeysAndTheBadgesRepeat)
-{
-    for (int i = 0; i < 10; ++i)
-        config.pinned.push_back("Shortcut " + std::to_string(i));
-    auto const all = items();
-    Badges const badges;
-    auto const drawing = [](platform::Image const& image) {
-        return *std::get<std::shared_ptr<platform::Drawing const>>(image);
-    };
-    for (std::size_t i = 0; i < 10; ++i) {
-        auto const& item = all[i + 1];
-        EXPECT_EQ(item.keyEquivalent,
-            i < 9 ? KeyEquivalent({ std::to_string(i + 1), 0 }) : KeyEquivalent());
-        ASSERT_TRUE(item.image);
-        EXPECT_EQ(drawing(*item.image), drawing(badges.at(i % 8)));
-    }
-    EXPECT_NE(drawing(badges.at(0)), drawing(badges.at(7)));
 }
 
 } // namespace

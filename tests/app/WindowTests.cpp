@@ -1,10 +1,6 @@
 #include "app/AppFixture.h"
-#include "model/Config.h"
 #include "platform/view/Label.h"
-#include "platform/view/TextField.h"
 #include "support/Person.h"
-
-#include <gtest/gtest.h>
 
 namespace quillbar {
 namespace {
@@ -45,34 +41,11 @@ TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
     EXPECT_EQ(Config::load().onboarded, std::nullopt);
 }
 
-TEST_F(WindowTest, WithoutAnAnswer_theWelcomeClaimsNothingAndSettingsKeepThePins)
+TEST_F(WindowTest, WithoutAnAnswer_theWelcomeClaimsNothing)
 {
     setListing(std::nullopt);
     start({});
     EXPECT_TRUE(test::find<Button>(*record.keyWindow, "Pick your shortcuts"));
-
-    auto config = settled({ "A", "B" });
-    config.groupOf = { { { "B", "Work" } } };
-    start(config).openSettings();
-    ASSERT_TRUE(test::click(test::find<Button>(*record.keyWindow, "Save")));
-    EXPECT_EQ(Config::load().pinned, config.pinned);
-    EXPECT_EQ(Config::load().groupOf, config.groupOf);
-}
-
-TEST_F(WindowTest, WelcomeButton_raisesOpenSettingsWithTheirEditsAndFocusesTheList)
-{
-    setListing("A\nB\n");
-    start({});
-    app->openSettings();
-    auto const box = test::find<Button>(*record.keyWindow, "Start Quillbar at login");
-    ASSERT_TRUE(test::click(box));
-    auto* const settings = record.keyWindow;
-    record.windows.back()->makeKeyAndOrderFront();
-    ASSERT_TRUE(click("Pick your shortcuts"));
-    EXPECT_EQ(titles(), Names { "Quillbar Settings" });
-    EXPECT_EQ(record.keyWindow, settings);
-    EXPECT_EQ(settings->firstResponder(), test::find<Button>(*settings, "A"));
-    EXPECT_EQ(box->state(), platform::ButtonState::Off);
 }
 
 TEST_F(WindowTest, NextPalette_listsThePinsOfItsTime)

@@ -34,12 +34,8 @@ void feedWithNeighbours(std::string text)
 } // namespace
 
 /// Replays the files of a folder; fails when there are none.
-int main(int argumentCount, char** arguments)
+int main(int /*argumentCount*/, char** arguments)
 {
-    if (argumentCount != 2) {
-        std::fprintf(stderr, "usage: %s FOLDER\n", arguments[0]);
-        return 2;
-    }
     auto count = 0;
     for (auto const& entry : std::filesystem::directory_iterator(arguments[1])) {
         std::printf("%s\n", entry.path().c_str());

@@ -102,19 +102,4 @@ TEST(ConfigJson, DeepNesting_crashesNothing)
     EXPECT_TRUE(decodeWith(",\"x\":" + repeated("{\"x\":", depth) + "1" + repeated("}", depth)));
 }
 
-TEST(ConfigMigration, TheLegacySwitch_becomesOneFlagPerPin)
-{
-    auto migrated = [](std::string const& members) {
-        auto config = decodeWith(members).value();
-        migrateAutoRun(config);
-        EXPECT_EQ(config.autoRunOnLaunch, decodeWith(members)->autoRunOnLaunch);
-        return config.launchAtLoginShortcuts;
-    };
-    using Flags = std::map<std::string, bool>;
-    EXPECT_EQ(migrated(R"(,"autoRunOnLaunch":true)"), (Flags { { "A", true }, { "B", true } }));
-    EXPECT_EQ(migrated(R"(,"autoRunOnLaunch":true,"launchAtLoginShortcuts":{})"), Flags {});
-    EXPECT_EQ(migrated(R"(,"autoRunOnLaunch":true,"pinned":[])"), std::nullopt);
-    EXPECT_EQ(migrated(R"(,"autoRunOnLaunch":false)"), std::nullopt);
-}
-
 } // namespace quillbar

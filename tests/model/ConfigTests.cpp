@@ -25,14 +25,6 @@ std::filesystem::path copyPath()
 
 using ConfigFile = test::HeadlessTest;
 
-TEST_F(ConfigFile, Place_isTheFirstFolderOfApplicationDataOrTheEnd)
-{
-    record.applicationSupportFolders = { "/first", "/second" };
-    EXPECT_EQ(Config::fileURL(), "/first/Quillbar/config.json");
-    record.applicationSupportFolders = {};
-    EXPECT_DEATH((void)Config::load(), "no folder");
-}
-
 TEST_F(ConfigFile, ASavedRecord_isLoaded)
 {
     Config config;
@@ -70,23 +62,6 @@ TEST_F(ConfigFile, WhatIsNoConfiguration_loadsAsAFreshRecordAndIsCopied)
         EXPECT_TRUE(Config().save());
         EXPECT_EQ(readFile(copyPath()), text);
     }
-}
-
-TEST_F(ConfigFile, Saving_goesOnWhereNoCopyCanBeMade)
-{
-    store(corrupt);
-    std::filesystem::create_directory(copyPath());
-    auto config = Config::load();
-    config.pinned = { "A" };
-    EXPECT_TRUE(config.save());
-    EXPECT_EQ(Config::load(), config);
-}
-
-TEST_F(ConfigFile, ASaveThatFails_saysSo)
-{
-    record.applicationSupportFolders = { "/dev/null/data" };
-    EXPECT_FALSE(Config().save());
-    EXPECT_EQ(Config::load(), Config());
 }
 
 } // namespace quillbar

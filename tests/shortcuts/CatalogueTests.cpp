@@ -31,9 +31,9 @@ TEST(Catalogue, ExecutableFilesAndEntriesInTheFolderItself_areShortcuts)
 {
     Scratch scratch;
     scratch.script("Back up.sh");
-    scratch.script("tool");
+    scratch.script("tool.tar.gz");
     scratch.entry("app.desktop", "Name=An app\nExec=app");
-    std::filesystem::create_symlink(scratch.own / "tool", scratch.own / "link.py");
+    std::filesystem::create_symlink(scratch.own / "tool.tar.gz", scratch.own / "link.py");
     std::filesystem::create_symlink("/missing", scratch.own / "broken");
     scratch.script(".hidden");
     scratch.script("tool~");
@@ -43,7 +43,7 @@ TEST(Catalogue, ExecutableFilesAndEntriesInTheFolderItself_areShortcuts)
     mkfifo((scratch.own / "pipe").c_str(), 0755);
     mkfifo((scratch.own / "pipe.desktop").c_str(), 0755);
 
-    EXPECT_THAT(names(scratch), ElementsAre("An app", "Back up", "link", "tool"));
+    EXPECT_THAT(names(scratch), ElementsAre("An app", "Back up", "link", "tool.tar.gz"));
 }
 
 TEST(Catalogue, AnEarlierFolder_hidesNamesOfALaterOne)

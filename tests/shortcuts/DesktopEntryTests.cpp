@@ -4,28 +4,6 @@
 
 namespace quillbar::shortcuts {
 
-namespace {
-
-std::vector<std::string> actionNames(std::string const& lines)
-{
-    auto const entry = parseDesktopEntry("[Desktop Entry]\nType=Application\n" + lines);
-    std::vector<std::string> names;
-    for (auto const& action : entry->actions)
-        names.push_back(action.name);
-    return names;
-}
-
-} // namespace
-
-TEST(DesktopEntry, ItsActions_areThoseListedOrAllThereAre)
-{
-    using Names = std::vector<std::string>;
-    std::string const groups = "[Desktop Action b]\nName=B\n[Desktop Action a]\nName=A\n";
-    EXPECT_EQ(actionNames(groups), (Names { "B", "A" }));
-    EXPECT_EQ(actionNames("Actions=a;missing;b;a;\n" + groups), (Names { "A", "B" }));
-    EXPECT_EQ(actionNames("Actions=\n" + groups), Names {});
-}
-
 TEST(DesktopEntry, OtherTexts_areNone)
 {
     for (std::string const text : { "", "no entry", "[Desktop Entry]", "Type=Application",

@@ -17,24 +17,6 @@ TEST(Names, WhatWouldBreakAList_isRefused)
     EXPECT_FALSE(isListable({ "a\0b", 3 }));
 }
 
-TEST(Names, OnlyAScriptsExtension_isLeftOut)
-{
-    struct {
-        char const* fileName;
-        char const* name;
-    } const cases[] = {
-        { "backup.sh", "backup" },
-        { "two words.b.py", "two words.b" },
-        { "a.tar.gz", "a.tar.gz" },
-        { "x.SH", "x.SH" },
-        { "x.", "x." },
-        { "sh", "sh" },
-        { ".sh", ".sh" },
-    };
-    for (auto const& [fileName, name] : cases)
-        EXPECT_EQ(withoutScriptExtension(fileName), name);
-}
-
 TEST(Names, InMessages_areHarmless)
 {
     EXPECT_EQ(printable("a é\x1B[2J\n\xFF"), "a é\\x1B[2J\\x0A\\xFF");

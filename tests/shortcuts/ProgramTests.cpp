@@ -228,25 +228,4 @@ TEST(Program, AddressHandler_canOnlyOpen)
     EXPECT_TRUE(entry->actions.empty());
 }
 
-TEST(Program, Usage_isToldOnTheRightStreamWithTheRightStatus)
-{
-    Scratch scratch;
-    for (auto const* command : { "help", "--help", "-h" }) {
-        auto const outcome = scratch.run({ command });
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_THAT(outcome.output, HasSubstr("shortcuts run NAME"));
-        EXPECT_EQ(outcome.errors, "");
-    }
-    EXPECT_THAT(scratch.run({ "version" }).output, testing::MatchesRegex("shortcuts .*[0-9]\n"));
-
-    std::vector<std::string> const wrong[] = { {}, { "" }, { "other" }, { "run" },
-        { "run", "a", "b" }, { "list", "x" }, { "open", "a", "b" }, { "version", "x" } };
-    for (auto const& arguments : wrong) {
-        auto const outcome = scratch.run(arguments);
-        EXPECT_EQ(outcome.status, 64);
-        EXPECT_EQ(outcome.output, "");
-        EXPECT_THAT(outcome.errors, StartsWith("Usage:"));
-    }
-}
-
 } // namespace quillbar::shortcuts

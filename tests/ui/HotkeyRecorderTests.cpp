@@ -55,15 +55,6 @@ TEST_F(Recording, NextKey_becomesTheHotkeyAndGoesNoFurther)
     EXPECT_EQ(recorded.size(), 1u);
 }
 
-TEST_F(Recording, ModifierKeys_passAndTheRecordingGoesOn)
-{
-    click(recorder);
-    for (auto const keyCode : { 54u, 55u, 56u, 58u, 60u, 61u, 62u })
-        EXPECT_FALSE(press(keyCode));
-    EXPECT_TRUE(recorder->isRecording());
-    EXPECT_TRUE(recorded.empty());
-}
-
 TEST_F(Recording, StartedByKeyboard_returnsTheFocus)
 {
     window->makeFirstResponder(recorder);
@@ -93,15 +84,6 @@ TEST_F(Recording, ClosedWindow_endsItEachTime)
         window->makeKeyAndOrderFront();
         EXPECT_FALSE(platform::isKeyboardGrabWanted());
     }
-}
-
-TEST_F(Recording, GoneRecorder_leavesTheKeysAlone)
-{
-    click(recorder);
-    recorder->removeFromSuperview();
-    recorder.reset();
-    EXPECT_FALSE(platform::isKeyboardGrabWanted());
-    EXPECT_FALSE(press(49));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 #include "support/HeadlessTest.h"
 #include "ui/IconMenu.h"
 
-#include <algorithm>
-
 namespace quillbar {
 namespace {
 

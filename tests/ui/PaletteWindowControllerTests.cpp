@@ -95,16 +95,5 @@ TEST_F(PaletteWindowControllerTest, NothingToRunMeansNothingHappens)
     EXPECT_TRUE(chosen_.empty());
 }
 
-TEST_F(PaletteWindowControllerTest, EscapeBeforeTheDeferredRaiseDoesNotBringItBack)
-{
-    auto const palette = makeController<PaletteWindowController>(
-        std::make_shared<PaletteList>(Names { "A" }, std::map<std::string, std::string> {}),
-        nullptr);
-    palette->show();
-    EXPECT_TRUE(test::press(key::escape));
-    headless::runPosted();
-    EXPECT_TRUE(record.windows.empty());
-}
-
 } // namespace
 } // namespace quillbar

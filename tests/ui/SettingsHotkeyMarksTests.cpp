@@ -9,21 +9,6 @@ using test::click;
 
 using SettingsHotkeyMarks = SettingsWindowFixture;
 
-TEST_F(SettingsHotkeyMarks, HotkeyTheRecorderShows_isNamedForEyesAndEars)
-{
-    record.hotkeyObstacles[{ 7, controlKey }] = HotkeyObstacle::NoService;
-    auto config = pinning({ "A", "B", "C" });
-    config.shortcutHotkeys = { { { "A", { 7, controlKey } }, { "B", { 8, controlKey } } } };
-    open(config);
-    auto const recorder = find<HotkeyRecorder>("Hotkey for A");
-    EXPECT_EQ(recorder->toolTip(), "keys 4096+7\nIt does not work.\nUse the menu instead.");
-    EXPECT_EQ(recorder->accessibilityDescription(),
-        "⌃·7, keys 4096+7. It does not work. Use the menu instead.");
-    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for B")->toolTip(), "keys 4096+8");
-    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for C")->toolTip(), "");
-    EXPECT_EQ(find<HotkeyRecorder>("Hotkey for C")->accessibilityDescription(), "None");
-}
-
 TEST_F(SettingsHotkeyMarks, OneHotkeyForTwo_marksWhatComesLaterWhenHotkeysAreRegistered)
 {
     auto config = pinning({ "C", "B", "A" });
@@ -37,25 +22,6 @@ TEST_F(SettingsHotkeyMarks, OneHotkeyForTwo_marksWhatComesLaterWhenHotkeysAreReg
     EXPECT_EQ(problem("Hotkey for B"), "");
     setHotkey("Quick open hotkey", 10, 0);
     EXPECT_EQ(problem("Hotkey for C"), "");
-}
-
-TEST_F(SettingsHotkeyMarks, Marks_areAskedForAnew)
-{
-    open(pinning({ "A" }));
-    KeyCombination const quickOpen { 17, 0x900 };
-    window().userChangedKey(false);
-    std::function<void()> const causes[] = { [] { headless::tellHotkeyObstacleObservers(); },
-        [this] { window().userChangedKey(true); }, [this] { save(); }, [this] { click(find("B")); },
-        [this] { click(removeButton(0)); } };
-    bool isTaken = false;
-    for (auto const& cause : causes) {
-        isTaken = !isTaken;
-        record.hotkeyObstacles.clear();
-        if (isTaken)
-            record.hotkeyObstacles[quickOpen] = HotkeyObstacle::Taken;
-        cause();
-        EXPECT_EQ(problem("Quick open hotkey").empty(), !isTaken);
-    }
 }
 
 TEST_F(SettingsHotkeyMarks, RecorderWithoutItsHotkey_isNotMarked)

@@ -52,17 +52,6 @@ TEST(SettingsModel, PinsAndUnpins_keepOrderAndOffersSorted)
     EXPECT_EQ(model.unpin(2), std::nullopt);
 }
 
-TEST(SettingsModel, AKeyCodeThatNoKeyCanHave_endsTheProgramBeforeItIsHandedOver)
-{
-    auto config = pinning({});
-    config.shortcutHotkeys = { { { "A", { -1, 0 } } } };
-    SettingsModel model(config, { "A" });
-    EXPECT_TRUE(model.save({}).shortcutHotkeys->empty())
-        << "nobody looks at it while A is not pinned";
-    model.pin("A");
-    EXPECT_DEATH((void)model.configAfterMoving("A", Move::IntoPinned, {}), "key code");
-}
-
 TEST(SettingsModel, UnpinAndPinAgain_keepsFlagAndSectionButLosesTheHotkey)
 {
     SettingsModel model(pinning({ "A" }), { "A" });
@@ -101,19 +90,6 @@ TEST(SettingsModel, Records_leaveOutWhatIsNotPinnedOrMeansNothing)
     expected.launchAtLoginShortcuts = { { { "A", false } } };
     expected.groupOf = { { { "B", "Work" } } };
     EXPECT_EQ(saved, expected);
-}
-
-TEST(SettingsModel, IconAndQuickOpenHotkey_stayWhereNoneIsChosen)
-{
-    auto config = pinning({});
-    config.iconSymbol = "flame.fill";
-    SettingsModel model(config, {});
-    EXPECT_EQ(model.save({}).iconSymbol, "flame.fill");
-    EXPECT_EQ(model.menuHotkeyEff(), (Hotkey { 17, 0x900 }));
-    EXPECT_EQ(model.save({}).menuHotkey, std::nullopt);
-    model.setMenuHotkey({ 3, 0x200 });
-    EXPECT_EQ(model.menuHotkeyEff(), (Hotkey { 3, 0x200 }));
-    EXPECT_EQ(model.save({}).menuHotkey, (Hotkey { 3, 0x200 }));
 }
 
 } // namespace

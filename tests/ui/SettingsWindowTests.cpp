@@ -5,7 +5,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace platform;
-using test::choose;
 using test::click;
 using test::press;
 
@@ -67,33 +66,6 @@ TEST_F(SettingsWindow, ReusedRow_endsTheRecordingOfItsFormerShortcut)
     EXPECT_FALSE(platform::isKeyboardGrabWanted());
 }
 
-TEST_F(SettingsWindow, CustomSection_comesFromThePrompt)
-{
-    struct {
-        char const* before;
-        AlertAnswer answer;
-        char const* asked;
-        char const* shown;
-    } const cases[] = {
-        { "Work", { .button = 0, .text = " Games\n" }, "", "Games" },
-        { "Games", { .button = 0, .text = "Evening" }, "Games", "Evening" },
-        { "Games", { .button = 1, .text = "Evening" }, "Games", "Games" },
-        { "Games", { .button = 0, .text = "  " }, "Games", "None" },
-    };
-    for (auto const& [before, answer, asked, shown] : cases) {
-        auto config = pinning({ "A" });
-        config.groupOf = { { { "A", before } } };
-        open(config);
-        record.alertAnswers.push_back(answer);
-        EXPECT_TRUE(choose(find<PopUpButton>("Section for A"), "Custom…"));
-        EXPECT_EQ(record.shownAlerts.back().accessory->text, asked);
-        EXPECT_EQ(find<PopUpButton>("Section for A")->visibleText(), shown);
-    }
-    EXPECT_EQ(
-        record.shownAlerts.front().informativeText, "Name a section for “A” in the menu bar.");
-    EXPECT_TRUE(save().groupOf->empty());
-}
-
 TEST_F(SettingsWindow, VeryManyShortcuts_appearOverSeveralTurnsOnceEach)
 {
     Names names;
@@ -135,22 +107,6 @@ TEST_F(SettingsWindow, UnpinningByKeyboard_staysInTheRow)
     EXPECT_EQ(window().firstResponder(), removeButton(0));
     EXPECT_TRUE(press(key::space));
     EXPECT_EQ(window().firstResponder(), find("A"));
-}
-
-TEST_F(SettingsWindow, Controls_doNothingOnceTheControllerIsGone)
-{
-    open(pinning({ "A" }));
-    auto const keptWindow = std::static_pointer_cast<Window>(window().shared_from_this());
-    auto const keptTable = table();
-    auto const checkbox = find("B");
-    auto const remove = removeButton(0);
-    controller.reset();
-    checkbox->userClicked();
-    remove->userClicked();
-    EXPECT_FALSE(keptTable->userDropped("A", 0));
-    keptTable->reloadData();
-    EXPECT_EQ(keptTable->numberOfRows(), 0u);
-    EXPECT_TRUE(saved.empty());
 }
 
 } // namespace

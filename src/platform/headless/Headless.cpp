@@ -27,7 +27,8 @@ Record& record()
 
 void reset()
 {
-    // What is forgotten may hold the last reference to a controller, whose end uses the record.
+    // The old record may hold the last reference to a controller, whose destructor uses the new
+    // one.
     [[maybe_unused]] auto const forgotten = std::exchange(theRecord, Record());
 }
 
@@ -35,7 +36,7 @@ void reset()
 
 using headless::record;
 
-// With nobody to bring events, a program without waiting work has come to its end.
+// There are no events, so the loop also ends when no work is waiting.
 int runApplication(int /*argumentCount*/, char** /*arguments*/,
     std::function<std::shared_ptr<ApplicationDelegate>()> const& makeDelegate)
 {
@@ -102,10 +103,9 @@ void postNotification(Notification notification)
     record().postedNotifications.push_back(std::move(notification));
 }
 
-void openAddress(std::string const& address)
+void openAddress(std::string const& /*address*/)
 {
     record().journal.emplace_back("openAddress");
-    record().openedAddresses.push_back(address);
 }
 
 bool hasSecuritySettings()
@@ -127,7 +127,6 @@ void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch)
 void removeLoginEntry(std::string const& label)
 {
     record().journal.emplace_back("removeLoginEntry");
-    record().removedLoginLabels.push_back(label);
     auto& written = record().loginEntry;
     if (written && written->entry.label == label)
         written.reset();
@@ -160,7 +159,7 @@ std::filesystem::path stateFolder()
 
 std::string executablePath()
 {
-    return record().executablePath;
+    return "/opt/Quillbar/quillbar";
 }
 
 std::string bundleVersion()

@@ -38,7 +38,7 @@ enum class ChildStart : std::uint8_t { Succeeds, Fails };
 /// What becomes of a child process. By default it succeeds at once, without output.
 struct ChildScript {
     ChildStart start = ChildStart::Succeeds;
-    /// Nothing stands for a signal.
+    /// Empty when a signal ended it.
     std::optional<int> exitStatus = 0;
     std::chrono::milliseconds duration { 0 };
     /// What readChildOutput() returns, at once.
@@ -62,7 +62,7 @@ struct Record {
 
     /// Virtual time since the last reset().
     std::chrono::milliseconds now { 0 };
-    /// By the time at which it is due; work of one time in the order in which it came.
+    /// Keyed by the time at which it is due; work due at the same time is in the order of posting.
     std::multimap<std::chrono::milliseconds, std::function<void()>> waitingWork;
     bool isTerminated = false;
     Menu mainMenu;
@@ -86,7 +86,7 @@ struct Record {
     NotificationAuthorization notificationAnswer = NotificationAuthorization::Denied;
     std::vector<Notification> postedNotifications;
 
-    /// The registrations that live, in the order of registration.
+    /// The present registrations, in the order in which they were made.
     std::vector<RegisteredHotkey> registeredHotkeys;
     /// The combinations that another program owns.
     std::set<KeyCombination> refusedHotkeys;
@@ -100,15 +100,11 @@ struct Record {
     /// The arguments of every readChildOutput().
     std::vector<std::vector<std::string>> readChildren;
 
-    std::vector<std::string> openedAddresses;
-    /// The login entry that stands now.
+    /// The present login entry.
     std::optional<WrittenLoginEntry> loginEntry;
-    /// The labels whose entry was to be removed.
-    std::vector<std::string> removedLoginLabels;
 
     std::vector<std::filesystem::path> applicationSupportFolders;
     std::filesystem::path stateFolder;
-    std::string executablePath = "/opt/Quillbar/quillbar";
     /// The names that symbolExists() denies; all others exist.
     std::set<std::string, std::less<>> missingSymbols;
 };
@@ -123,11 +119,9 @@ void advance(std::chrono::milliseconds duration);
 /// Runs the work that is due now.
 void runPosted();
 
-/// Presses the combination; nothing happens when it is not registered.
+/// Presses the combination, which does nothing unless it is registered.
 void fire(std::uint32_t keyCode, std::uint32_t modifiers);
-/// Reports a press of that id to the program, registered or not.
-void fire(std::uint32_t id);
-/// Reports that obstacles may have changed.
+/// Calls the observers of observeHotkeyObstacles().
 void tellHotkeyObstacleObservers();
 
 } // namespace quillbar::platform::headless

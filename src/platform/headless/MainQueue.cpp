@@ -49,7 +49,7 @@ void advance(milliseconds duration)
     while (auto const work = takeDue(until))
         work();
     std::lock_guard const lock(mutex);
-    // The work may have moved the clock itself.
+    // The work may have called advance() itself.
     record().now = std::max(record().now, until);
 }
 

@@ -12,7 +12,8 @@ namespace {
 using headless::record;
 using headless::RegisteredHotkey;
 
-// These outlive a reset, as the process's one hotkey manager does, which installs them only once.
+// Not in the record, because reset() must leave them: the process's one hotkey manager installs
+// them once only.
 std::function<void(std::uint32_t)> handler;
 std::map<std::uint64_t, std::function<void()>> observers;
 
@@ -93,13 +94,7 @@ void fire(std::uint32_t keyCode, std::uint32_t modifiers)
 {
     auto const hotkey = findRegistered({ keyCode, modifiers });
     if (hotkey != record().registeredHotkeys.end())
-        fire(hotkey->id);
-}
-
-void fire(std::uint32_t id)
-{
-    if (handler)
-        handler(id);
+        handler(hotkey->id);
 }
 
 void tellHotkeyObstacleObservers()

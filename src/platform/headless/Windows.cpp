@@ -40,7 +40,7 @@ void takeAway(Window& window)
     std::erase(shown, &window);
     if (record().keyWindow != &window)
         return;
-    // A window that goes away is not told: it knows, and may be under destruction.
+    // Without userChangedKey(): orderOut() has set the state, or the destructor is running.
     record().keyWindow = nullptr;
     auto const next
         = std::ranges::find_if(shown, [](auto* other) { return other->canBecomeKeyWindow(); });

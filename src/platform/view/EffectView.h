@@ -5,8 +5,8 @@
 
 namespace quillbar::platform {
 
-/// The ground of a floating panel: what lies behind the window shines through blurred where the
-/// system can do that, else it is opaque.
+/// The background of a floating panel: what lies behind the window, blurred, where the system can
+/// draw that; opaque elsewhere.
 class EffectView : public View {
 public:
     EffectView()

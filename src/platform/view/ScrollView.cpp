@@ -40,7 +40,7 @@ View* ScrollView::documentView() const
 double ScrollView::maximumOffset() const
 {
     auto const* const document = documentView();
-    // A document as high as the frame is not worth scrolling for the border's sake.
+    // A document that fits into the frame does not scroll, although the border covers its edges.
     if (!document || document->frame().height <= frame().height)
         return 0;
     return document->frame().height - contentSize().height;
@@ -75,7 +75,7 @@ void ScrollView::subviewResized(View&)
 void ScrollView::contentChanged()
 {
     offset_ = std::clamp(offset_, 0.0, maximumOffset());
-    // What comes into view has its peers before it is scrolled there.
+    // First the peers of what comes into view, then the native scrolling.
     if (auto* const document = documentView()) {
         document->visibleRectChanged(visibleRect());
         document->sync();

@@ -50,7 +50,7 @@ private:
     double alpha_ = 1;
 };
 
-/// A square item in the system's status area, there as long as this object. Main thread.
+/// A square item in the system's status area, shown as long as this object exists. Main thread.
 class StatusItem {
 public:
     StatusItem();

@@ -10,7 +10,7 @@ namespace quillbar::platform {
 
 namespace {
 
-// The way from a view down to one inside it, as places among the subviews.
+// The indices among the subviews that lead from a view down to one inside it.
 std::vector<std::size_t> pathBetween(View const& ancestor, View const& descendant)
 {
     std::vector<std::size_t> path;

@@ -10,7 +10,7 @@ View::~View()
 {
     for (auto const& subview : subviews_)
         subview->superview_ = nullptr;
-    // A subview that someone else holds outlives its place.
+    // A subview that is also held elsewhere outlives this view.
     for (auto const& subview : subviews_)
         subview->detach();
 }
@@ -122,7 +122,8 @@ KeyEventResult View::keyDown(KeyEvent const&)
 
 void View::visibleRectChanged(Rect const& visibleRect)
 {
-    // A page on either side keeps the keyboard's next stop and a turn of the wheel at hand.
+    // A page above and one below are included: the next control in Tab order and the part that a
+    // turn of the wheel brings into view have their peers already.
     peerBounds_ = Rect { visibleRect.x, visibleRect.y - visibleRect.height, visibleRect.width,
         3 * visibleRect.height };
     for (auto const& subview : subviews_)
@@ -160,7 +161,7 @@ bool View::wantsPeer(View const& subview) const
         return false;
     if (!peerBounds_ || intersects(*peerBounds_, subview.frame_))
         return true;
-    // The focus stays where it is while its view is scrolled away.
+    // A focused view that is scrolled out of sight keeps its peer, which has the native focus.
     auto const* const owner = window();
     auto const focused = owner ? owner->firstResponder() : nullptr;
     return focused && focused->isDescendantOf(subview);

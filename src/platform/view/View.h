@@ -57,7 +57,7 @@ public:
     void setAccessibilityLabel(std::string label);
     void setAccessibilityDescription(std::string description);
     void setFocusRing(FocusRing focusRing);
-    /// Names what the view is for when a table reuses it.
+    /// What TableView::takeReusableView() finds the view by.
     void setIdentifier(std::string identifier) { identifier_ = std::move(identifier); }
 
     [[nodiscard]] ViewKind kind() const { return kind_; }
@@ -123,7 +123,7 @@ protected:
     /// Brings the state over to the native side, if there is one.
     void sync() const;
 
-    /// Stores the value; whether it was another one.
+    /// Stores the value and returns whether it differs from the old one.
     template <typename Value> static bool assign(Value& field, Value value)
     {
         if (field == value)

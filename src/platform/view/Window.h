@@ -8,7 +8,7 @@ namespace quillbar::platform {
 
 enum class WindowKind : std::uint8_t {
     Window,
-    /// Helps another program's window for a moment: it stands in no list of windows.
+    /// An auxiliary window, shown briefly; the system lists it in no task bar or window switcher.
     Panel,
 };
 enum class WindowStyle : std::uint8_t {
@@ -25,7 +25,7 @@ struct NativeWindowDeleter {
     void operator()(NativeWindow* native) const;
 };
 
-/// A window on the screen, which keeps its place when another program comes forward. Made with
+/// A window on the screen, which stays visible when another program becomes active. Made with
 /// std::make_shared; it appears when it is first ordered front. Main thread.
 class Window : public std::enable_shared_from_this<Window> {
 public:
@@ -40,7 +40,7 @@ public:
     void setTitle(std::string title);
     void setLevel(WindowLevel level);
     void setBackground(WindowBackground background);
-    /// Around a clear window, where compositors draw none, a stronger edge may stand for it.
+    /// Compositors draw no shadow around a clear window; a backend may draw a stronger border then.
     void setHasShadow(bool hasShadow);
     void setMovableByBackground(bool isMovable);
     /// Replaces the view that fills the window.
@@ -64,9 +64,9 @@ public:
     void orderOut();
     /// Hides the window and tells the observers, which may destroy it.
     void close();
-    /// Observers stay for good and are told in the order in which they came.
+    /// Observers cannot be removed and are called in the order in which they were added.
     void addWillCloseObserver(std::function<void()> observer);
-    /// Told each time the window gets the keyboard; stays for good as well.
+    /// Called each time the window becomes the key window; cannot be removed either.
     void addDidBecomeKeyObserver(std::function<void()> observer);
 
     [[nodiscard]] bool isVisible() const { return isVisible_; }
