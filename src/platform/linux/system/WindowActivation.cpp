@@ -45,6 +45,19 @@ void passOnActivationToken()
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }
 
+void forgetWhenFocusIsLost(QWindow& window)
+{
+    auto const focusChanged = [&window] {
+        auto& activated = lastUserAction().activatedWindow;
+        if (QGuiApplication::focusWindow() == &window)
+            forgetWhenFocusIsLost(window);
+        else if (activated == &window)
+            activated.clear();
+    };
+    QObject::connect(
+        &window, &QWindow::activeChanged, &window, focusChanged, Qt::SingleShotConnection);
+}
+
 } // namespace
 
 bool isWaylandSession()
@@ -56,13 +69,7 @@ void activateWindow(QWindow& window)
 {
     WindowManagerWatch::install();
     lastUserAction().activatedWindow = &window;
-    QObject::connect(
-        &window, &QWindow::activeChanged, &window,
-        [&window] {
-            if (auto& activated = lastUserAction().activatedWindow; activated == &window)
-                activated.clear();
-        },
-        Qt::SingleShotConnection);
+    forgetWhenFocusIsLost(window);
     window.raise();
     if (auto* const connection = x11Connection())
         return sendActivation(connection, window);
