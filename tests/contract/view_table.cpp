@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace quillbar::platform {
 namespace {
 
@@ -20,10 +18,8 @@ protected:
         scroll->setDocumentView(table);
         window->contentView().addSubview(scroll);
         table->setRowHeight(20);
-        table->rowCount = [this] { return names.size(); };
+        table->rowCount = [this] { return rows; };
         table->viewForRow = [this](std::size_t row) { return bind(row); };
-        table->dragTextForRow = [this](std::size_t row) { return std::optional(names[row]); };
-        table->acceptDrop = [this](auto const& text, auto gap) { return move(text, gap); };
         window->makeKeyAndOrderFront();
     }
     ~ViewTable() override
@@ -34,9 +30,7 @@ protected:
 
     void load(std::size_t count)
     {
-        names.clear();
-        for (std::size_t row = 0; row < count; ++row)
-            names.push_back(std::to_string(row));
+        rows = count;
         table->reloadData();
     }
 
@@ -50,21 +44,8 @@ protected:
             view->addSubview(std::make_shared<TextField>());
             ++made;
         }
-        static_cast<Label&>(*view->subviews()[0]).setText(names[row]);
+        static_cast<Label&>(*view->subviews()[0]).setText(std::to_string(row));
         return view;
-    }
-
-    bool move(std::string const& text, std::size_t gap)
-    {
-        auto const from = std::ranges::find(names, text);
-        if (from == names.end())
-            return false;
-        auto const index = static_cast<std::size_t>(from - names.begin());
-        names.erase(from);
-        names.insert(
-            names.begin() + static_cast<std::ptrdiff_t>(index < gap ? gap - 1 : gap), text);
-        table->reloadData();
-        return true;
     }
 
     [[nodiscard]] std::string textAt(std::size_t row) const
@@ -73,7 +54,7 @@ protected:
         return view ? static_cast<Label&>(*view->subviews()[0]).text() : "none";
     }
 
-    std::vector<std::string> names;
+    std::size_t rows = 0;
     int made = 0;
     std::shared_ptr<Window> window
         = std::make_shared<Window>(Size { 300, 200 }, WindowStyle::TitledClosable);
@@ -109,27 +90,6 @@ TEST_F(ViewTable, Reload_givesEveryRowItsViewAgain)
     EXPECT_FALSE(table->viewAtRow(1)->isHidden());
 }
 
-TEST_F(ViewTable, Clicks_selectOneRow)
-{
-    load(3);
-    std::optional<std::size_t> opened;
-    table->onDoubleClick = [&] { opened = table->clickedRow(); };
-    table->userClicked(2);
-    EXPECT_EQ(table->selectedRow(), 2u);
-    EXPECT_TRUE(isInSelectedRow(*table->viewAtRow(2)->subviews()[0]));
-    EXPECT_FALSE(isInSelectedRow(*table->viewAtRow(1)));
-    table->userDoubleClicked(1);
-    EXPECT_EQ(opened, 1u);
-    table->userDoubleClicked(std::nullopt);
-    EXPECT_EQ(opened, std::nullopt);
-    EXPECT_EQ(table->selectedRow(), 1u);
-
-    table->clearSelection();
-    table->setSelectionMode(SelectionMode::None);
-    table->userClicked(2);
-    EXPECT_EQ(table->selectedRow(), std::nullopt);
-}
-
 TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottomWhateverViewsTheyReuse)
 {
     load(50);
@@ -140,15 +100,6 @@ TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottomWhateverViewsTheyReuse)
         ASSERT_TRUE(window->firstResponder());
         EXPECT_EQ(table->rowOf(*window->firstResponder()), row);
     }
-}
-
-TEST_F(ViewTable, Drop_refusesWhatIsNoRow)
-{
-    load(3);
-    EXPECT_FALSE(table->userDropped("foreign", 1));
-    EXPECT_FALSE(table->userDropped("0", 4));
-    EXPECT_TRUE(table->userDropped("0", 3));
-    EXPECT_EQ(names.back(), "0");
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "contract/Backend.h"
-#include "platform/view/Button.h"
 #include "platform/view/Label.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/TextField.h"
@@ -18,13 +17,6 @@ protected:
         test::settle();
     }
 
-    std::shared_ptr<Button> addButton(std::string title)
-    {
-        auto button = std::make_shared<Button>(ButtonStyle::Push, std::move(title));
-        button->setFrame({ 0, 0, 80, 30 });
-        return window->contentView().addSubview(std::move(button));
-    }
-
     std::shared_ptr<TextField> addField()
     {
         return window->contentView().addSubview(std::make_shared<TextField>());
@@ -33,43 +25,6 @@ protected:
     std::shared_ptr<Window> window
         = std::make_shared<Window>(Size { 300, 200 }, WindowStyle::TitledClosable);
 };
-
-TEST_F(ViewWindows, Close_tellsEveryObserverOnceAndHides)
-{
-    std::string told;
-    window->addWillCloseObserver([&] {
-        told += "a";
-        window->close();
-    });
-    window->addWillCloseObserver([&] { told += window->isVisible() ? "visible" : "b"; });
-    window->makeKeyAndOrderFront();
-    window->close();
-    EXPECT_EQ(told, "ab");
-    window->makeKeyAndOrderFront();
-    window->userClosed();
-    EXPECT_EQ(told, "abab");
-    window->makeKeyAndOrderFront();
-    window->orderOut();
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(told, "abab") << "hidden, not closed";
-}
-
-TEST_F(ViewWindows, ReturnAndEnter_clickTheDefaultButtonUnlessItIsOff)
-{
-    int saved = 0;
-    auto const button = addButton("Save");
-    button->setKeyEquivalent(ButtonKey::Return);
-    button->onClick = [&] { ++saved; };
-    window->makeKeyAndOrderFront();
-
-    EXPECT_EQ(window->userPressedKey({ key::returnKey, 0 }), KeyEventResult::Consume);
-    EXPECT_EQ(window->userPressedKey({ key::keypadEnter, 0 }), KeyEventResult::Consume);
-    EXPECT_EQ(window->userPressedKey({ key::returnKey, shiftKey }), KeyEventResult::Pass);
-    button->setEnabled(false);
-    EXPECT_EQ(window->userPressedKey({ key::returnKey, 0 }), KeyEventResult::Pass);
-
-    EXPECT_EQ(saved, 2);
-}
 
 TEST_F(ViewWindows, Tab_visitsWhatIsVisibleAndOnInTheOrderOfAdding)
 {
@@ -119,15 +74,6 @@ protected:
     std::shared_ptr<ScrollView> scroll = std::make_shared<ScrollView>();
     std::shared_ptr<View> list = std::make_shared<View>();
 };
-
-TEST_F(ScrolledList, OnlyWhatIsNear_hasPeers)
-{
-    EXPECT_LE(peerCount(), 20u);
-    scroll->userScrolled(10000);
-    EXPECT_LE(peerCount(), 20u);
-    EXPECT_EQ(list->subviews()[0]->native(), nullptr);
-    EXPECT_NE(list->subviews()[502]->native(), nullptr);
-}
 
 TEST_F(ScrolledList, Tab_reachesAndShowsEveryView)
 {

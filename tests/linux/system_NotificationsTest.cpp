@@ -1,8 +1,6 @@
 #include "linux/PrivateBus.h"
 #include "linux/system_Support.h"
 #include "platform/Notifications.h"
-#include "platform/Updater.h"
-#include "platform/Workspace.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -95,19 +93,6 @@ TEST_F(Notifications, Authorization_isGivenForAServiceThatTheBusCanStart)
         "[D-BUS Service]\nName=org.freedesktop.Notifications\nExec=/bin/false\n");
     PrivateBus const bus(busConfiguration(folder.path()));
     EXPECT_EQ(authorization(), NotificationAuthorization::Authorized);
-}
-
-TEST_F(Notifications, WhatNoProgramCanOpen_isTold)
-{
-    quillbar::testing::useScratchHome(folder.path());
-    PrivateBus const bus(busConfiguration(folder.path()));
-    FakeService service;
-    auto const updater = startUpdater();
-    updater->checkForUpdates();
-    EXPECT_EQ(service.nextText(),
-        QStringLiteral("Your system’s package manager keeps Quillbar up to date."));
-    openAddress("https://example.org");
-    EXPECT_EQ(service.nextText(), QStringLiteral("No program could open “https://example.org”."));
 }
 
 } // namespace

@@ -29,7 +29,10 @@ struct Driver : ApplicationDelegate, std::enable_shared_from_this<Driver> {
         // Work that is never reached keeps what it holds alive.
         postDelayed(std::chrono::hours(1), [held = shared_from_this()] {});
     }
-    void applicationWillTerminate() override { }
+    void applicationWillTerminate() override
+    {
+        post([held = shared_from_this()] {});
+    }
     void openSettings() override { tell("settings"); }
     void openPalette() override { tell("palette"); }
 };

@@ -13,19 +13,6 @@ namespace {
 
 using Controls = ViewsFixture;
 
-TEST_F(Controls, RealClick_mayDestroyTheButtonsWidget)
-{
-    for (auto const style : { ButtonStyle::Push, ButtonStyle::CheckBox, ButtonStyle::Borderless }) {
-        auto button = add(std::make_shared<Button>(style, "Pin"), { 10, 10, 80, 28 });
-        button->onClick = [this] { window->contentView().removeAllSubviews(); };
-        auto& widget = widgetOf(*button);
-        std::weak_ptr<View> const gone = std::exchange(button, nullptr);
-        QTest::mouseClick(&widget, Qt::LeftButton);
-        settle();
-        EXPECT_TRUE(gone.expired());
-    }
-}
-
 TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
 {
     auto const popUp = add(std::make_shared<PopUpButton>(), { 10, 4, 124, 22 });

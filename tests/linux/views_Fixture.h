@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contract/Backend.h"
 #include "platform/linux/views/NativeView.h"
 #include "platform/linux/views/WindowPeer.h"
 #include "platform/view/Window.h"
@@ -23,13 +24,7 @@ protected:
     ~ViewsFixture() override
     {
         window.reset();
-        settle();
-    }
-
-    static void settle()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
+        test::settle();
     }
 
     template <typename Kind> std::shared_ptr<Kind> add(std::shared_ptr<Kind> view, Rect frame)

@@ -30,7 +30,7 @@ protected:
             return true;
         };
         table->reloadData();
-        settle();
+        test::settle();
     }
 
     /// Where the pointer meets the label of a row, as the mouse does.

@@ -2,31 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
 namespace quillbar::platform {
-
-TEST(Text, IsValidUtf8_refusesWhatNoEncoderWrites)
-{
-    for (auto const* text : { "", "plain", "é", "日本", "👩‍👩‍👧", "\U0010FFFF" })
-        EXPECT_TRUE(isValidUtf8(text)) << text;
-
-    struct {
-        char const* fault;
-        std::string text;
-    } const cases[] = {
-        { "lone continuation byte", "a\x80" },
-        { "sequence cut short", "a\xE6\x97" },
-        { "overlong slash", "\xC0\xAF" },
-        { "surrogate", "\xED\xA0\x80" },
-        { "beyond the last character", "\xF4\x90\x80\x80" },
-        { "byte of no sequence", "\xFF" },
-    };
-    for (auto const& [fault, text] : cases)
-        EXPECT_FALSE(isValidUtf8(text)) << fault;
-}
 
 TEST(Text, Trimmed_removesAllKindsOfWhiteSpaceFromTheEndsOnly)
 {
@@ -57,12 +36,6 @@ TEST(Text, Isolated_closesInWhatTurnsLinesAround)
         EXPECT_EQ(isolated(text), expected);
 }
 
-TEST(Text, MalformedBytes_becomeReplacementCharacters)
-{
-    EXPECT_EQ(trimmed(" a\xFF "), "a\uFFFD");
-    EXPECT_EQ(upperCased("a\xFFz"), "A\uFFFDZ");
-}
-
 TEST(TextDeathTest, UpperCased_followsTheLanguage)
 {
     // The language is read once per process, so each gets one of its own.
@@ -86,16 +59,6 @@ TEST(Text, IsOrderedBefore_goesByScalarValues)
             EXPECT_EQ(isOrderedBefore(ordered[left], ordered[right]), left < right)
                 << ordered[left] << " / " << ordered[right];
     }
-}
-
-TEST(Text, IsOrderedBefore_takesCanonicalEquivalentsForEqual)
-{
-    auto const* composed = "caf\u00E9";
-    auto const* decomposed = "cafe\u0301";
-    EXPECT_FALSE(isOrderedBefore(composed, decomposed));
-    EXPECT_FALSE(isOrderedBefore(decomposed, composed));
-    EXPECT_TRUE(isOrderedBefore("cafz", decomposed));
-    EXPECT_FALSE(isOrderedBefore("\xFF", "\xFE"));
 }
 
 } // namespace quillbar::platform

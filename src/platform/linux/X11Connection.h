@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <xcb/xcb.h>
 
+#include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace quillbar::platform {
@@ -13,5 +16,15 @@ namespace quillbar::platform {
 
 /// Waits for the server, so its answer is worth keeping; XCB_ATOM_NONE when the server is gone.
 [[nodiscard]] xcb_atom_t x11Atom(xcb_connection_t* connection, std::string_view name);
+
+/// Asks the window manager something about `window`, by a client message to the root window.
+void askWindowManager(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t message,
+    std::array<std::uint32_t, 2> data = {});
+
+/// What a native event filter was given by the X server; null when it came from elsewhere.
+[[nodiscard]] xcb_generic_event_t const* x11Event(QByteArray const& filterType, void* message);
+
+/// XCB_CLIENT_MESSAGE and the like, whether the server or another client sent the event.
+[[nodiscard]] int x11EventType(xcb_generic_event_t const& event);
 
 } // namespace quillbar::platform

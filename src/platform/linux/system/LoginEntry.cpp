@@ -17,8 +17,6 @@ constexpr auto enabledKey = "X-GNOME-Autostart-enabled";
 
 std::string entryFile(std::string const& label)
 {
-    if (label.empty() || label.find('/') != std::string::npos)
-        return {};
     return configHome() / "autostart" / (label + ".desktop");
 }
 
@@ -99,7 +97,7 @@ void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch)
 {
     auto const file = entryFile(entry.label);
     auto const previous = replaceableText(file);
-    if (file.empty() || !previous)
+    if (!previous)
         return;
     auto const text
         = entryText(entry, loginSwitch == LoginSwitch::Keep ? *previous : std::string());
@@ -114,10 +112,7 @@ void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch)
 
 void removeLoginEntry(std::string const& label)
 {
-    auto const file = entryFile(label);
-    struct stat status { };
-    if (::lstat(file.c_str(), &status) == 0 && (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode)))
-        ::unlink(file.c_str());
+    ::unlink(entryFile(label).c_str());
 }
 
 } // namespace quillbar::platform

@@ -19,19 +19,10 @@ namespace {
 // old: window managers that guard against stolen focus would leave the window in the background.
 void sendActivation(xcb_connection_t* connection, QWindow& window)
 {
-    xcb_client_message_event_t event {};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = static_cast<xcb_window_t>(window.winId());
     static auto const activeWindow = x11Atom(connection, "_NET_ACTIVE_WINDOW");
-    event.type = activeWindow;
     constexpr std::uint32_t fromPerson = 2;
-    event.data.data32[0] = fromPerson;
-    event.data.data32[1] = lastUserAction().time;
-    xcb_send_event(connection, 0, x11RootWindow(connection),
-        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-        reinterpret_cast<char const*>(&event));
-    xcb_flush(connection);
+    askWindowManager(connection, static_cast<xcb_window_t>(window.winId()), activeWindow,
+        { fromPerson, lastUserAction().time });
 }
 
 /// Qt looks for the token in the environment only.
@@ -45,6 +36,19 @@ void passOnActivationToken()
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }
 
+void forgetWhenFocusIsLost(QWindow& window)
+{
+    auto const focusChanged = [&window] {
+        auto& activated = lastUserAction().activatedWindow;
+        if (QGuiApplication::focusWindow() == &window)
+            forgetWhenFocusIsLost(window);
+        else if (activated == &window)
+            activated.clear();
+    };
+    QObject::connect(
+        &window, &QWindow::activeChanged, &window, focusChanged, Qt::SingleShotConnection);
+}
+
 } // namespace
 
 bool isWaylandSession()
@@ -56,13 +60,7 @@ void activateWindow(QWindow& window)
 {
     WindowManagerWatch::install();
     lastUserAction().activatedWindow = &window;
-    QObject::connect(
-        &window, &QWindow::activeChanged, &window,
-        [&window] {
-            if (auto& activated = lastUserAction().activatedWindow; activated == &window)
-                activated.clear();
-        },
-        Qt::SingleShotConnection);
+    forgetWhenFocusIsLost(window);
     window.raise();
     if (auto* const connection = x11Connection())
         return sendActivation(connection, window);

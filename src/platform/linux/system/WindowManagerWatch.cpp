@@ -78,11 +78,8 @@ WindowManagerWatch::WindowManagerWatch(QObject* application)
 bool WindowManagerWatch::nativeEventFilter(
     QByteArray const& eventType, void* message, qintptr* /*result*/)
 {
-    constexpr int sentBySomebody = 0x80;
-    if (eventType != "xcb_generic_event_t")
-        return false;
-    auto const* const event = static_cast<xcb_generic_event_t const*>(message);
-    if ((event->response_type & ~sentBySomebody) != XCB_PROPERTY_NOTIFY)
+    auto const* const event = x11Event(eventType, message);
+    if (event == nullptr || x11EventType(*event) != XCB_PROPERTY_NOTIFY)
         return false;
     auto const* const change = reinterpret_cast<xcb_property_notify_event_t const*>(event);
     static auto const managerWindow = x11Atom(x11Connection(), "_NET_SUPPORTING_WM_CHECK");

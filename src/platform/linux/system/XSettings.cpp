@@ -92,11 +92,10 @@ QByteArray XSettings::text(QByteArray const& name) const
 // A manager that starts announces itself by a client message to the root window.
 bool XSettings::nativeEventFilter(QByteArray const& eventType, void* message, qintptr* /*result*/)
 {
-    constexpr int sentBySomebody = 0x80;
-    if (eventType != "xcb_generic_event_t")
+    auto const* const event = x11Event(eventType, message);
+    if (event == nullptr)
         return false;
-    auto const* const event = static_cast<xcb_generic_event_t const*>(message);
-    auto const type = event->response_type & ~sentBySomebody;
+    auto const type = x11EventType(*event);
     auto const* const change = reinterpret_cast<xcb_property_notify_event_t const*>(event);
     auto const* const announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
     if ((type == XCB_PROPERTY_NOTIFY && change->atom == settings_)

@@ -82,11 +82,8 @@ void LegacyTray::update()
 // A tray that starts announces itself by a client message of the type MANAGER to the root window.
 bool LegacyTray::nativeEventFilter(QByteArray const& eventType, void* message, qintptr* /*result*/)
 {
-    constexpr int sentBySomebody = 0x80;
-    if (icon_ || eventType != "xcb_generic_event_t")
-        return false;
-    auto const* event = static_cast<xcb_generic_event_t const*>(message);
-    if ((event->response_type & ~sentBySomebody) != XCB_CLIENT_MESSAGE)
+    auto const* const event = x11Event(eventType, message);
+    if (icon_ || event == nullptr || x11EventType(*event) != XCB_CLIENT_MESSAGE)
         return false;
     auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
     // An icon that is there by the time when Qt knows of the tray would ask twice.

@@ -22,12 +22,12 @@ constexpr double hoverShare = 0.08;
 constexpr double pressedShare = 0.16;
 constexpr double hoverRadius = 4;
 constexpr double disabledShare = 0.4;
+constexpr double outlineShare = 0.4;
 
-/// A push button, or a borderless one: the style draws the bevel, the content is drawn here, as
-/// the style's own margins would not fit the frames.
-class ButtonPeer final : public Peer<QPushButton, Button> {
+/// What a push button and a check box have in common.
+class ClickablePeer : public Peer<QPushButton, Button> {
 public:
-    ButtonPeer(View& view, QWidget& parent)
+    ClickablePeer(View& view, QWidget& parent)
         : Peer(view, parent)
     {
         setAutoDefault(false);
@@ -36,6 +36,20 @@ public:
                 button->userClicked();
         });
     }
+
+protected:
+    static bool showsKeyboardFocus(QStyleOptionButton const& option)
+    {
+        auto constexpr focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+        return (option.state & focused) == focused;
+    }
+};
+
+/// A push button, or a borderless one: the style draws the bevel, the content is drawn here, as
+/// the style's own margins would not fit the frames.
+class ButtonPeer final : public ClickablePeer {
+public:
+    using ClickablePeer::ClickablePeer;
 
     void sync() override
     {
@@ -82,8 +96,7 @@ private:
                 palette().color(QPalette::WindowText), isPressed ? pressedShare : hoverShare));
             painter.drawRoundedRect(rect(), hoverRadius, hoverRadius);
         }
-        auto constexpr focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-        if ((option.state & focused) == focused) {
+        if (showsKeyboardFocus(option)) {
             painter.setPen(palette().color(QPalette::Highlight));
             painter.setBrush(Qt::NoBrush);
             painter.drawRoundedRect(
@@ -144,17 +157,12 @@ private:
 
 /// A checkable QPushButton, because Qt tells assistive technology the indicator's rectangle for a
 /// QCheckBox that draws its own text.
-class CheckBoxPeer final : public Peer<QPushButton, Button> {
+class CheckBoxPeer final : public ClickablePeer {
 public:
     CheckBoxPeer(View& view, QWidget& parent)
-        : Peer(view, parent)
+        : ClickablePeer(view, parent)
     {
-        setAutoDefault(false);
         setCheckable(true);
-        connect(this, &QPushButton::clicked, this, [this] {
-            if (auto* const button = portableView())
-                button->userClicked();
-        });
     }
 
     void sync() override
@@ -184,7 +192,7 @@ protected:
         drawOutline(painter, box);
         painter.setFont(font_);
         auto const color = textColor(*portable, SystemColor::Label, palette());
-        painter.setPen(isEnabled() ? color : faded(color, 0.4));
+        painter.setPen(isEnabled() ? color : faded(color, disabledShare));
         drawLine(painter, title, Qt::AlignLeft, text_);
         drawFocus(painter, option, title);
     }
@@ -206,15 +214,14 @@ private:
         painter.save();
         // The line's middle, so that all four sides stay inside at every scale.
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(faded(palette().color(QPalette::WindowText), 0.4));
+        painter.setPen(faded(palette().color(QPalette::WindowText), outlineShare));
         painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));
         painter.restore();
     }
 
     void drawFocus(QPainter& painter, QStyleOptionButton const& option, QRect const& title)
     {
-        auto constexpr focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-        if ((option.state & focused) != focused || portable->focusRing() == FocusRing::None)
+        if (!showsKeyboardFocus(option) || portable->focusRing() == FocusRing::None)
             return;
         QStyleOptionFocusRect ring;
         ring.QStyleOption::operator=(option);

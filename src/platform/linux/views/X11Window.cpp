@@ -41,15 +41,7 @@ void requestFrameMargins(QWidget const& window)
     if (!connection)
         return;
     static auto const atom = x11Atom(connection, "_NET_REQUEST_FRAME_EXTENTS");
-    xcb_client_message_event_t request {};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = static_cast<xcb_window_t>(window.winId());
-    request.type = atom;
-    xcb_send_event(connection, 0, x11RootWindow(connection),
-        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-        reinterpret_cast<char const*>(&request));
-    xcb_flush(connection);
+    askWindowManager(connection, static_cast<xcb_window_t>(window.winId()), atom);
 }
 
 QMargins frameMargins(QWidget const& window)
