@@ -30,6 +30,13 @@ QDBusConnection PrivateBus::connect(QString const& name) const
     return QDBusConnection::connectToBus(address_, name);
 }
 
+void disconnectAfter(QObject const& object, QDBusConnection const& connection)
+{
+    // Called after Qt's own slot, which takes the object out of the connection.
+    QObject::connect(&object, &QObject::destroyed,
+        [name = connection.name()] { QDBusConnection::disconnectFromBus(name); });
+}
+
 QDBusMessage ask(QDBusConnection connection, QDBusMessage const& call)
 {
     QDBusPendingCallWatcher watcher(connection.asyncCall(call));

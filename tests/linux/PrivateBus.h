@@ -25,6 +25,10 @@ private:
     QString address_;
 };
 
+/// Leaves the bus when `object` is gone, whose last registration on the connection was before: Qt
+/// closes a connection on a thread of its own, where it still looks at what is registered.
+void disconnectAfter(QObject const& object, QDBusConnection const& connection);
+
 /// Calls and runs the event loop until the answer is there, so that the callee may live in the same
 /// thread.
 [[nodiscard]] QDBusMessage ask(QDBusConnection connection, QDBusMessage const& call);

@@ -10,32 +10,22 @@
 namespace quillbar::testing {
 
 using namespace Qt::StringLiterals;
+using namespace platform;
 
-namespace {
-
-auto const portalName = u"org.freedesktop.portal.Desktop"_s;
-auto const portalPath = u"/org/freedesktop/portal/desktop"_s;
-auto const shortcutsInterface = u"org.freedesktop.portal.GlobalShortcuts"_s;
-
-} // namespace
+static auto const managerPath = u"/org/freedesktop/systemd1"_s;
 
 FakePortal::FakePortal(PrivateBus const& bus)
-    : connectionName_("portal"_L1 + QString::number(++count_))
-    , connection_(bus.connect(connectionName_))
+    : connection_(bus.connect("portal"_L1 + QString::number(++count_)))
 {
     connection_.registerVirtualObject(portalPath, this, QDBusConnection::SubPath);
+    connection_.registerVirtualObject(managerPath, this);
     EXPECT_TRUE(connection_.registerService(portalName));
+    disconnectAfter(*this, connection_);
 }
 
 void FakePortal::becomeUnitManager()
 {
-    connection_.registerVirtualObject(u"/org/freedesktop/systemd1"_s, this);
     EXPECT_TRUE(connection_.registerService(u"org.freedesktop.systemd1"_s));
-}
-
-FakePortal::~FakePortal()
-{
-    QDBusConnection::disconnectFromBus(connectionName_);
 }
 
 bool FakePortal::handleMessage(QDBusMessage const& message, QDBusConnection const& connection)
@@ -68,8 +58,7 @@ void FakePortal::createSession(QDBusMessage const& call)
     auto const request = pathFor(call, u"request"_s, options[u"handle_token"_s]);
     sessionPath = pathFor(call, u"session"_s, options[u"session_handle_token"_s]);
     connection_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(request))));
-    QVariantMap results { { u"session_handle"_s,
-        toldSession.isValid() ? toldSession : QVariant(sessionPath) } };
+    QVariantMap results { { u"session_handle"_s, sessionPath } };
     if (takesAtCreation) {
         readAsked(options[u"shortcuts"_s]);
         results.insert(u"shortcuts"_s, keptShortcuts());
@@ -81,17 +70,13 @@ void FakePortal::createSession(QDBusMessage const& call)
 
 QVariant FakePortal::keptShortcuts()
 {
-    QDBusArgument kept;
-    kept.beginArray(QMetaType::fromType<platform::PortalShortcut>());
+    QList<ShortcutProperties> kept;
     for (auto const& shortcut : asked) {
         auto const isLost = known_.contains(shortcut.id) && taken.contains(shortcut.trigger);
-        kept.beginStructure();
-        kept << shortcut.id
-             << QVariantMap { { u"trigger_description"_s, isLost ? QString() : shortcut.trigger } };
-        kept.endStructure();
+        kept.append({ shortcut.id,
+            { { u"trigger_description"_s, isLost ? QString() : shortcut.trigger } } });
         known_ << shortcut.id;
     }
-    kept.endArray();
     return QVariant::fromValue(kept);
 }
 
@@ -110,18 +95,10 @@ void FakePortal::bindShortcuts(QDBusMessage const& call)
 void FakePortal::readAsked(QVariant const& argument)
 {
     asked.clear();
-    auto const shortcuts = argument.value<QDBusArgument>();
-    shortcuts.beginArray();
-    while (!shortcuts.atEnd()) {
-        QString id;
-        QVariantMap properties;
-        shortcuts.beginStructure();
-        shortcuts >> id >> properties;
-        shortcuts.endStructure();
+    using Shortcuts = QList<ShortcutProperties>;
+    for (auto const& [id, properties] : qdbus_cast<Shortcuts>(argument))
         asked.push_back({ id, properties[u"description"_s].toString(),
             properties[u"preferred_trigger"_s].toString() });
-    }
-    shortcuts.endArray();
 }
 
 void FakePortal::respond(QVariantList const& arguments)
@@ -131,7 +108,7 @@ void FakePortal::respond(QVariantList const& arguments)
 
 void FakePortal::activate(QString const& session, QString const& id, QVariantMap const& options)
 {
-    emitSignal(portalPath, shortcutsInterface, u"Activated"_s,
+    emitSignal(portalPath, QLatin1String(globalShortcutsInterface), u"Activated"_s,
         { QVariant::fromValue(QDBusObjectPath(session)), id, 12345ULL, options });
 }
 

@@ -19,9 +19,6 @@ namespace quillbar::testing {
 class FakePortal : public QDBusVirtualObject {
 public:
     explicit FakePortal(PrivateBus const& bus);
-    FakePortal(FakePortal const&) = delete;
-    FakePortal& operator=(FakePortal const&) = delete;
-    ~FakePortal() override;
 
     /// The members of the calls since the start, in order; of Close the path's kind too.
     QStringList calls;
@@ -34,8 +31,6 @@ public:
     bool takesAtCreation = false;
     /// Triggers that another program has.
     QStringList taken;
-    /// Answers CreateSession with that instead of the session's own path.
-    QVariant toldSession;
     /// Answers BindShortcuts with that, at once; not at all when it is empty.
     QVariantList answer { 0u, QVariantMap() };
 
@@ -63,7 +58,6 @@ private:
 
     static inline int count_ = 0;
 
-    QString connectionName_;
     QDBusConnection connection_;
     QString bindRequest_;
     bool isSessionOpen_ = false;

@@ -2,11 +2,11 @@
 
 #include "linux/PrivateDisplay.h"
 #include "linux/hotkeys_OtherClient.h"
+#include "linux/system_Support.h"
 #include "platform/HotkeyObstacles.h"
 #include "platform/KeyModifiers.h"
 #include "platform/SystemHotkeys.h"
 
-#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QProcess>
 #include <gtest/gtest.h>
@@ -59,21 +59,11 @@ protected:
 
     void TearDown() override { platform::installHotkeyHandler(nullptr); }
 
-    static void waitUntil(std::function<bool()> const& isDone)
-    {
-        QDeadlineTimer const deadline { 60'000 };
-        while (!isDone()) {
-            ASSERT_FALSE(deadline.hasExpired()) << "what the test waits for never came";
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-        }
-    }
-
     /// What fired so far: a last hotkey, pressed now, comes after everything before.
     std::vector<std::uint32_t> firedUntilNow()
     {
         other.tap({ keyControl, keySuper, keyS });
-        waitUntil(
-            [this] { return std::find(fired.begin(), fired.end(), markerId) != fired.end(); });
+        runUntil([this] { return std::find(fired.begin(), fired.end(), markerId) != fired.end(); });
         if (!fired.empty())
             fired.pop_back();
         return std::exchange(fired, {});

@@ -11,10 +11,7 @@ using namespace quillbar::testing;
 
 constexpr std::uint32_t codeSuper = 55;
 constexpr std::uint32_t codeQ = 12;
-constexpr std::uint32_t codeSpace = 49;
-constexpr std::uint32_t codeF1 = 122;
 constexpr std::uint32_t codeKeypad1 = 83;
-constexpr std::uint32_t codePageUp = 116;
 constexpr std::uint32_t codeWithoutKey = 52;
 
 TEST_F(X11HotkeysTest, Obstacles_nameWhatKeepsACombinationFromWorking)
@@ -62,7 +59,7 @@ TEST_F(X11HotkeysTest, PressesWhileObstaclesAreSought_reachWhomTheyAreMeantFor)
             other.tap({ keySuper, keyF13 });
     });
     std::map<std::uint8_t, int> received;
-    waitUntil([&] {
+    runUntil([&] {
         static_cast<void>(hotkeyObstacles(combinations));
         for (auto const key : watcher.takePresses())
             ++received[key];
@@ -76,17 +73,16 @@ TEST_F(X11HotkeysTest, ChangedKeyboard_isToldToTheObservers)
     int changes = 0;
     auto observation = observeHotkeyObstacles([&] { ++changes; });
     ASSERT_EQ(QProcess::execute("setxkbmap", { "fr" }), 0);
-    waitUntil([&] { return changes > 0; });
+    runUntil([&] { return changes > 0; });
 }
 
 TEST_F(X11HotkeysTest, KeyNames_areThoseOfTheLayoutInUse)
 {
     std::vector<KeyCombination> const combinations { { codeT, commandKey | optionKey },
-        { codeQ, controlKey | shiftKey }, { codeSpace, 0 }, { codeF1, 0 }, { codeKeypad1, 0 },
-        { codePageUp, 0 }, { codeWithoutKey, commandKey } };
+        { codeQ, controlKey | shiftKey }, { codeKeypad1, 0 }, { codeWithoutKey, commandKey } };
     using Names = std::vector<std::string>;
-    EXPECT_EQ(hotkeyNames(combinations),
-        (Names { "Super+Alt+T", "Control+Shift+Q", "Space", "F1", "Keypad End", "Page Up", "" }));
+    EXPECT_EQ(
+        hotkeyNames(combinations), (Names { "Super+Alt+T", "Control+Shift+Q", "Keypad End", "" }));
     ASSERT_EQ(
         QProcess::execute("setxkbmap", { "-layout", "fr,ru", "-option", "grp:caps_toggle" }), 0);
     EXPECT_EQ(hotkeyNames({ combinations[1] }), Names { "Control+Shift+A" });

@@ -1,8 +1,5 @@
 #include "linux/hotkeys_X11Fixture.h"
-#include "platform/linux/BlockingWait.h"
 #include "platform/linux/UserAction.h"
-
-#include <gmock/gmock.h>
 
 #include <memory>
 
@@ -59,7 +56,7 @@ TEST_F(X11HotkeysTest, HeldKey_firesOnce)
     ReadCounter const reads;
     other.press(keySuper);
     other.press(keyT);
-    waitUntil([&] { return !fired.empty() && reads.count() > 4; });
+    runUntil([&] { return !fired.empty() && reads.count() > 4; });
     other.release(keyT);
     other.release(keySuper);
     EXPECT_EQ(firedUntilNow(), Ids { 7 });
@@ -86,16 +83,14 @@ TEST_F(X11HotkeysTest, RolledKeys_fireEachAndAgain)
 TEST_F(X11HotkeysTest, Layout_doesNotMatter)
 {
     auto const hotkey = claim(codeT, commandKey, 7);
-    for (auto const* const layout : { "fr", "ru", "dvorak" }) {
-        ASSERT_EQ(QProcess::execute("setxkbmap", { layout }), 0);
+    ASSERT_EQ(
+        QProcess::execute("setxkbmap", { "-layout", "dvorak,ru", "-option", "grp:caps_toggle" }),
+        0);
+    for (auto const* const layout : { "dvorak", "ru" }) {
         other.tap({ keySuper, keyT });
         EXPECT_EQ(firedUntilNow(), Ids { 7 }) << layout;
+        other.tap({ keyCapsLock });
     }
-    ASSERT_EQ(
-        QProcess::execute("setxkbmap", { "-layout", "us,ru", "-option", "grp:caps_toggle" }), 0);
-    other.tap({ keyCapsLock });
-    other.tap({ keySuper, keyT });
-    EXPECT_EQ(firedUntilNow(), Ids { 7 }) << "in the second group";
 }
 
 TEST_F(X11HotkeysTest, MovedModifierKeys_areFollowed)
@@ -106,7 +101,7 @@ TEST_F(X11HotkeysTest, MovedModifierKeys_areFollowed)
     other.tap({ keySuper, keyT });
     other.tap({ keyControl, keyAlt, keyS });
     // What is pressed after a hotkey counts by the mapping of when the hotkey has been dealt with.
-    waitUntil([this] { return fired.size() >= 2; });
+    runUntil([this] { return fired.size() >= 2; });
     EXPECT_EQ(std::exchange(fired, {}), (Ids { 7, markerId }));
     ASSERT_EQ(QProcess::execute("setxkbmap", { "-option", "" }), 0);
     EXPECT_EQ(firedUntilNow(), Ids {});
@@ -124,7 +119,7 @@ TEST_F(X11HotkeysTest, MovedModifierBits_areGrabbedAgainOnceTheyAreFree)
     other.tap({ keySuper, keyT });
     EXPECT_EQ(firedUntilNow(), Ids {});
     rival.reset();
-    waitUntil([] { return hotkeyObstacles({ { codeT, commandKey } }) == Obstacles(1); });
+    runUntil([] { return hotkeyObstacles({ { codeT, commandKey } }) == Obstacles(1); });
     other.tap({ keyNumLock });
     other.tap({ keySuper, keyT });
     EXPECT_EQ(firedUntilNow(), Ids { 7 });
@@ -139,28 +134,13 @@ TEST_F(X11HotkeysTest, TakenCombination_isRefusedAndDisturbsNothing)
 
     OtherClient third;
     EXPECT_TRUE(third.grab(keyT, superMask)) << "a part of the refused hotkey is still held";
-    other.tap({ keyCapsLock });
-    other.tap({ keySuper, keyT });
-    other.tap({ keyCapsLock });
-    EXPECT_NE(std::ranges::count(other.takePresses(), keyT), 0);
-    EXPECT_EQ(firedUntilNow(), Ids {});
-}
-
-TEST_F(X11HotkeysTest, Combination_isTakenUntilItsTokenIsDestroyed)
-{
-    auto hotkey = claim(codeT, commandKey, 7);
-    EXPECT_FALSE(claim(codeT, commandKey, 8));
-    EXPECT_FALSE(other.grab(keyT, superMask));
-    hotkey.reset();
-    waitUntil([this] { return other.grab(keyT, superMask); });
-    other.tap({ keySuper, keyT });
-    EXPECT_EQ(firedUntilNow(), Ids {});
 }
 
 TEST_F(X11HotkeysTest, Combination_givenBackAndClaimedAnewLosesNoPress)
 {
     auto first = claim(codeT, commandKey, 7);
     auto second = claim(codeS, commandKey, 8);
+    EXPECT_FALSE(claim(codeT, commandKey, 9));
     first.reset();
     second.reset();
     other.tap({ keySuper, keyT });
@@ -194,7 +174,7 @@ TEST_F(X11HotkeysTest, PressDuringARegistration_isNotLost)
     other.tap({ keySuper, keyT });
     // Its wait reads the press too, and leaves nothing on the socket.
     auto const later = claim(codeS, commandKey, 8);
-    waitUntil([this] { return !fired.empty(); });
+    runUntil([this] { return !fired.empty(); });
     EXPECT_EQ(fired, Ids { 7 });
     fired.clear();
 }
@@ -217,23 +197,6 @@ TEST_F(X11HotkeysTest, ImpossibleCombinations_areRefused)
              Case { 127, 0 }, Case { 128, commandKey }, Case { 0xffffffff, commandKey },
              Case { codeT, 1 }, Case { codeT, 0xffffffff } })
         EXPECT_FALSE(claim(code, modifiers, 7)) << code;
-}
-
-TEST_F(X11HotkeysTest, AHotkeyPressedWhileTheProgramWaitsForAChild_holdsNoKeyAndFiresAfterwards)
-{
-    auto const hotkey = claim(codeT, commandKey, 7);
-    OtherClient window;
-    window.watchUnusedKeys();
-    {
-        BlockingWait const wait;
-        other.tap({ keySuper, keyT });
-        other.tap({ keyS });
-        // Returns after the server has told this client everything before.
-        window.watchUnusedKeys();
-        EXPECT_THAT(window.takePresses(), ::testing::Contains(keyS));
-        EXPECT_TRUE(fired.empty());
-    }
-    EXPECT_EQ(firedUntilNow(), Ids { 7 });
 }
 
 } // namespace

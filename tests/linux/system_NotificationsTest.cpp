@@ -26,10 +26,8 @@ public:
     {
         connection_.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), this);
         EXPECT_TRUE(connection_.registerService(serviceName));
+        quillbar::testing::disconnectAfter(*this, connection_);
     }
-    FakeService(FakeService const&) = delete;
-    FakeService& operator=(FakeService const&) = delete;
-    ~FakeService() override { QDBusConnection::disconnectFromBus(connection_.name()); }
 
     bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override
     {

@@ -14,21 +14,12 @@ constexpr std::array heard { "org.kde.StatusNotifierItem", "com.canonical.dbusme
 } // namespace
 
 FakeHost::FakeHost(PrivateBus const& bus, QString const& name)
-    : name_(name)
-    , connection_(bus.connect(name))
+    : connection_(bus.connect(name))
 {
     connection_.registerVirtualObject(watcherPath, this);
     for (auto const* interface : heard)
         connection_.connect({}, {}, interface, {}, this, SLOT(hear(QDBusMessage)));
-}
-
-// The connection is closed on its own thread, later: it must not know this object any more.
-FakeHost::~FakeHost()
-{
-    for (auto const* interface : heard)
-        connection_.disconnect({}, {}, interface, {}, this, SLOT(hear(QDBusMessage)));
-    connection_.unregisterObject(watcherPath);
-    QDBusConnection::disconnectFromBus(name_);
+    disconnectAfter(*this, connection_);
 }
 
 void FakeHost::becomeWatcher()

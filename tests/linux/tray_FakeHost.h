@@ -19,7 +19,6 @@ class FakeHost : public QDBusVirtualObject {
 
 public:
     FakeHost(PrivateBus const& bus, QString const& name);
-    ~FakeHost() override;
 
     void becomeWatcher();
     /// Goes by the second name that Cinnamon's watcher has; to be called before.
@@ -47,7 +46,6 @@ private:
     QDBusMessage call(QString const& path, QString const& interface, QString const& method,
         QVariantList const& arguments);
 
-    QString name_;
     QDBusConnection connection_;
     bool hasHost_ = true;
 };

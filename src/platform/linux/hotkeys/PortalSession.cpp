@@ -22,48 +22,24 @@ constexpr auto sessionInterface = "org.freedesktop.portal.Session";
 auto const sessionToken = u"_quillbar"_s;
 constexpr std::chrono::milliseconds endTimeout { 10000 };
 
-// The portal's own interface says "s" and means an object path; portals send either.
-QString pathIn(QVariant const& value)
+QVariant wishFor(std::vector<PortalShortcut> const& shortcuts)
 {
-    return value.canConvert<QDBusObjectPath>() ? value.value<QDBusObjectPath>().path()
-                                               : value.toString();
+    QList<ShortcutProperties> wish;
+    for (auto const& [id, description, trigger] : shortcuts)
+        wish.append(
+            { id, { { u"description"_s, description }, { u"preferred_trigger"_s, trigger } } });
+    return QVariant::fromValue(wish);
 }
 
-QList<PortalShortcut> toList(std::vector<PortalShortcut> const& shortcuts)
-{
-    return { shortcuts.begin(), shortcuts.end() };
-}
-
-std::optional<QList<PortalShortcut>> shortcutsIn(QVariantMap const& results)
+std::optional<QList<ShortcutProperties>> shortcutsIn(QVariantMap const& results)
 {
     auto const told = results.value(u"shortcuts"_s).value<QDBusArgument>();
     if (told.currentSignature() != "a(sa{sv})"_L1)
         return std::nullopt;
-    return qdbus_cast<QList<PortalShortcut>>(told);
+    return qdbus_cast<QList<ShortcutProperties>>(told);
 }
 
 } // namespace
-
-QDBusArgument& operator<<(QDBusArgument& argument, PortalShortcut const& shortcut)
-{
-    argument.beginStructure();
-    argument << shortcut.id
-             << QVariantMap { { u"description"_s, shortcut.description },
-                    { u"preferred_trigger"_s, shortcut.trigger } };
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument const& operator>>(QDBusArgument const& argument, PortalShortcut& shortcut)
-{
-    QVariantMap properties;
-    argument.beginStructure();
-    argument >> shortcut.id >> properties;
-    argument.endStructure();
-    shortcut.description = properties.value(u"description"_s).toString();
-    shortcut.trigger = properties.value(u"trigger_description"_s).toString();
-    return argument;
-}
 
 PortalSession::PortalSession(Portal portal, std::vector<PortalShortcut> shortcuts, Events events)
     : portal_(std::move(portal))
@@ -71,8 +47,8 @@ PortalSession::PortalSession(Portal portal, std::vector<PortalShortcut> shortcut
     , shortcuts_(std::move(shortcuts))
     , events_(std::move(events))
 {
-    qDBusRegisterMetaType<PortalShortcut>();
-    qDBusRegisterMetaType<QList<PortalShortcut>>();
+    qDBusRegisterMetaType<ShortcutProperties>();
+    qDBusRegisterMetaType<QList<ShortcutProperties>>();
     portal_.bus.connect(portal_.name, portalPath, QString::fromLatin1(globalShortcutsInterface),
         u"Activated"_s, this, SLOT(activated(QDBusMessage)));
     portal_.bus.connect(portal_.name, path_, QString::fromLatin1(sessionInterface), u"Closed"_s,
@@ -104,8 +80,8 @@ void PortalSession::create()
     isEnded_ = false;
     // KDE's portal takes the shortcuts from here and opens its settings at BindShortcuts.
     request_ = std::make_unique<PortalRequest>(portal_, u"CreateSession"_s, QVariantList {},
-        QVariantMap { { u"session_handle_token"_s, sessionToken },
-            { u"shortcuts"_s, QVariant::fromValue(toList(shortcuts_)) } },
+        QVariantMap {
+            { u"session_handle_token"_s, sessionToken }, { u"shortcuts"_s, wishFor(shortcuts_) } },
         [this](auto response, auto const& results) { created(response, results); });
 }
 
@@ -116,8 +92,7 @@ void PortalSession::created(PortalRequest::Response response, QVariantMap const&
         end();
         return;
     }
-    if (response != PortalRequest::Response::Success
-        || pathIn(results.value(u"session_handle"_s)) != path_) {
+    if (response != PortalRequest::Response::Success) {
         setState(State::Failed);
         return;
     }
@@ -133,16 +108,16 @@ void PortalSession::created(PortalRequest::Response response, QVariantMap const&
         return;
     }
     for (auto const& shortcut : *answer) {
-        if (shortcut.trigger.isEmpty())
+        if (shortcut.properties.value(u"trigger_description"_s).toString().isEmpty())
             taken_.insert(shortcut.id);
     }
     setState(State::Bound);
 }
 
-bool PortalSession::areBoundBy(QList<PortalShortcut> const& answer) const
+bool PortalSession::areBoundBy(QList<ShortcutProperties> const& answer) const
 {
     return std::ranges::all_of(shortcuts_, [&](PortalShortcut const& shortcut) {
-        return std::ranges::find(answer, shortcut.id, &PortalShortcut::id) != answer.end();
+        return std::ranges::find(answer, shortcut.id, &ShortcutProperties::id) != answer.end();
     });
 }
 
@@ -150,8 +125,8 @@ void PortalSession::bind()
 {
     auto const noParentWindow = QString();
     request_ = std::make_unique<PortalRequest>(portal_, u"BindShortcuts"_s,
-        QVariantList { QVariant::fromValue(QDBusObjectPath(path_)),
-            QVariant::fromValue(toList(shortcuts_)), noParentWindow },
+        QVariantList {
+            QVariant::fromValue(QDBusObjectPath(path_)), wishFor(shortcuts_), noParentWindow },
         QVariantMap {}, [this](auto response, auto const& results) { bound(response, results); });
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "platform/linux/hotkeys/PortalRequest.h"
+#include "platform/linux/system/DBusStruct.h"
 
-#include <QDBusArgument>
 #include <QDBusMessage>
+#include <QList>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -15,7 +16,7 @@
 
 namespace quillbar::platform {
 
-/// A hotkey as the portal is told of it.
+/// A hotkey that the portal is asked for.
 struct PortalShortcut {
     QString id;
     QString description;
@@ -24,8 +25,13 @@ struct PortalShortcut {
     friend bool operator==(PortalShortcut const&, PortalShortcut const&) = default;
 };
 
-QDBusArgument& operator<<(QDBusArgument& argument, PortalShortcut const& shortcut);
-QDBusArgument const& operator>>(QDBusArgument const& argument, PortalShortcut& shortcut);
+/// What the portal is told of a hotkey, or tells of it.
+struct ShortcutProperties {
+    QString id;
+    QVariantMap properties;
+
+    static auto fields(auto& self) { return std::tie(self.id, self.properties); }
+};
 
 /// One set of hotkeys at the portal, which takes a set once a session. Destruction gives them back.
 /// All sessions have one name, for some desktops keep what the person decided by it: the next one
@@ -62,7 +68,7 @@ public:
 private:
     void create();
     void created(PortalRequest::Response response, QVariantMap const& results);
-    [[nodiscard]] bool areBoundBy(QList<PortalShortcut> const& answer) const;
+    [[nodiscard]] bool areBoundBy(QList<ShortcutProperties> const& answer) const;
     void bind();
     void bound(PortalRequest::Response response, QVariantMap const& results);
     void end();
@@ -87,5 +93,3 @@ private:
 };
 
 } // namespace quillbar::platform
-
-Q_DECLARE_METATYPE(quillbar::platform::PortalShortcut)

@@ -1,10 +1,10 @@
 #include "platform/linux/system/ApplicationScope.h"
 
 #include "platform/linux/system/ApplicationId.h"
+#include "platform/linux/system/DBusStruct.h"
 #include "platform/linux/system/SessionBus.h"
 
 #include <QCoreApplication>
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusVariant>
@@ -22,45 +22,17 @@ using namespace Qt::StringLiterals;
 struct UnitProperty {
     QString name;
     QDBusVariant value;
+
+    static auto fields(auto& self) { return std::tie(self.name, self.value); }
 };
 
 /// A unit to be started along with another, "(sa(sv))".
 struct AuxiliaryUnit {
     QString name;
     QList<UnitProperty> properties;
+
+    static auto fields(auto& self) { return std::tie(self.name, self.properties); }
 };
-
-static QDBusArgument& operator<<(QDBusArgument& argument, UnitProperty const& property)
-{
-    argument.beginStructure();
-    argument << property.name << property.value;
-    argument.endStructure();
-    return argument;
-}
-
-static QDBusArgument const& operator>>(QDBusArgument const& argument, UnitProperty& property)
-{
-    argument.beginStructure();
-    argument >> property.name >> property.value;
-    argument.endStructure();
-    return argument;
-}
-
-static QDBusArgument& operator<<(QDBusArgument& argument, AuxiliaryUnit const& unit)
-{
-    argument.beginStructure();
-    argument << unit.name << unit.properties;
-    argument.endStructure();
-    return argument;
-}
-
-static QDBusArgument const& operator>>(QDBusArgument const& argument, AuxiliaryUnit& unit)
-{
-    argument.beginStructure();
-    argument >> unit.name >> unit.properties;
-    argument.endStructure();
-    return argument;
-}
 
 namespace {
 

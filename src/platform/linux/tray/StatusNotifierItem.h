@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/tray/DBusStruct.h"
+#include "platform/linux/system/DBusStruct.h"
 
 #include <QByteArray>
 #include <QDBusConnection>
