@@ -63,8 +63,8 @@ class Screen:
                 if process and process not in self._property(client, "_NET_WM_PID"):
                     continue
                 if frame.get_attributes().map_state == X.IsViewable:
-                    place = frame.get_geometry()
-                    shown.append((client.id, place.x, place.y, place.width, place.height))
+                    # A window manager may have put it into a frame since the list was read.
+                    shown.append((client.id, *self.area(frame.id)))
         return shown
 
     def _named(self, window):
