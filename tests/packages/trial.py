@@ -185,15 +185,8 @@ def be_asked_by_the_desktop(program, root):
     assert handler == "com.quillbar.Shortcuts.desktop", f"shortcuts:// leads to {handler!r}"
     ask_for_windows(program)
     program.choose_quit()
-    # Not running, each of these has the bus start it.
-    for arguments, title in (
-            (["gapplication", "action", NAME, "palette"], "Quillbar"),
-            (["gapplication", "action", NAME, "settings"], "Quillbar Settings")):
-        assert not program.is_running()
-        program.run(*arguments)
-        program.adopt()
-        close(Window(program, title))
-        program.choose_quit()
+    # Not running, it is started by the bus.
+    assert not program.is_running()
     program.run("gtk-launch", NAME)
     program.adopt()
     program.say_hello(5)

@@ -132,20 +132,12 @@ class Screen:
         xtest.fake_input(self.display, X.ButtonPress if is_pressed else X.ButtonRelease, 1)
         self.display.sync()
 
-    def key_down(self, name):
-        xtest.fake_input(self.display, X.KeyPress, KEY[name])
-        self.display.sync()
-
-    def key_up(self, name):
-        xtest.fake_input(self.display, X.KeyRelease, KEY[name])
-        self.display.sync()
-
     def press(self, *names):
         """Presses keys in order and releases them in reverse."""
-        for name in names:
-            self.key_down(name)
-        for name in reversed(names):
-            self.key_up(name)
+        for kind, keys in ((X.KeyPress, names), (X.KeyRelease, reversed(names))):
+            for name in keys:
+                xtest.fake_input(self.display, kind, KEY[name])
+                self.display.sync()
 
     def type(self, text):
         """Types letters, digits, blanks, commas and full stops, in the US layout."""
