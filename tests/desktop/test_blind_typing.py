@@ -19,7 +19,8 @@ class Typist(Client):
     def key(self, name, is_press, after=0):
         # The server itself waits the milliseconds.
         kind = X.KeyPress if is_press else X.KeyRelease
-        xtest.fake_input(self.display, kind, KEY[name.upper() if len(name) == 1 else name], time=after)
+        key = KEY[name.upper() if len(name) == 1 else name]
+        xtest.fake_input(self.display, kind, key, time=after)
 
     def tap(self, name, after=0):
         self.key(name, True, after)

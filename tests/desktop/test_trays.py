@@ -68,22 +68,12 @@ def test_icon_is_seen_and_both_buttons_open_the_menu(program, tray):
     wait_until(lambda: tray.icon() == before, "the icon does not get over the runs")
 
 
-def test_icon_follows_from_tray_to_tray_and_to_a_host(program):
+def test_icon_follows_from_tray_to_tray(program):
     program.pin("A")
     program.launch()
-    trayer = EmbeddingTray(program.desktop, *TRAYS["dark trayer"])
-    for _ in range(2):
-        with trayer:
-            wait_for_readable_icon(trayer)
-    with EmbeddingTray(program.desktop, *TRAYS["tint2"]) as tint2:
-        wait_for_readable_icon(tint2)
-        program.desktop.panel.start()
-        program.tray().menu.click("A")
-        wait_until(lambda: not tint2.icon_area(), "the icon stays in the older tray")
-    program.desktop.panel.kill()
-    with trayer:
-        wait_for_readable_icon(trayer)
-    program.wait_for_runs("A")
+    for name in ("dark trayer", "dark trayer", "tint2"):
+        with EmbeddingTray(program.desktop, *TRAYS[name]) as tray:
+            wait_for_readable_icon(tray)
 
 
 def test_without_any_tray_the_program_says_so_and_stays_reachable(program):

@@ -262,6 +262,11 @@ TEST_F(PortalHotkeysTest, Declined_isNotAskedAgainUntilTheSetChanges)
     claim(keyB, 2, "b");
     waitForCall(u"BindShortcuts"_s);
     runUntil([&] { return !obstacle(keyT); });
+
+    portal.reset();
+    waitForNews();
+    startPortal();
+    waitForCall(u"BindShortcuts"_s);
 }
 
 TEST_F(PortalHotkeysTest, LeftOutOrTakenBack_countsAsDeclined)

@@ -1,4 +1,5 @@
-"""The life of the packages in a root folder of their own: installed, used, upgraded, removed, purged.
+"""The life of the packages in a root folder of their own: installed, used, upgraded, removed, and
+purged.
 
 The root folder is a bare Debian; the desktop around it is the tests' own, so that nothing but what
 the packages depend on is installed there. Argument: the root folder, with the packages in
@@ -36,7 +37,8 @@ class Root:
             self.command(*arguments), env=environment or _BARE, text=True, check=False,
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         if done.returncode != 0:
-            raise AssertionError(f"{' '.join(arguments)} ended with {done.returncode}: {done.stdout}")
+            command = " ".join(arguments)
+            raise AssertionError(f"{command} ended with {done.returncode}: {done.stdout}")
         return done.stdout
 
     def apt(self, *arguments):
@@ -160,7 +162,8 @@ def use(program):
 
 
 def upgrade(program, root):
-    process, settings, version = program.process.pid, program.read_config(), root.version("quillbar")
+    process, settings = program.process.pid, program.read_config()
+    version = root.version("quillbar")
     os.remove(program.login_entry)
     root.install_ours("/packages/new")
     assert root.version("quillbar") == f"{version}+next", "the upgrade did not take place"
@@ -182,15 +185,8 @@ def be_asked_by_the_desktop(program, root):
     assert handler == "com.quillbar.Shortcuts.desktop", f"shortcuts:// leads to {handler!r}"
     ask_for_windows(program)
     program.choose_quit()
-    # Not running, each of these has the bus start it.
-    for arguments, title in (
-            (["gapplication", "action", NAME, "palette"], "Quillbar"),
-            (["gapplication", "action", NAME, "settings"], "Quillbar Settings")):
-        assert not program.is_running()
-        program.run(*arguments)
-        program.adopt()
-        close(Window(program, title))
-        program.choose_quit()
+    # Not running, it is started by the bus.
+    assert not program.is_running()
     program.run("gtk-launch", NAME)
     program.adopt()
     program.say_hello(5)

@@ -1,5 +1,5 @@
-"""The monkey: takes steps at random, then rests: everything is put right, the program must work, and
-what it holds is counted."""
+"""The monkey: takes steps at random, then rests: everything is put right, the program must work,
+and what it holds is counted."""
 
 import contextlib
 import os
@@ -168,7 +168,7 @@ class Monkey:
         return pins
 
     def _check_hotkeys(self, pins):
-        """Each hotkey is claimed, the first pin's runs it, and the palette's opens one to type in."""
+        """Each hotkey is claimed, the first pin's runs it, the palette's opens one to type in."""
         for letter, _ in zip(LETTERS, [None, *pins]):
             wait_until(lambda: self.screen.is_grabbed(letter, X.ControlMask | X.Mod1Mask),
                        f"{letter} is not registered")

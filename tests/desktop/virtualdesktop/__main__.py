@@ -1,5 +1,5 @@
-"""Command line: `demo BINARY PNG` shows a Quillbar at work, `pictures BINARY FOLDER` draws it for the
-documents, `run COMMAND...` runs any command on a virtual desktop and exits with its status."""
+"""Command line: `demo BINARY PNG` shows a Quillbar at work, `pictures BINARY FOLDER` draws it for
+the documents, `run COMMAND...` runs any command on a virtual desktop and exits with its status."""
 
 import signal
 import sys

@@ -51,12 +51,6 @@ class AccessibleTree:
         self.bus = Bus(address)
         self.bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                       "StartServiceByName", "(su)", _REGISTRY, 0)
-        # Menus are nobody's children: assistive programs learn of them when they open.
-        self._opened = []
-        self.bus.call(_REGISTRY, "/org/a11y/atspi/registry", _REGISTRY, "RegisterEvent", "(s)",
-                      "object:state-changed:showing")
-        self.bus.on_signal(None, "org.a11y.atspi.Event.Object", "StateChanged", self._note_opening)
-
     def close(self):
         self.bus.close()
 
@@ -75,14 +69,6 @@ class AccessibleTree:
         return [window for program in self._programs(process)
                 for window in self._look(self._children(program)) if window.shown]
 
-    def open_menu_rows(self, process):
-        """What the menu that opened last tells of its rows, separators left out."""
-        for reference in reversed(self._opened):
-            if self.bus.process_of(reference[0]) == process:
-                rows = self._look(self._children(reference))
-                return [row for row in rows if row.role != "separator"]
-        return []
-
     def wait_for(self, process, role, name):
         return wait_until(
             lambda: next((element for element in self.elements(process, role)
@@ -93,10 +79,6 @@ class AccessibleTree:
     def _programs(self, process):
         return [program for program in self._children((_REGISTRY, _ROOT))
                 if self.bus.process_of(program[0]) == process]
-
-    def _note_opening(self, path, arguments, sender):
-        if arguments[:2] == ("showing", 1):
-            self._opened.append((sender, path))
 
     def _children(self, reference):
         """Of one that has vanished, none."""

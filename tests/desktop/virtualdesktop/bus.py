@@ -60,13 +60,6 @@ class Bus:
         except GLib.Error:
             return None
 
-    def on_signal(self, name, interface, member, callback):
-        """Calls back with (path, arguments, sender) while something waits."""
-        self.connection.signal_subscribe(
-            name, interface, member, None, None, Gio.DBusSignalFlags.NONE,
-            lambda _bus, sender, path, _interface, _member, value: callback(
-                path, value.unpack(), sender))
-
     def close(self):
         self.connection.close_sync(None)
 
@@ -76,7 +69,8 @@ def start_bus(processes, folder, environment, root=None):
     a system in a root folder of its own: then what is installed there."""
     socket = os.path.join(folder, "bus")
     if root:
-        command = ["/usr/sbin/chroot", root, "dbus-daemon", "--session", f"--address=unix:path={socket}"]
+        command = ["/usr/sbin/chroot", root, "dbus-daemon", "--session",
+                   f"--address=unix:path={socket}"]
     else:
         configuration = os.path.join(folder, "bus.conf")
         with open(configuration, "w", encoding="utf-8") as file:

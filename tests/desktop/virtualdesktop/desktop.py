@@ -140,7 +140,8 @@ class VirtualDesktop:
 
     def _start_helper(self, program, bus_name):
         """A service that a session's bus would start when it is asked for."""
-        path, = glob.glob(f"/usr/lib/*/xfce4/xfconf/{program}") or glob.glob(f"/usr/libexec/{program}")
+        path, = (glob.glob(f"/usr/lib/*/xfce4/xfconf/{program}")
+                 or glob.glob(f"/usr/libexec/{program}"))
         self.start([path])
         wait_until(lambda: self.bus.owner(bus_name), f"{program} did not start")
 

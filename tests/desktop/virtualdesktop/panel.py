@@ -47,7 +47,8 @@ class Panel:
 
     def start(self):
         self._process = self._desktop.start(["xfce4-panel", "--disable-wm-check"])
-        wait_until(lambda: self._desktop.bus.owner(WATCHER), "the panel's status area did not start")
+        wait_until(lambda: self._desktop.bus.owner(WATCHER),
+                   "the panel's status area did not start")
 
     def kill(self):
         """Ends the panel as a crash would."""
@@ -121,4 +122,5 @@ class EmbeddingTray:
             return None
 
     def click_icon(self, button=1):
-        self._desktop.screen.click_middle(wait_until(self.icon_area, "the tray has no icon"), button)
+        area = wait_until(self.icon_area, "the tray has no icon")
+        self._desktop.screen.click_middle(area, button)

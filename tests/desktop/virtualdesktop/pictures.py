@@ -1,5 +1,5 @@
-"""Pictures of a Quillbar at work: for the documents, light and dark, and what script/run shows where
-there is no display."""
+"""Pictures of a Quillbar at work: for the documents, light and dark, and what script/run shows
+where there is no display."""
 
 import os
 import sys
@@ -83,7 +83,8 @@ def picture_of_window(window, path):
     """The window, which is closed afterwards."""
     x, y, width, height = window.area()
     picture = window.screen.settled_picture()
-    _store(picture.crop((x - _EDGE, y - _TITLE - _EDGE, x + width + _EDGE, y + height + _EDGE)), path)
+    area = (x - _EDGE, y - _TITLE - _EDGE, x + width + _EDGE, y + height + _EDGE)
+    _store(picture.crop(area), path)
     window.dismiss()
 
 
@@ -136,7 +137,8 @@ def _demonstrate(desktop, binary, screenshot):
         print(f"Ran from the tray menu: {file.read().strip()}")
     print(f"Quillbar reported: {shown[0]['summary']}: {shown[0]['body']}")
     print(f"Picture of the open menu: {screenshot}")
-    for name, open_window in (("palette", program.open_palette), ("settings", program.open_settings)):
+    for name, open_window in (("palette", program.open_palette),
+                              ("settings", program.open_settings)):
         path = os.path.join(os.path.dirname(screenshot), f"{name}.png")
         picture_of_window(open_window(), path)
         print(f"Picture of the {name}: {path}")

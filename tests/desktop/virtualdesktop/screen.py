@@ -63,8 +63,8 @@ class Screen:
                 if process and process not in self._property(client, "_NET_WM_PID"):
                     continue
                 if frame.get_attributes().map_state == X.IsViewable:
-                    place = frame.get_geometry()
-                    shown.append((client.id, place.x, place.y, place.width, place.height))
+                    # A window manager may have put it into a frame since the list was read.
+                    shown.append((client.id, *self.area(frame.id)))
         return shown
 
     def _named(self, window):
@@ -132,20 +132,12 @@ class Screen:
         xtest.fake_input(self.display, X.ButtonPress if is_pressed else X.ButtonRelease, 1)
         self.display.sync()
 
-    def key_down(self, name):
-        xtest.fake_input(self.display, X.KeyPress, KEY[name])
-        self.display.sync()
-
-    def key_up(self, name):
-        xtest.fake_input(self.display, X.KeyRelease, KEY[name])
-        self.display.sync()
-
     def press(self, *names):
         """Presses keys in order and releases them in reverse."""
-        for name in names:
-            self.key_down(name)
-        for name in reversed(names):
-            self.key_up(name)
+        for kind, keys in ((X.KeyPress, names), (X.KeyRelease, reversed(names))):
+            for name in keys:
+                xtest.fake_input(self.display, kind, KEY[name])
+                self.display.sync()
 
     def type(self, text):
         """Types letters, digits, blanks, commas and full stops, in the US layout."""

@@ -7,9 +7,7 @@ from gi.repository import Gio, GLib
 from .bus import Bus
 from .waiting import wait_until
 
-_PORTAL_PATH = "/org/freedesktop/portal/desktop"
 _SETTINGS = "org.freedesktop.portal.Settings"
-_SHORTCUTS = "org.freedesktop.portal.GlobalShortcuts"
 _SCHEME = ("org.freedesktop.appearance", "color-scheme")
 
 
@@ -49,18 +47,14 @@ class Service:
     def _serve(self):
         self._loop.get_context().push_thread_default()
         for interface in Gio.DBusNodeInfo.new_for_xml(self.XML).interfaces:
-            self._bus.connection.register_object(
-                self.PATH, interface, self._call, lambda *_: GLib.Variant("u", 1))
+            self._bus.connection.register_object(self.PATH, interface, self._call)
         Gio.bus_own_name_on_connection(
             self._bus.connection, self.NAME, Gio.BusNameOwnerFlags.NONE, None, None)
         self._loop.run()
 
-    def _call(self, _bus, sender, _path, _interface, method, values, invocation):
+    def _call(self, _bus, _sender, _path, _interface, method, values, invocation):
         self._goes_on.wait()
-        invocation.return_value(self.answer(method, sender, *values.unpack()))
-
-    def _emit(self, path, interface, name, values):
-        self._bus.connection.emit_signal(None, path, interface, name, values)
+        invocation.return_value(self.answer(method, *values.unpack()))
 
 
 class Notifications(Service):
@@ -88,7 +82,7 @@ class Notifications(Service):
     def clear(self):
         self._shown = []
 
-    def answer(self, method, _sender, *values):
+    def answer(self, method, *values):
         if method == "GetCapabilities":
             return GLib.Variant("(as)", (["body", "body-markup"],))
         _, _, _, summary, body, _, hints, _ = values
@@ -97,64 +91,29 @@ class Notifications(Service):
 
 
 class Portal(Service):
-    """Whether dark colours are preferred, and hotkeys."""
+    """Whether dark colours are preferred."""
 
-    NAME, PATH = "org.freedesktop.portal.Desktop", _PORTAL_PATH
+    NAME, PATH = "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"
     XML = f"""<node><interface name="{_SETTINGS}">
       <method name="Read">
         <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="out"/>
       </method>
-    </interface><interface name="{_SHORTCUTS}">
-      <method name="CreateSession">
-        <arg type="a{{sv}}" direction="in"/><arg type="o" direction="out"/>
-      </method>
-      <method name="BindShortcuts">
-        <arg type="o" direction="in"/><arg type="a(sa{{sv}})" direction="in"/>
-        <arg type="s" direction="in"/><arg type="a{{sv}}" direction="in"/>
-        <arg type="o" direction="out"/>
-      </method>
-      <property name="version" type="u" access="read"/>
     </interface></node>"""
 
-    def __init__(self, desktop, scheme="light"):
+    def __init__(self, desktop, scheme):
         super().__init__(desktop)
-        self._scheme, self._session, self._ids, self._questions = scheme, None, {}, []
+        self._scheme = scheme
 
     def change(self, scheme):
         """The person chooses "dark" or "light"."""
         self._scheme = scheme
-        self._emit(_PORTAL_PATH, _SETTINGS, "SettingChanged",
-                   GLib.Variant("(ssv)", (*_SCHEME, self._preference())))
+        self._bus.connection.emit_signal(
+            None, self.PATH, _SETTINGS, "SettingChanged",
+            GLib.Variant("(ssv)", (*_SCHEME, self._preference())))
 
-    def press(self, description):
-        """The person presses the hotkey that is for that."""
-        self._emit(_PORTAL_PATH, _SHORTCUTS, "Activated", GLib.Variant(
-            "(osta{sv})", (self._session, self._ids[description], 1, {})))
-
-    def next_question(self):
-        """The next set of hotkeys that a program asks for: triggers by what they are for."""
-        wait_until(lambda: self._questions, "no hotkeys are asked for")
-        return self._questions.pop(0)
-
-    def answer(self, method, sender, *values):
-        if method == "Read":
-            wanted = self._preference() if values == _SCHEME else GLib.Variant("s", "")
-            return GLib.Variant("(v)", (GLib.Variant("v", wanted),))
-        options, client = values[-1], sender[1:].replace(".", "_")
-        request = f"{_PORTAL_PATH}/request/{client}/{options['handle_token']}"
-        results = {}
-        if method == "CreateSession":
-            self._session = f"{_PORTAL_PATH}/session/{client}/{options['session_handle_token']}"
-            results["session_handle"] = GLib.Variant("s", self._session)
-        else:
-            asked = dict(values[1])
-            self._ids = {about["description"]: known for known, about in asked.items()}
-            self._questions.append({about["description"]: about["preferred_trigger"]
-                                    for about in asked.values()})
-        # Sent before the answer to the call: clients listen before they ask.
-        self._emit(request, "org.freedesktop.portal.Request", "Response",
-                   GLib.Variant("(ua{sv})", (0, results)))
-        return GLib.Variant("(o)", (request,))
+    def answer(self, _method, *asked):
+        value = self._preference() if asked == _SCHEME else GLib.Variant("s", "")
+        return GLib.Variant("(v)", (GLib.Variant("v", value),))
 
     def _preference(self):
         return GLib.Variant("u", 1 if self._scheme == "dark" else 2)

@@ -21,9 +21,6 @@ class TrayItem:
     def icon_name(self):
         return self._bus.read(self._name, self._path, _ITEM, "IconName")
 
-    def on_new_icon(self, callback):
-        self._bus.on_signal(self._name, _ITEM, "NewIcon", lambda *_: callback())
-
 
 @dataclass
 class Row:

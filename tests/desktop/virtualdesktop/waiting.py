@@ -2,20 +2,12 @@
 
 import time
 
-from gi.repository import GLib
-
 # Generous: only a broken program reaches it.
 PATIENCE = 60.0
 
 
 class NeverHappened(AssertionError):
     pass
-
-
-def deliver_signals():
-    """Hands the bus signals that have arrived to their callbacks."""
-    while GLib.MainContext.default().pending():
-        GLib.MainContext.default().iteration(False)
 
 
 def settled(look):
@@ -34,7 +26,6 @@ def wait_until(predicate, what=None, patience=PATIENCE):
     """Returns the predicate's first true result; asks again until then."""
     end = time.monotonic() + patience
     while True:
-        deliver_signals()
         result = predicate()
         if result:
             return result
