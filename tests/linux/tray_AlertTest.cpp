@@ -1,7 +1,6 @@
 #include "linux/tray_Application.h"
 #include "platform/view/Alert.h"
 
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -25,13 +24,6 @@ Alert stalePins(std::string const& names)
         .accessory = {} };
 }
 
-void type(QWidget& dialog, int key)
-{
-    auto* target = dialog.focusWidget() ? dialog.focusWidget() : &dialog;
-    QKeyEvent event(QEvent::KeyPress, key, {});
-    QCoreApplication::sendEvent(target, &event);
-}
-
 /// Shows the alert and does something to its dialog, which has to end it.
 AlertAnswer answerAfter(Alert const& alert, std::function<void(QWidget&)> const& action)
 {
@@ -40,9 +32,10 @@ AlertAnswer answerAfter(Alert const& alert, std::function<void(QWidget&)> const&
     return runModal(alert);
 }
 
-AlertAnswer answerAfter(Alert const& alert, int key)
+AlertAnswer answerAfter(Alert const& alert, Qt::Key key)
 {
-    return answerAfter(alert, [key](QWidget& dialog) { type(dialog, key); });
+    return answerAfter(
+        alert, [key](QWidget& dialog) { QTest::keyClick(dialog.focusWidget(), key); });
 }
 
 TEST(Alert, ReturnIsTheFirstButtonAndEscapeTheLast)

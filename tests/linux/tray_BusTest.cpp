@@ -3,6 +3,7 @@
 #include "linux/tray_SampleMenu.h"
 #include "platform/linux/UserAction.h"
 #include "platform/linux/tray/DBusMenu.h"
+#include "platform/linux/tray/HostRegistration.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
 #include "platform/view/StatusItem.h"
 
@@ -66,7 +67,7 @@ protected:
     }
 
     static std::unique_ptr<PrivateBus> bus;
-    FakeHost host { *bus, "host" };
+    FakeHost host { *bus };
     std::unique_ptr<StatusItem> item;
     std::vector<std::string> ran;
     std::function<void(std::string const&)> run
@@ -106,12 +107,20 @@ TEST_F(TrayBusTest, PulseIsHeldForHostsThatReadLate)
 
 TEST_F(TrayBusTest, IconIsNotCalledSymbolicInCinnamon)
 {
-    host.resign();
     host.becomeCinnamon();
-    host.items.clear();
-    host.becomeWatcher();
     EXPECT_TRUE(waitUntil([this] { return !host.items.isEmpty(); }));
     EXPECT_EQ(host.property("IconName"), "quillbar-heart-fill");
+}
+
+TEST_F(TrayBusTest, WatcherAloneIsNoHost)
+{
+    std::vector<TrayHost> told;
+    HostRegistration const registration(
+        QDBusConnection::sessionBus(), [&told](TrayHost state) { told.push_back(state); });
+    for (auto const state : { TrayHost::Present, TrayHost::Absent, TrayHost::Present }) {
+        host.setHasHost(state == TrayHost::Present);
+        EXPECT_TRUE(waitUntil([&] { return !told.empty() && told.back() == state; }));
+    }
 }
 
 TEST_F(TrayBusTest, EachRowIsReadOnceAndAsDeepAsAsked)
@@ -130,12 +139,17 @@ TEST_F(TrayBusTest, EachRowIsReadOnceAndAsDeepAsAsked)
 
 TEST_F(TrayBusTest, EqualMenuIsSilentAndAChangeIsToldOnce)
 {
-    setMenu({ pin("A"), pin("B") });
+    auto const badged = [](std::string const& name) {
+        auto row = pin(name);
+        row.image = std::make_shared<Drawing const>(Drawing { { 16, 16 }, {} });
+        return row;
+    };
+    setMenu({ badged("A"), pin("B") });
     ASSERT_EQ(labels(), QStringList({ "A", "B" }));
     host.signalNames.clear();
-    setMenu({ pin("A"), pin("B") });
-    setMenu({ pin("A"), pin("B"), pin("C") });
-    auto renamed = pin("A");
+    setMenu({ badged("A"), pin("B") });
+    setMenu({ badged("A"), pin("B"), pin("C") });
+    auto renamed = badged("A");
     renamed.title = "A  (⌥⌘B)";
     setMenu({ renamed, pin("B"), pin("C") });
     EXPECT_TRUE(waitUntil([this] { return host.signalNames.size() >= 3; }));

@@ -4,8 +4,6 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVariant>
-#include <QDBusVirtualObject>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -14,24 +12,22 @@
 namespace quillbar::testing {
 
 /// A panel: collects status items, reads one and hears its signals.
-class FakeHost : public QDBusVirtualObject {
+class FakeHost : public QObject {
     Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER hasHost_)
 
 public:
-    FakeHost(PrivateBus const& bus, QString const& name);
+    explicit FakeHost(PrivateBus const& bus);
 
     void becomeWatcher();
-    /// Goes by the second name that Cinnamon's watcher has; to be called before.
+    /// Goes by the second name that Cinnamon's watcher has, and registers anew.
     void becomeCinnamon();
-    void resign();
 
     /// Calls the first registered item, whose process is this one.
     QDBusMessage callItem(QString const& method, QVariantList const& arguments = {});
     QDBusMessage callMenu(QString const& method, QVariantList const& arguments = {});
     [[nodiscard]] QVariant property(QString const& name);
-
-    bool handleMessage(QDBusMessage const& message, QDBusConnection const& connection) override;
-    [[nodiscard]] QString introspect(QString const& path) const override;
 
     /// Whether, as the watcher, it claims that something shows the items; tells of a change.
     void setHasHost(bool hasHost);
@@ -40,7 +36,12 @@ public:
     QStringList signalNames;
 
 public Q_SLOTS:
-    void hear(QDBusMessage const& signal);
+    void RegisterStatusNotifierItem(QString const& item) { items << item; }
+    void hear(QDBusMessage const& signal) { signalNames << signal.member(); }
+
+Q_SIGNALS:
+    void StatusNotifierHostRegistered();
+    void StatusNotifierHostUnregistered();
 
 private:
     QDBusMessage call(QString const& path, QString const& interface, QString const& method,

@@ -15,7 +15,6 @@ namespace {
 
 using namespace quillbar::testing;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::Not;
 
 std::vector<int> idsOf(MenuExport& exported)
@@ -39,37 +38,25 @@ protected:
     MenuExport exported;
 };
 
-TEST(MenuExportLabel, ShowsEveryNameExactly)
+TEST(MenuExportLabel, IsOneLineThatNoMenuHasToCut)
 {
-    struct Case {
-        char const* title;
-        char const* label;
-    };
-    for (auto const& [title, label] : { Case { "under_score", "under__score" },
-             Case { "__", "____" }, Case { "a & b <i>", "a & b <i>" },
-             Case { "tab\there", "tab\there" }, Case { "🎉 \xff", "🎉 \uFFFD" } })
-        EXPECT_EQ(exportedLabel(command(title)), QString::fromUtf8(label));
     EXPECT_EQ(exportedLabel(command(std::string("a\0b", 3))), QString::fromUtf8("a\uFFFDb"));
     EXPECT_EQ(exportedLabel(command("line\nbreak")), "line break");
     EXPECT_EQ(exportedLabel(command(std::string(5000, '_'))), QString(160, '_') + QChar(0x2026));
     // No character is cut in two: of the 80th only the first half would fit.
-    EXPECT_EQ(
-        exportedLabel(command(std::string(79, 'a') + "💜💜")), QString(79, 'a') + QChar(0x2026));
-    EXPECT_EQ(exportedLabel(command(std::string(79, 'a') + "e\u0301x")),
-        QString(79, 'a') + QChar(0x2026));
+    for (auto const* character : { "💜", "e\u0301" })
+        EXPECT_EQ(exportedLabel(command(std::string(79, 'a') + character + 'x')),
+            QString(79, 'a') + QChar(0x2026));
 }
 
 TEST(MenuExportShortcut, NamesModifiersAsHostsReadThem)
 {
-    EXPECT_EQ(
-        exportedShortcut({ "t", commandKey | optionKey }), QStringList({ "Alt", "Super", "t" }));
-    EXPECT_EQ(exportedShortcut({ "Z", commandKey }), QStringList({ "Shift", "Super", "z" }));
+    EXPECT_EQ(exportedShortcut({ "Z", commandKey | optionKey }),
+        QStringList({ "Alt", "Shift", "Super", "z" }));
     for (auto const& [desktop, comma] : { std::pair { "XFCE", "comma" }, { "KDE", "," } }) {
         qputenv("XDG_CURRENT_DESKTOP", desktop);
         EXPECT_EQ(exportedShortcut({ ",", commandKey }), QStringList({ "Super", comma }));
     }
-    EXPECT_EQ(exportedShortcut({ "1", 0 }), QStringList({ "1" }));
-    EXPECT_THAT(exportedShortcut({ "", commandKey }), IsEmpty());
 }
 
 TEST_F(MenuExportTest, RowsKeepTheirIdsWhereverTheyMove)
@@ -92,42 +79,6 @@ TEST_F(MenuExportTest, IdOfARemovedRowIsNeverGivenAway)
     EXPECT_EQ(exported.row(removed), nullptr);
     set({ pin("B"), pin("C") });
     EXPECT_EQ(exported.row(removed), nullptr);
-}
-
-TEST_F(MenuExportTest, EqualMenuChangesNothingButRunsTheNewAction)
-{
-    auto runs = 0;
-    set({ pin("A", [](auto const&) { FAIL() << "the action of a replaced menu"; }) });
-    auto const id = idsOf(exported).front();
-    auto const revision = exported.revision();
-    EXPECT_FALSE(set({ pin("A", [&runs](auto const&) { ++runs; }) }));
-    EXPECT_EQ(exported.revision(), revision);
-    performAction(*exported.row(id)->item);
-    EXPECT_EQ(runs, 1);
-}
-
-TEST_F(MenuExportTest, EveryVisibleDifferenceIsAChange)
-{
-    auto const image = [](double red) {
-        return std::make_shared<Drawing const>(Drawing {
-            { 16, 16 }, { FillLinearGradient { { 0, 0, 16, 16 }, { .red = red }, {}, 90 } } });
-    };
-    auto base = pin("A");
-    base.image = image(1);
-    auto same = base;
-    same.image = image(1);
-    EXPECT_TRUE(isSameMenu({ {}, { base } }, { {}, { same } }));
-
-    std::vector<MenuItem> others(7, base);
-    others[0].title = "A  (⌥⌘B)";
-    others[1].isEnabled = false;
-    others[2].image = image(0);
-    others[3].image.reset();
-    others[4].keyEquivalent.key = "1";
-    others[5].submenu = { pin("B") };
-    others[6].representedObject = "B";
-    for (auto const& other : others)
-        EXPECT_FALSE(isSameMenu({ {}, { base } }, { {}, { other } })) << &other - others.data();
 }
 
 TEST_F(MenuExportTest, TellsWhichPropertiesOfAKeptRowChangedAndVanished)

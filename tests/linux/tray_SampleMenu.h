@@ -33,9 +33,6 @@ inline platform::MenuItem heading(std::string const& title)
     platform::MenuItem item;
     item.title = title;
     item.isEnabled = false;
-    item.attributedTitle = platform::AttributedText { title,
-        { .size = 11, .weight = platform::FontWeight::Semibold },
-        platform::SystemColor::SecondaryLabel };
     return item;
 }
 

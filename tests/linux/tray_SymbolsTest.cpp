@@ -1,19 +1,16 @@
 #include "linux/tray_Application.h"
 #include "platform/Symbols.h"
 #include "platform/linux/drawing/SymbolSvg.h"
-#include "platform/linux/drawing/SymbolTable.h"
 #include "platform/linux/tray/IconFiles.h"
 #include "ui/IconMenu.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QPainter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,36 +20,17 @@ namespace {
 
 using namespace quillbar::testing;
 
-QString fileOf(std::string_view name)
-{
-    return QFileInfo(findSymbol(name).value_or(QString())).completeBaseName();
-}
-
 TEST(Symbols, EveryOneOfTheIconChooserAndTheMenuCanBeDrawn)
 {
     std::vector<std::string_view> names { "sparkle", "info.circle", "square.and.pencil",
         "magnifyingglass", "arrow.clockwise", "eyeglasses", "music.note", "line.3.horizontal",
-        "xmark.circle.fill", "keyboard", "play.fill" };
+        "xmark.circle.fill", "keyboard", "play.fill", "speaker.wave.3.fill", "hammer.fill" };
     for (auto const& choice : iconChoices)
         names.push_back(choice.symbol);
     for (auto const name : names) {
         EXPECT_TRUE(symbolExists(name)) << name;
         EXPECT_TRUE(symbolSvg(name)) << name;
     }
-}
-
-TEST(Symbols, TypedNamesAreFoundByTheirWords)
-{
-    struct Case {
-        char const* name;
-        char const* file;
-    };
-    for (auto const& [name, file] : { Case { "cloud.rain.fill", "cloud-rain-fill" },
-             Case { "forward.fill", "fast-forward-fill" }, Case { "doc.fill", "file-earmark-fill" },
-             Case { "speaker.wave.3.fill", "volume-up-fill" }, Case { "photo", "image" },
-             Case { "exclamationmark.triangle.fill", "exclamation-triangle-fill" },
-             Case { "hammer.fill", "hammer" }, Case { "chart.bar", "bar-chart" } })
-        EXPECT_EQ(fileOf(name).toStdString(), file) << name;
 }
 
 TEST(Symbols, NamesThatAreNoneAreUnknown)
@@ -64,29 +42,21 @@ TEST(Symbols, NamesThatAreNoneAreUnknown)
         EXPECT_FALSE(symbolExists(name)) << name.substr(0, 20);
 }
 
-double luminance(QColor const& color)
-{
-    auto const linear = [](double channel) { return std::pow(channel, 2.2); };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-        + 0.0722 * linear(color.blueF());
-}
-
-TEST(Symbols, DocumentThatNobodyRecolours_isSeenOnEveryGround)
+TEST(Symbols, DocumentThatNobodyRecolours_isWhiteWithADarkRim)
 {
     application();
     auto const icon = QImage::fromData(*symbolSvg("gearshape"), "SVG");
-    for (QColor const ground : { "#ffffff", "#f0f0f0", "#949494", "#1e6fd9", "#303030" }) {
-        QImage image(icon.size(), QImage::Format_RGB32);
-        image.fill(ground);
-        QPainter(&image).drawImage(0, 0, icon);
-        double best = 0;
-        for (int x = 0; x < image.width(); ++x) {
-            auto const [dark, light]
-                = std::minmax({ luminance(ground), luminance(image.pixelColor(x, 8)) });
-            best = std::max(best, (light + 0.05) / (dark + 0.05));
-        }
-        EXPECT_GT(best, 3) << ground.name().toStdString();
+    auto darkest = 255;
+    auto brightest = 0;
+    for (int x = 0; x < icon.width(); ++x) {
+        auto const pixel = icon.pixelColor(x, 8);
+        if (pixel.alpha() < 200)
+            continue;
+        darkest = std::min(darkest, pixel.lightness());
+        brightest = std::max(brightest, pixel.lightness());
     }
+    EXPECT_LT(darkest, 80);
+    EXPECT_GT(brightest, 200);
 }
 
 TEST(IconFiles, WritesEachLookOncePrivatelyAndCleansUp)

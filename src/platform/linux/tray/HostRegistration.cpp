@@ -1,12 +1,12 @@
 #include "platform/linux/tray/HostRegistration.h"
 
-#include <QDBusError>
-#include <QDBusMessage>
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusVariant>
+#include "platform/linux/system/SessionBus.h"
 
+#include <QDBusError>
+#include <QDBusVariant>
+#include <QPointer>
+
+#include <chrono>
 #include <utility>
 
 namespace quillbar::platform {
@@ -18,10 +18,11 @@ namespace {
 auto const watcherName = u"org.kde.StatusNotifierWatcher"_s;
 auto const cinnamonName = u"org.x.StatusNotifierWatcher"_s;
 auto const watcherPath = u"/StatusNotifierWatcher"_s;
-constexpr int answerTimeout = 5000;
+constexpr std::chrono::seconds answerTimeout { 5 };
 
-bool isAbsence(QDBusError const& error)
+bool isAbsence(QDBusMessage const& reply)
 {
+    QDBusError const error(reply);
     return error.type() == QDBusError::ServiceUnknown || error.type() == QDBusError::Disconnected
         || error.name() == "org.freedesktop.DBus.Error.NameHasNoOwner"_L1;
 }
@@ -39,67 +40,59 @@ HostRegistration::HostRegistration(QDBusConnection connection, std::function<voi
     // Naming the sender would make Qt wait for the bus to tell its owner.
     for (auto const& signal :
         { u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s })
-        connection_.connect(
-            QString(), watcherPath, watcherName, signal, this, SLOT(hostsChanged()));
-    if (connection_.isConnected())
-        askWhoseWatcher();
-    else
-        QMetaObject::invokeMethod(
-            this, [this] { onHost_(TrayHost::Absent); }, Qt::QueuedConnection);
+        connection_.connect(QString(), watcherPath, watcherName, signal, this, SLOT(askForHost()));
+    askWhoseWatcher();
+}
+
+void HostRegistration::call(
+    QDBusMessage message, void (HostRegistration::*answered)(QDBusMessage const& reply))
+{
+    message.setAutoStartService(false);
+    callOnBus(
+        message, answerTimeout,
+        [self = QPointer(this), answered](QDBusMessage const& reply) {
+            if (self)
+                (*self.*answered)(reply);
+        },
+        connection_);
 }
 
 // A watcher reads the icon's name as soon as the item is registered.
 void HostRegistration::askWhoseWatcher()
 {
-    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s,
-        u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"NameHasOwner"_s);
-    call.setArguments({ cinnamonName });
-    auto* pending = new QDBusPendingCallWatcher(connection_.asyncCall(call, answerTimeout), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
-        QDBusPendingReply<bool> const reply = *pending;
-        pending->deleteLater();
-        showsSymbolicIcons_ = reply.isError() || !reply.value();
-        registerItem();
-    });
+    call(busCall(u"NameHasOwner"_s, { cinnamonName }), &HostRegistration::registerItem);
 }
 
-void HostRegistration::registerItem()
+void HostRegistration::registerItem(QDBusMessage const& isCinnamon)
 {
-    auto call = QDBusMessage::createMethodCall(
+    showsSymbolicIcons_ = isCinnamon.arguments().value(0) != QVariant(true);
+    auto registration = QDBusMessage::createMethodCall(
         watcherName, watcherPath, watcherName, u"RegisterStatusNotifierItem"_s);
-    call.setArguments({ connection_.baseService() });
-    call.setAutoStartService(false);
-    auto* pending = new QDBusPendingCallWatcher(connection_.asyncCall(call, answerTimeout), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
-        QDBusPendingReply<> const reply = *pending;
-        pending->deleteLater();
-        if (reply.isError() && isAbsence(reply.error()))
-            onHost_(TrayHost::Absent);
-        else
-            askForHost();
-    });
+    registration.setArguments({ connection_.baseService() });
+    call(registration, &HostRegistration::registered);
+}
+
+void HostRegistration::registered(QDBusMessage const& reply)
+{
+    if (isAbsence(reply))
+        onHost_(TrayHost::Absent);
+    else
+        askForHost();
+}
+
+void HostRegistration::askForHost()
+{
+    auto property = QDBusMessage::createMethodCall(
+        watcherName, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    property.setArguments({ watcherName, u"IsStatusNotifierHostRegistered"_s });
+    call(property, &HostRegistration::hostAnswered);
 }
 
 // A watcher may run without any panel. One that does not answer this counts as one that has one.
-void HostRegistration::askForHost()
+void HostRegistration::hostAnswered(QDBusMessage const& reply)
 {
-    auto call = QDBusMessage::createMethodCall(
-        watcherName, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    call.setArguments({ watcherName, u"IsStatusNotifierHostRegistered"_s });
-    call.setAutoStartService(false);
-    auto* pending = new QDBusPendingCallWatcher(connection_.asyncCall(call, answerTimeout), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
-        QDBusPendingReply<QDBusVariant> const reply = *pending;
-        pending->deleteLater();
-        bool const isWithout = reply.isError() ? isAbsence(reply.error())
-                                               : reply.value().variant() == QVariant(false);
-        onHost_(isWithout ? TrayHost::Absent : TrayHost::Present);
-    });
-}
-
-void HostRegistration::hostsChanged()
-{
-    askForHost();
+    auto const hasHost = reply.arguments().value(0).value<QDBusVariant>().variant();
+    onHost_(isAbsence(reply) || hasHost == QVariant(false) ? TrayHost::Absent : TrayHost::Present);
 }
 
 void HostRegistration::ownerChanged(QString const& newOwner)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QObject>
 
@@ -26,10 +27,12 @@ public:
     [[nodiscard]] bool showsSymbolicIcons() const { return showsSymbolicIcons_; }
 
 private:
-    Q_SLOT void hostsChanged();
+    void call(QDBusMessage message, void (HostRegistration::*answered)(QDBusMessage const& reply));
     void askWhoseWatcher();
-    void registerItem();
-    void askForHost();
+    void registerItem(QDBusMessage const& isCinnamon);
+    void registered(QDBusMessage const& reply);
+    Q_SLOT void askForHost();
+    void hostAnswered(QDBusMessage const& reply);
     void ownerChanged(QString const& newOwner);
 
     QDBusConnection connection_;

@@ -24,7 +24,7 @@ int percent(double alpha)
     return static_cast<int>(std::lround(std::clamp(alpha, 0.0, 1.0) * 100));
 }
 
-// Panels recolour what is called "-symbolic"; with a tint the name must not end so.
+// Panels recolour files whose names end in "-symbolic", so a tint needs another name.
 QString fileName(IconLook const& look)
 {
     auto symbol = toQString(look.symbol);

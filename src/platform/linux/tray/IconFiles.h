@@ -17,7 +17,8 @@ struct IconLook {
     /// Nothing leaves the colour to the panel.
     std::optional<QColor> tint;
     double alpha = 1;
-    /// Whether a file may be called symbolic, so that the panel gives it a colour.
+    /// Whether the file's name may end in "-symbolic": panels recolour such files, and Cinnamon
+    /// loads no path that contains "symbolic".
     bool isSymbolic = true;
 
     friend bool operator==(IconLook const&, IconLook const&) = default;

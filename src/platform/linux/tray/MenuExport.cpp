@@ -46,6 +46,7 @@ bool isHeading(MenuItem const& item)
     return !item.action && item.command == StandardCommand::None;
 }
 
+/// Whether a host shows the two alike; what their actions do is not compared.
 bool isSameItem(MenuItem const& left, MenuItem const& right)
 {
     return left.kind == right.kind && left.isEnabled == right.isEnabled && left.title == right.title
@@ -113,14 +114,9 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }
 
-bool isSameMenu(Menu const& left, Menu const& right)
-{
-    return std::ranges::equal(left.items, right.items, isSameItem);
-}
-
 std::optional<MenuChanges> MenuExport::setMenu(std::shared_ptr<Menu const> menu)
 {
-    auto const isSame = isSameMenu(*menu_, *menu);
+    auto const isSame = std::ranges::equal(menu_->items, menu->items, isSameItem);
     // The rows point into the menu, so it lives until they are made anew.
     auto const oldMenu = std::exchange(menu_, std::move(menu));
     auto const oldRows = std::exchange(rows_, {});

@@ -26,9 +26,6 @@ namespace quillbar::platform {
 /// For example { "Super", "Alt", "t" }; empty when the item has no key equivalent.
 [[nodiscard]] QStringList exportedShortcut(KeyEquivalent const& equivalent);
 
-/// Whether two menus look the same to a host; what their actions do is not compared.
-[[nodiscard]] bool isSameMenu(Menu const& left, Menu const& right);
-
 struct MenuRowProperties {
     int id = 0;
     QVariantMap properties;

@@ -45,8 +45,7 @@ bool isModifier(int key)
     return std::ranges::find(modifiers, key) != modifiers.end();
 }
 
-} // namespace
-
+// QMenu takes "&" for a mnemonic and a tab for the start of the key column.
 QString menuText(MenuItem const& item)
 {
     auto text = toQString(item.attributedTitle ? item.attributedTitle->text : item.title);
@@ -55,6 +54,8 @@ QString menuText(MenuItem const& item)
         .replace('\n'_L1, QChar::Space)
         .replace(QChar::Null, QChar::ReplacementCharacter);
 }
+
+} // namespace
 
 StatusMenu::StatusMenu(std::shared_ptr<Menu const> menu)
     : menu_(std::move(menu))

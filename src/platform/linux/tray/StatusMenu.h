@@ -5,16 +5,11 @@
 
 #include <QIcon>
 #include <QMenu>
-#include <QString>
 
 #include <memory>
 #include <vector>
 
 namespace quillbar::platform {
-
-/// The title as QMenu shows it exactly: it takes "&" for a mnemonic and a tab for the start of the
-/// key column.
-[[nodiscard]] QString menuText(MenuItem const& item);
 
 /// The status menu as a widget: made when it is opened, deleted when it closes. It shows the menu
 /// that was current then, whatever replaces it meanwhile. The key equivalents work while it is
