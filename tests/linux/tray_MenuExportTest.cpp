@@ -1,5 +1,5 @@
-#include "linux/tray_Application.h"
 #include "linux/tray_SampleMenu.h"
+#include "linux/widgets_Application.h"
 #include "platform/linux/tray/MenuExport.h"
 
 #include <QImage>

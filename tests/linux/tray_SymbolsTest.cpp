@@ -1,4 +1,4 @@
-#include "linux/tray_Application.h"
+#include "linux/widgets_Application.h"
 #include "platform/Symbols.h"
 #include "platform/linux/drawing/SymbolSvg.h"
 #include "platform/linux/tray/IconFiles.h"

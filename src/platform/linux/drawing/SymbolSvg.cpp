@@ -96,7 +96,7 @@ QByteArray transformInto(QRectF const& rect, QRectF const& viewBox)
 }
 
 // Panels recolour a document of one of two kinds: by its "-symbolic" file name, or by this style
-// sheet and its classes. Some recolour none: white with a dark rim is seen on every ground.
+// sheet and its classes. Some recolour none: white with a dark rim is seen on every background.
 QByteArray leftToThePanel(Body const& body, SymbolSvgStyle const& style)
 {
     constexpr double rimWidth = 0.75;

@@ -1,6 +1,6 @@
 #include "platform/linux/tray/DBusMenu.h"
 
-#include "platform/linux/UserAction.h"
+#include "platform/linux/input/UserAction.h"
 
 #include <QDBusError>
 #include <QDBusMetaType>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/system/DBusStruct.h"
+#include "platform/linux/dbus/DBusStruct.h"
 #include "platform/linux/tray/MenuExport.h"
 
 #include <QDBusConnection>

@@ -1,6 +1,6 @@
 #include "platform/linux/tray/HostRegistration.h"
 
-#include "platform/linux/system/SessionBus.h"
+#include "platform/linux/dbus/SessionBus.h"
 
 #include <QDBusError>
 #include <QDBusVariant>

@@ -2,7 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/SymbolSvg.h"
-#include "platform/linux/system/WindowActivation.h"
+#include "platform/linux/x11/WindowActivation.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,16 +25,16 @@ int percent(double alpha)
 }
 
 // Panels recolour files whose names end in "-symbolic", so a tint needs another name.
-QString fileName(IconLook const& look)
+QString fileName(IconAppearance const& appearance)
 {
-    auto symbol = toQString(look.symbol);
+    auto symbol = toQString(appearance.symbol);
     symbol.replace('-'_L1, "_"_L1).replace('.'_L1, "-"_L1);
     QString name = "quillbar-"_L1 + symbol;
-    if (auto const opacity = percent(look.alpha); opacity < 100)
+    if (auto const opacity = percent(appearance.alpha); opacity < 100)
         name += "-dim"_L1 + QString::number(opacity);
-    if (look.tint)
-        return name + '-'_L1 + look.tint->name().mid(1);
-    return look.isSymbolic ? name + "-symbolic"_L1 : name;
+    if (appearance.tint)
+        return name + '-'_L1 + appearance.tint->name().mid(1);
+    return appearance.isSymbolic ? name + "-symbolic"_L1 : name;
 }
 
 /// When the X server goes, Qt calls exit() from within, which destroys nothing but what is static.
@@ -101,12 +101,12 @@ std::shared_ptr<QTemporaryDir> makeFolder(QString const& parent)
 
 } // namespace
 
-QString IconFiles::iconName(IconLook const& look)
+QString IconFiles::iconName(IconAppearance const& appearance)
 {
-    auto name = fileName(look);
+    auto name = fileName(appearance);
     if (written_.contains(name))
         return name;
-    if (!write(name, look))
+    if (!write(name, appearance))
         return {};
     written_.insert(name);
     return name;
@@ -124,17 +124,17 @@ QString IconFiles::folder()
     return folder_->isValid() ? folder_->path() : QString();
 }
 
-bool IconFiles::write(QString const& name, IconLook const& look)
+bool IconFiles::write(QString const& name, IconAppearance const& appearance)
 {
     // Symbolic icons have a margin of 1 by custom. Where others are shown larger, it takes more to
     // be as large as those.
-    auto const margin = look.isSymbolic ? 1 : 2.5;
+    auto const margin = appearance.isSymbolic ? 1 : 2.5;
     SymbolSvgStyle style;
     style.rect = QRectF({}, style.canvas).adjusted(margin, margin, -margin, -margin);
-    style.opacity = percent(look.alpha) / 100.0;
-    if (look.tint)
-        style.color = look.tint->name().toLatin1();
-    auto const svg = symbolSvg(look.symbol, style);
+    style.opacity = percent(appearance.alpha) / 100.0;
+    if (appearance.tint)
+        style.color = appearance.tint->name().toLatin1();
+    auto const svg = symbolSvg(appearance.symbol, style);
     auto const path = folder();
     if (!svg || path.isEmpty())
         return false;

@@ -12,7 +12,7 @@
 namespace quillbar::platform {
 
 /// How the status item's symbol looks at the moment.
-struct IconLook {
+struct IconAppearance {
     std::string symbol;
     /// Nothing leaves the colour to the panel.
     std::optional<QColor> tint;
@@ -21,7 +21,7 @@ struct IconLook {
     /// loads no path that contains "symbolic".
     bool isSymbolic = true;
 
-    friend bool operator==(IconLook const&, IconLook const&) = default;
+    friend bool operator==(IconAppearance const&, IconAppearance const&) = default;
 };
 
 /// A private folder with the status icon's SVG files, for panels to read by name. Folder and files
@@ -31,12 +31,12 @@ class IconFiles {
 public:
     /// The name under which panels find the icon in folder(); empty when there is no such symbol or
     /// the file could not be written.
-    [[nodiscard]] QString iconName(IconLook const& look);
+    [[nodiscard]] QString iconName(IconAppearance const& appearance);
     /// Empty when the folder could not be made.
     [[nodiscard]] QString folder();
 
 private:
-    bool write(QString const& name, IconLook const& look);
+    bool write(QString const& name, IconAppearance const& appearance);
 
     std::shared_ptr<QTemporaryDir> folder_;
     std::set<QString> written_;

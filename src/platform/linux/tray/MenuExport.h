@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/tray/ImageCache.h"
+#include "platform/linux/drawing/ImageCache.h"
 #include "platform/view/Menu.h"
 
 #include <QByteArray>
@@ -40,8 +40,8 @@ struct MenuRowRemovals {
     static auto fields(auto& self) { return std::tie(self.id, self.names); }
 };
 
-/// The rows that are in the menu before and after a change and look different: all properties that
-/// they have now, and the names of those that they had.
+/// The rows that are in the menu before and after a change and appear different: all properties
+/// that they have now, and the names of those that they had.
 struct MenuChanges {
     QList<MenuRowProperties> updated;
     QList<MenuRowRemovals> removed;

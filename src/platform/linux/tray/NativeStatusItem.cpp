@@ -2,7 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
-#include "platform/linux/system/WindowActivation.h"
+#include "platform/linux/x11/WindowActivation.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -38,9 +38,9 @@ IconPixmap toPixmap(QImage const& image)
     return pixmap;
 }
 
-Ground likelyGround()
+Background likelyBackground()
 {
-    return isDark(QGuiApplication::palette()) ? Ground::Dark : Ground::Light;
+    return isDark(QGuiApplication::palette()) ? Background::Dark : Background::Light;
 }
 
 } // namespace
@@ -48,10 +48,11 @@ Ground likelyGround()
 NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& connection)
     : item_(item)
     , menu_(connection)
-    , notifier_(connection, notifierFace(), menuOwner())
-    , legacyTray_({ .icon = [this](std::optional<Ground> ground) { return legacyIcon(ground); },
-          .toolTip = [this] { return toolTip_; },
-          .activate = [this] { toggleMenu(); } })
+    , notifier_(connection, notifierCallbacks(), menuOwner())
+    , xEmbedTray_(
+          { .icon = [this](std::optional<Background> background) { return xEmbedIcon(background); },
+              .toolTip = [this] { return toolTip_; },
+              .activate = [this] { toggleMenu(); } })
     , registration_(connection, [this](TrayHost host) { hostIs(host); })
 {
     using namespace std::chrono_literals;
@@ -60,12 +61,12 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
     // Plasma and GNOME read an icon up to some 0.3 s after they are told of it.
     hold_.setInterval(450ms);
     QObject::connect(&hold_, &QTimer::timeout, &hold_,
-        [this] { show(std::exchange(nextPulse_, std::nullopt).value_or(wantedLook())); });
+        [this] { show(std::exchange(nextPulse_, std::nullopt).value_or(wantedAppearance())); });
     // At login the panel may well start later.
     placeWait_.setSingleShot(true);
     placeWait_.setInterval(10s);
     QObject::connect(&placeWait_, &QTimer::timeout, &placeWait_, [this] {
-        if (!legacyTray_.isShown())
+        if (!xEmbedTray_.isShown())
             item_.systemReportedUnavailable(noTrayExplanation);
     });
 }
@@ -75,18 +76,18 @@ NativeStatusItem::~NativeStatusItem()
     delete openMenu_;
 }
 
-void NativeStatusItem::syncFace()
+void NativeStatusItem::syncButton()
 {
     if (auto toolTip = toQString(item_.button().toolTip()); toolTip != toolTip_) {
         toolTip_ = std::move(toolTip);
         Q_EMIT notifier_.NewToolTip();
-        legacyTray_.update();
+        xEmbedTray_.update();
     }
-    auto const look = wantedLook();
+    auto const appearance = wantedAppearance();
     if (!hold_.isActive())
-        show(look);
-    else if (item_.button().alpha() < 1 && look != look_)
-        nextPulse_ = look;
+        show(appearance);
+    else if (item_.button().alpha() < 1 && appearance != appearance_)
+        nextPulse_ = appearance;
 }
 
 void NativeStatusItem::syncMenu()
@@ -94,16 +95,16 @@ void NativeStatusItem::syncMenu()
     menu_.setMenu(item_.menu());
 }
 
-StatusNotifierFace NativeStatusItem::notifierFace()
+StatusNotifierCallbacks NativeStatusItem::notifierCallbacks()
 {
     return {
         .title = [] { return QGuiApplication::applicationDisplayName(); },
         .toolTip = [this] { return toolTip_; },
         .iconName =
             [this] {
-                auto look = look_;
-                look.isSymbolic = registration_.showsSymbolicIcons();
-                return files_.iconName(look);
+                auto appearance = appearance_;
+                appearance.isSymbolic = registration_.showsSymbolicIcons();
+                return files_.iconName(appearance);
             },
         .iconThemePath = [this] { return files_.folder(); },
         .iconPixmap = [this] { return pixmaps(); },
@@ -112,35 +113,35 @@ StatusNotifierFace NativeStatusItem::notifierFace()
     };
 }
 
-IconLook NativeStatusItem::wantedLook() const
+IconAppearance NativeStatusItem::wantedAppearance() const
 {
     auto const& button = item_.button();
-    IconLook look;
-    look.alpha = button.alpha();
+    IconAppearance appearance;
+    appearance.alpha = button.alpha();
     if (button.image()) {
         if (auto const* symbol = std::get_if<SymbolImage>(&*button.image()))
-            look.symbol = symbol->name;
+            appearance.symbol = symbol->name;
     }
     if (button.contentTintColor()) {
-        look.tint = toQColor(*button.contentTintColor(), QGuiApplication::palette());
+        appearance.tint = toQColor(*button.contentTintColor(), QGuiApplication::palette());
         // A pale colour would be missed.
-        look.alpha = 1;
+        appearance.alpha = 1;
     }
-    return look;
+    return appearance;
 }
 
-void NativeStatusItem::show(IconLook const& look)
+void NativeStatusItem::show(IconAppearance const& appearance)
 {
     pixmaps_.reset();
-    if (look != look_) {
-        look_ = look;
+    if (appearance != appearance_) {
+        appearance_ = appearance;
         hold_.start();
         Q_EMIT notifier_.NewIcon();
     }
-    legacyTray_.update();
+    xEmbedTray_.update();
 }
 
-QImage NativeStatusItem::rendered(int side, Ground ground) const
+QImage NativeStatusItem::rendered(int side, Background background) const
 {
     // As wide as that of the icons beside it.
     auto const edge = side * 3 / 32;
@@ -149,15 +150,16 @@ QImage NativeStatusItem::rendered(int side, Ground ground) const
     result.fill(Qt::transparent);
     if (!image)
         return result;
-    auto const panelText = ground == Ground::Dark ? QColor(Qt::white) : QColor(0x30, 0x30, 0x30);
+    auto const panelText
+        = background == Background::Dark ? QColor(Qt::white) : QColor(0x30, 0x30, 0x30);
     QSizeF const size(side - 2 * edge, side - 2 * edge);
     QPainter painter(&result);
-    painter.setOpacity(look_.alpha);
+    painter.setOpacity(appearance_.alpha);
     painter.drawImage(QRectF(QPointF(edge, edge), size),
         renderImage(*image,
             { .symbolSize = size,
                 .devicePixelRatio = 1,
-                .foreground = look_.tint.value_or(panelText),
+                .foreground = appearance_.tint.value_or(panelText),
                 .palette = QGuiApplication::palette() }));
     return result;
 }
@@ -165,17 +167,17 @@ QImage NativeStatusItem::rendered(int side, Ground ground) const
 QList<IconPixmap> const& NativeStatusItem::pixmaps()
 {
     if (!pixmaps_) {
-        auto const ground = likelyGround();
-        pixmaps_ = { toPixmap(rendered(22, ground)), toPixmap(rendered(44, ground)) };
+        auto const background = likelyBackground();
+        pixmaps_ = { toPixmap(rendered(22, background)), toPixmap(rendered(44, background)) };
     }
     return *pixmaps_;
 }
 
-QIcon NativeStatusItem::legacyIcon(std::optional<Ground> ground) const
+QIcon NativeStatusItem::xEmbedIcon(std::optional<Background> background) const
 {
     QIcon icon;
     for (auto const side : { 16, 22, 24, 32, 48 })
-        icon.addPixmap(QPixmap::fromImage(rendered(side, ground.value_or(likelyGround()))));
+        icon.addPixmap(QPixmap::fromImage(rendered(side, background.value_or(likelyBackground()))));
     return icon;
 }
 
@@ -191,15 +193,15 @@ void NativeStatusItem::toggleMenu()
             activateWindow(*dialog->windowHandle());
         return;
     }
-    openMenu_ = new StatusMenu(item_.menu());
+    openMenu_ = new StatusMenuWidget(item_.menu());
     openMenu_->popup(QCursor::pos());
     item_.userOpenedMenu();
 }
 
 void NativeStatusItem::hostIs(TrayHost host)
 {
-    legacyTray_.setWanted(host == TrayHost::Absent);
-    if (host == TrayHost::Present || legacyTray_.isShown())
+    xEmbedTray_.setWanted(host == TrayHost::Absent);
+    if (host == TrayHost::Present || xEmbedTray_.isShown())
         placeWait_.stop();
     else
         placeWait_.start();
@@ -217,7 +219,7 @@ NativeStatusItem* createNativeStatusItem(StatusItem& item)
 
 void syncStatusButton(StatusItem const& item)
 {
-    item.native()->syncFace();
+    item.native()->syncButton();
 }
 
 void syncStatusMenu(StatusItem const& item)

@@ -3,9 +3,9 @@
 #include "platform/linux/tray/DBusMenu.h"
 #include "platform/linux/tray/HostRegistration.h"
 #include "platform/linux/tray/IconFiles.h"
-#include "platform/linux/tray/LegacyTray.h"
-#include "platform/linux/tray/StatusMenu.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
+#include "platform/linux/tray/XEmbedTray.h"
+#include "platform/linux/widgets/StatusMenuWidget.h"
 #include "platform/view/StatusItem.h"
 
 #include <QDBusConnection>
@@ -26,34 +26,34 @@ public:
     NativeStatusItem& operator=(NativeStatusItem const&) = delete;
     ~NativeStatusItem();
 
-    void syncFace();
+    void syncButton();
     void syncMenu();
 
 private:
-    [[nodiscard]] StatusNotifierFace notifierFace();
-    [[nodiscard]] IconLook wantedLook() const;
-    void show(IconLook const& look);
+    [[nodiscard]] StatusNotifierCallbacks notifierCallbacks();
+    [[nodiscard]] IconAppearance wantedAppearance() const;
+    void show(IconAppearance const& appearance);
     /// A square of that many pixels, clear at the edge.
-    [[nodiscard]] QImage rendered(int side, Ground ground) const;
+    [[nodiscard]] QImage rendered(int side, Background background) const;
     [[nodiscard]] QList<IconPixmap> const& pixmaps();
-    [[nodiscard]] QIcon legacyIcon(std::optional<Ground> ground) const;
+    [[nodiscard]] QIcon xEmbedIcon(std::optional<Background> background) const;
     void toggleMenu();
     void hostIs(TrayHost host);
 
     StatusItem& item_;
     IconFiles files_;
-    IconLook look_;
+    IconAppearance appearance_;
     std::optional<QList<IconPixmap>> pixmaps_;
     QString toolTip_;
     QTimer hold_;
-    /// Begun while another look was held.
-    std::optional<IconLook> nextPulse_;
+    /// Begun while another appearance was held.
+    std::optional<IconAppearance> nextPulse_;
     QTimer placeWait_;
     DBusMenu menu_;
     StatusNotifierItem notifier_;
-    LegacyTray legacyTray_;
+    XEmbedTray xEmbedTray_;
     HostRegistration registration_;
-    QPointer<StatusMenu> openMenu_;
+    QPointer<StatusMenuWidget> openMenu_;
 };
 
 } // namespace quillbar::platform

@@ -1,7 +1,7 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
-#include "platform/linux/UserAction.h"
-#include "platform/linux/system/DesktopApplication.h"
+#include "platform/linux/desktop/DesktopApplication.h"
+#include "platform/linux/input/UserAction.h"
 #include "platform/linux/tray/DBusMenu.h"
 
 #include <QDBusError>
@@ -14,8 +14,8 @@ namespace quillbar::platform {
 using namespace Qt::StringLiterals;
 
 StatusNotifierItem::StatusNotifierItem(
-    QDBusConnection connection, StatusNotifierFace face, MenuOwner menuOwner)
-    : face_(std::move(face))
+    QDBusConnection connection, StatusNotifierCallbacks callbacks, MenuOwner menuOwner)
+    : callbacks_(std::move(callbacks))
     , itemIsMenu_(menuOwner == MenuOwner::Host)
     , menu_(QString::fromLatin1(DBusMenu::objectPath))
 {
@@ -31,14 +31,14 @@ void StatusNotifierItem::Activate(int /*x*/, int /*y*/)
     if (itemIsMenu_)
         sendErrorReply(QDBusError::UnknownMethod, u"The host is to open the menu"_s);
     else
-        callLater(face_.activate);
+        callLater(callbacks_.activate);
 }
 
 void StatusNotifierItem::ContextMenu(int /*x*/, int /*y*/)
 {
     // Hosts that can draw the exported menu do so instead of calling this (Plasma, waybar);
     // swaybar 1.7 draws none and calls this for either button.
-    callLater(itemIsMenu_ ? face_.menuMissed : face_.activate);
+    callLater(itemIsMenu_ ? callbacks_.menuMissed : callbacks_.activate);
 }
 
 void StatusNotifierItem::ProvideXdgActivationToken(QString const& token)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/system/DBusStruct.h"
+#include "platform/linux/dbus/DBusStruct.h"
 
 #include <QByteArray>
 #include <QDBusConnection>
@@ -39,7 +39,7 @@ struct ToolTip {
 enum class MenuOwner { Program, Host };
 
 /// What a status-notifier host sees. Every value is asked for only when a host reads it.
-struct StatusNotifierFace {
+struct StatusNotifierCallbacks {
     std::function<QString()> title;
     std::function<QString()> toolTip;
     std::function<QString()> iconName;
@@ -68,7 +68,8 @@ class StatusNotifierItem : public QObject, protected QDBusContext {
     Q_PROPERTY(QDBusObjectPath Menu MEMBER menu_ CONSTANT)
 
 public:
-    StatusNotifierItem(QDBusConnection connection, StatusNotifierFace face, MenuOwner menuOwner);
+    StatusNotifierItem(
+        QDBusConnection connection, StatusNotifierCallbacks callbacks, MenuOwner menuOwner);
 
     // The names are the interface's.
     // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
@@ -85,14 +86,14 @@ Q_SIGNALS:
     // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
 private:
-    [[nodiscard]] QString title() const { return face_.title(); }
-    [[nodiscard]] QString iconName() const { return face_.iconName(); }
-    [[nodiscard]] QString iconThemePath() const { return face_.iconThemePath(); }
-    [[nodiscard]] QList<IconPixmap> iconPixmap() const { return face_.iconPixmap(); }
-    [[nodiscard]] ToolTip toolTip() const { return { {}, {}, face_.toolTip(), {} }; }
+    [[nodiscard]] QString title() const { return callbacks_.title(); }
+    [[nodiscard]] QString iconName() const { return callbacks_.iconName(); }
+    [[nodiscard]] QString iconThemePath() const { return callbacks_.iconThemePath(); }
+    [[nodiscard]] QList<IconPixmap> iconPixmap() const { return callbacks_.iconPixmap(); }
+    [[nodiscard]] ToolTip toolTip() const { return { {}, {}, callbacks_.toolTip(), {} }; }
     void callLater(std::function<void()> const& callback);
 
-    StatusNotifierFace face_;
+    StatusNotifierCallbacks callbacks_;
     QString const category_ = QStringLiteral("ApplicationStatus");
     QString const id_ = QStringLiteral("quillbar");
     QString const status_ = QStringLiteral("Active");

@@ -1,0 +1,111 @@
+#include "platform/linux/tray/XEmbedTray.h"
+
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QApplication>
+#include <QSystemTrayIcon>
+#include <QWidget>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace quillbar::platform {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A panel that takes both kinds of icons opens for windows first.
+constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
+
+// Before its first icon, Qt asks on the bus whether there is a host, and waits for the answer for
+// up to 50 seconds; it would make an item on the bus beside ours, and never a window, if there were
+// one. Asked when the bus has just told that there is none, it neither waits nor finds one.
+void makeQtAskForHosts()
+{
+    [[maybe_unused]] QSystemTrayIcon const neverShown;
+}
+
+// Qt keeps the window of the icon to itself.
+QWidget* iconWindow()
+{
+    auto const windows = QApplication::topLevelWidgets();
+    auto const found = std::ranges::find(windows, "QSystemTrayIconSys"_L1,
+        [](QWidget const* window) { return window->objectName(); });
+    return found == windows.end() ? nullptr : *found;
+}
+
+} // namespace
+
+XEmbedTray::XEmbedTray(Callbacks callbacks)
+    : callbacks_(std::move(callbacks))
+{
+    later_.setSingleShot(true);
+    later_.setInterval(untilTraysAreSettled);
+    QObject::connect(&later_, &QTimer::timeout, &later_, [this] { showIfThereIsATray(); });
+}
+
+XEmbedTray::~XEmbedTray()
+{
+    setWanted(false);
+}
+
+void XEmbedTray::setWanted(bool isWanted)
+{
+    if (isWanted == isWanted_)
+        return;
+    isWanted_ = isWanted;
+    if (!isWanted) {
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+        later_.stop();
+        background_.reset();
+        icon_.reset();
+        return;
+    }
+    if (x11Connection() == nullptr)
+        return;
+    makeQtAskForHosts();
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    later_.start();
+}
+
+void XEmbedTray::update()
+{
+    if (!icon_)
+        return;
+    icon_->setIcon(callbacks_.icon(background_ ? background_->background() : std::nullopt));
+    icon_->setToolTip(callbacks_.toolTip());
+}
+
+// A tray that starts announces itself by a client message of the type MANAGER to the root window.
+bool XEmbedTray::nativeEventFilter(QByteArray const& eventType, void* message, qintptr* /*result*/)
+{
+    auto const* const event = x11Event(eventType, message);
+    if (icon_ || event == nullptr || x11EventType(*event) != XCB_CLIENT_MESSAGE)
+        return false;
+    auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
+    // An icon that is there by the time when Qt knows of the tray would ask twice.
+    static auto const manager = x11Atom(x11Connection(), "MANAGER");
+    if (announcement->type == manager)
+        later_.start();
+    return false;
+}
+
+void XEmbedTray::showIfThereIsATray()
+{
+    if (icon_ || !isWanted_ || xEmbedTrayWindow() == XCB_WINDOW_NONE)
+        return;
+    icon_ = std::make_unique<QSystemTrayIcon>();
+    QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
+        [this](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context)
+                callbacks_.activate();
+        });
+    update();
+    icon_->show();
+    if (auto* const window = iconWindow())
+        background_ = std::make_unique<TrayBackground>(*window, [this] { update(); });
+}
+
+} // namespace quillbar::platform

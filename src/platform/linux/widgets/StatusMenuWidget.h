@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/linux/drawing/ImageCache.h"
+#include "platform/view/Menu.h"
+
+#include <QIcon>
+#include <QMenu>
+
+#include <memory>
+#include <vector>
+
+namespace quillbar::platform {
+
+/// The status menu as a widget: made when it is opened, deleted when it closes. It shows the menu
+/// that was current then, whatever replaces it meanwhile. The key equivalents work while it is
+/// open.
+class StatusMenuWidget : public QMenu {
+public:
+    explicit StatusMenuWidget(std::shared_ptr<Menu const> menu);
+    StatusMenuWidget(StatusMenuWidget const&) = delete;
+    StatusMenuWidget& operator=(StatusMenuWidget const&) = delete;
+    ~StatusMenuWidget() override = default;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void initStyleOption(QStyleOptionMenuItem* option, QAction const* action) const override;
+
+private:
+    void addItems(QMenu& target, std::vector<MenuItem> const& items);
+    QAction* makeAction(QMenu& target, MenuItem const& item);
+    QIcon makeIcon(Image const& image) const;
+    void holdInput();
+    void activateFirst();
+    void choose(MenuItem const& item);
+
+    std::shared_ptr<Menu const> menu_;
+    ImageCache<QIcon> icons_;
+};
+
+} // namespace quillbar::platform

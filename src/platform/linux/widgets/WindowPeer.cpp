@@ -1,0 +1,196 @@
+#include "platform/linux/widgets/WindowPeer.h"
+
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/input/UserAction.h"
+#include "platform/linux/widgets/KeyFilter.h"
+#include "platform/linux/widgets/Memory.h"
+#include "platform/linux/widgets/NativeView.h"
+#include "platform/linux/x11/WindowActivation.h"
+#include "platform/linux/x11/X11Window.h"
+
+#include <QBitmap>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace quillbar::platform {
+
+namespace {
+
+Qt::WindowFlags flagsFor(Window const& window)
+{
+    // A dialog has no use for buttons that minimise or maximise it.
+    Qt::WindowFlags flags = window.kind() == WindowKind::Panel ? Qt::Tool : Qt::Dialog;
+    if (window.style() == WindowStyle::Borderless)
+        flags |= Qt::FramelessWindowHint;
+    else
+        flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
+            | Qt::WindowCloseButtonHint;
+    if (window.level() == WindowLevel::Floating)
+        flags |= Qt::WindowStaysOnTopHint;
+    if (!window.canBecomeKeyWindow())
+        flags |= Qt::WindowDoesNotAcceptFocus;
+    return flags;
+}
+
+} // namespace
+
+NativeWindow::NativeWindow(Window& window)
+    : QWidget(nullptr, flagsFor(window))
+    , portable(&window)
+{
+    installKeyFilter();
+    installAccessibility();
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setFixedSize(
+        roundedRect({ 0, 0, window.contentSize().width, window.contentSize().height }).size());
+    if (window.background() == WindowBackground::Clear && isTranslucencyPossible())
+        setAttribute(Qt::WA_TranslucentBackground);
+    if (window.kind() == WindowKind::Panel)
+        skipTaskbar(*this);
+    if (window.style() != WindowStyle::Borderless)
+        requestFrameMargins(*this);
+}
+
+void NativeWindow::focus(QWidget& widget)
+{
+    if (!isMouseUsed)
+        setAttribute(Qt::WA_KeyboardFocusChange);
+    widget.setFocus();
+}
+
+void NativeWindow::noteMouse()
+{
+    isMouseUsed = true;
+    setAttribute(Qt::WA_KeyboardFocusChange, false);
+    if (auto* const focused = focusWidget())
+        focused->update();
+}
+
+void NativeWindow::setGround(QPainterPath const& ground)
+{
+    if (portable->background() != WindowBackground::Clear
+        || testAttribute(Qt::WA_TranslucentBackground))
+        return;
+    QBitmap mask(size());
+    mask.clear();
+    QPainter(&mask).fillPath(ground, Qt::color1);
+    setMask(mask);
+}
+
+bool NativeWindow::event(QEvent* event)
+{
+    if (portable && event->type() == QEvent::WindowActivate)
+        portable->userChangedKey(true);
+    if (portable && event->type() == QEvent::WindowDeactivate)
+        portable->userChangedKey(false);
+    bool const result = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
+        syncKeyboardGrab();
+    return result;
+}
+
+void NativeWindow::closeEvent(QCloseEvent* event)
+{
+    // Closing hides the window; Qt must not do more.
+    event->ignore();
+    if (portable)
+        portable->userClosed();
+}
+
+void NativeWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (portable && portable->isMovableByBackground() && event->button() == Qt::LeftButton)
+        windowHandle()->startSystemMove();
+}
+
+// The portable window moves the focus; where Qt wants to, a widget that had it went away.
+bool NativeWindow::focusNextPrevChild(bool)
+{
+    setFocus();
+    return true;
+}
+
+NativeWindow* nativeWindowOf(QWidget const* widget)
+{
+    return widget ? dynamic_cast<NativeWindow*>(widget->window()) : nullptr;
+}
+
+NativeWindow* createNativeWindow(Window& window)
+{
+    return new NativeWindow(window);
+}
+
+void NativeWindowDeleter::operator()(NativeWindow* native) const
+{
+    native->portable = nullptr;
+    native->hide();
+    QObject::connect(native, &QObject::destroyed, qApp, giveBackMemory, Qt::QueuedConnection);
+    native->deleteLater();
+}
+
+void syncWindow(Window const& window)
+{
+    auto& native = *window.native();
+    if (auto const flags = flagsFor(window); flags != native.windowFlags()) {
+        // Changing the flags hides the window; the next lines show it again.
+        native.setWindowFlags(flags);
+    }
+    native.setWindowTitle(toQString(window.title()));
+    // Put elsewhere by the window manager first, it would be seen to jump.
+    if (window.isVisible() && !native.isVisible())
+        centerNativeWindow(window);
+    native.setVisible(window.isVisible());
+}
+
+void syncFirstResponder(Window const& window)
+{
+    auto const view = window.firstResponder();
+    auto& widget = view && view->native() ? view->native()->widget() : *window.native();
+    window.native()->focus(widget);
+}
+
+void centerNativeWindow(Window const& window)
+{
+    auto& native = *window.native();
+    auto const* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    // A window that is new on the screen is not put elsewhere when its frame is known at last: that
+    // would be seen as a jump.
+    bool const hasFrame = window.style() != WindowStyle::Borderless;
+    auto const margins = hasFrame ? frameMargins(native) : QMargins();
+    auto place = native.geometry() + margins;
+    auto const available = screen->availableGeometry();
+    place.moveCenter(available.center());
+    // On a screen that is too low the title bar matters more than the end.
+    place.moveTop(std::max(place.top(), available.top()));
+    if (auto const inside = place - margins; inside != native.geometry())
+        native.setGeometry(inside);
+}
+
+void raiseNativeWindow(Window const& window)
+{
+    auto& native = *window.native();
+    native.isMouseUsed = false;
+    // Qt may not know yet that another client took the focus, so its word for it does not count.
+    bool const isActivated = lastUserAction().activatedWindow == native.windowHandle();
+    if (!window.canBecomeKeyWindow() || isActivated)
+        native.raise();
+    else
+        platform::activateWindow(*native.windowHandle());
+}
+
+// Linux desktops have no such setting.
+bool isFullKeyboardAccessEnabled()
+{
+    return true;
+}
+
+} // namespace quillbar::platform

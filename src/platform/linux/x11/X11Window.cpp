@@ -1,0 +1,87 @@
+#include "platform/linux/x11/X11Window.h"
+
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QWindow>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace quillbar::platform {
+
+bool isTranslucencyPossible()
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return true;
+    static auto const atom = x11Atom(connection, "_NET_WM_CM_S0");
+    XcbPtr<xcb_get_selection_owner_reply_t> const reply { xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, atom), nullptr) };
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+void skipTaskbar(QWidget const& window)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    static auto const state = x11Atom(connection, "_NET_WM_STATE");
+    static std::array const skipped { x11Atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
+        x11Atom(connection, "_NET_WM_STATE_SKIP_PAGER") };
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
+        static_cast<xcb_window_t>(window.winId()), state, XCB_ATOM_ATOM, 32, skipped.size(),
+        skipped.data());
+}
+
+void requestFrameMargins(QWidget const& window)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    static auto const atom = x11Atom(connection, "_NET_REQUEST_FRAME_EXTENTS");
+    askWindowManager(connection, static_cast<xcb_window_t>(window.winId()), atom);
+}
+
+QMargins frameMargins(QWidget const& window)
+{
+    static QMargins lastKnown;
+    auto* const connection = x11Connection();
+    if (!connection)
+        return {};
+    static auto const atom = x11Atom(connection, "_NET_FRAME_EXTENTS");
+    constexpr std::uint32_t sides = 4;
+    XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection,
+        xcb_get_property(connection, 0, static_cast<xcb_window_t>(window.winId()), atom,
+            XCB_ATOM_CARDINAL, 0, sides),
+        nullptr) };
+    if (reply && reply->format == 32 && reply->value_len == sides) {
+        auto const* const side
+            = static_cast<std::uint32_t const*>(xcb_get_property_value(reply.get()));
+        auto const size = [&](std::size_t index) {
+            return static_cast<int>(std::min(side[index], 512U) / window.devicePixelRatioF());
+        };
+        lastKnown = { size(0), size(2), size(1), size(3) };
+    }
+    return lastKnown;
+}
+
+bool takeMouse(QWidget const& window)
+{
+    auto* const connection = x11Connection();
+    auto* const handle = window.windowHandle();
+    if (!connection || !handle)
+        return false;
+    // Qt takes a refusal for success, so whether the mouse is free is asked right before, when Qt
+    // does not hold it itself. Holding the server in between would be safer, but would stop the
+    // whole desktop when this process is stopped here.
+    handle->setMouseGrabEnabled(false);
+    XcbPtr<xcb_grab_pointer_reply_t> const reply { xcb_grab_pointer_reply(connection,
+        xcb_grab_pointer(connection, 0, static_cast<xcb_window_t>(handle->winId()), 0,
+            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr) };
+    xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS && handle->setMouseGrabEnabled(true);
+}
+
+} // namespace quillbar::platform

@@ -1,0 +1,70 @@
+#include "linux/widgets_Application.h"
+#include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/drawing/ImageRenderer.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace quillbar::platform {
+namespace {
+
+using namespace quillbar::testing;
+
+bool isNear(QColor const& left, QColor const& right)
+{
+    constexpr int tolerance = 12;
+    return left.alpha() == 255 && std::abs(left.red() - right.red()) <= tolerance
+        && std::abs(left.green() - right.green()) <= tolerance
+        && std::abs(left.blue() - right.blue()) <= tolerance;
+}
+
+#define EXPECT_COLOR(image, x, y, color)                                                           \
+    EXPECT_TRUE(isNear((image).pixelColor(x, y), color))                                           \
+        << (image).pixelColor(x, y).name(QColor::HexArgb).toStdString()
+
+QImage badge(double ratio)
+{
+    Image const image = std::make_shared<Drawing const>(Drawing { { 16, 16 },
+        { ClipToRoundedRect { { 0, 0, 16, 16 }, 4.48 },
+            FillLinearGradient { { 0, 0, 16, 16 }, { .red = 1 }, { .blue = 1 }, 90 },
+            DrawSymbol { "sparkle", { 3.36, 3.36, 9.28, 9.28 }, white } } });
+    return renderImage(image, { .devicePixelRatio = ratio, .palette = {} });
+}
+
+TEST(Image, BadgeHasItsCornersGradientAndGlyph)
+{
+    application();
+    auto const image = badge(2);
+    ASSERT_EQ(image.size(), QSize(32, 32));
+    EXPECT_EQ(image.devicePixelRatio(), 2);
+    EXPECT_LT(image.pixelColor(0, 0).alpha(), 60);
+    EXPECT_COLOR(image, 16, 0, QColor(4, 0, 251));
+    EXPECT_COLOR(image, 16, 31, QColor(251, 0, 4));
+    EXPECT_COLOR(image, 16, 16, QColor(Qt::white));
+    // Beside the star's waist the ground shows.
+    EXPECT_COLOR(image, 22, 10, QColor(88, 0, 167));
+}
+
+// A thread of Qt's pool would end half a minute later, which wakes the idle program.
+TEST(Image, PicturesOfTheMenu_startNoThreads)
+{
+    application();
+    for (auto const ratio : { 1, 2, 3 }) {
+        EXPECT_FALSE(badge(ratio).isNull());
+        auto const symbol = renderImage(SymbolImage { "snowflake", {}, {}, {} },
+            { .devicePixelRatio = static_cast<double>(ratio), .palette = {} });
+        EXPECT_FALSE(encodePng(symbol).isEmpty());
+    }
+    for (auto const& task : QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile name("/proc/self/task/" + task + "/comm");
+        ASSERT_TRUE(name.open(QIODevice::ReadOnly));
+        EXPECT_FALSE(name.readAll().contains("pool"));
+    }
+}
+
+} // namespace
+} // namespace quillbar::platform
