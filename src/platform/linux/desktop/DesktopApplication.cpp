@@ -144,7 +144,7 @@ void DesktopApplication::runPinned(QString const& name)
         QDBusConnection::sessionBus().send(isPinned
                 ? call.createReply()
                 : call.createErrorReply(
-                    QDBusError::InvalidArgs, "No pinned shortcut is called “"_L1 + name + u'”'));
+                    QDBusError::InvalidArgs, u"No pinned shortcut is called “"_s + name + u'”'));
     };
     if (delegate_.expired())
         waiting_.emplace_back(work);
