@@ -56,8 +56,14 @@ void KeyEventThread::read(xcb_generic_event_t const& event)
         readKey(reinterpret_cast<xcb_key_press_event_t const&>(event));
     else if (type == XCB_GE_GENERIC)
         xInputGrabs_.passOn(event);
-    else if (type == keyboardChange_)
-        QMetaObject::invokeMethod(&context_, handlers_.onKeyboardChange, Qt::QueuedConnection);
+    else if (type == keyboardChange_ && !isChangeSent_.exchange(true))
+        QMetaObject::invokeMethod(
+            &context_,
+            [this] {
+                isChangeSent_ = false;
+                handlers_.onKeyboardChange();
+            },
+            Qt::QueuedConnection);
 }
 
 void KeyEventThread::readKey(xcb_key_press_event_t const& key)

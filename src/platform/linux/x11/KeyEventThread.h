@@ -5,6 +5,7 @@
 #include <QObject>
 #include <xcb/xcb.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -52,6 +53,8 @@ private:
     Handlers handlers_;
     /// Lives on the main thread: what is handed over ends with it.
     QObject context_;
+    /// A new mapping comes as several events in a row.
+    std::atomic<bool> isChangeSent_ = false;
     std::mutex mutex_;
     std::condition_variable isAnswered_;
     /// Keys are numbered from 1: the last one handed over, the last one that the main thread began

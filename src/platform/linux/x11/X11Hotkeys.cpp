@@ -71,8 +71,13 @@ bool X11Hotkeys::startListening()
         else
             keyReleased(event.detail);
     };
+    auto const onKeyboardChange = [this] {
+        followKeyboard();
+        if (onObstaclesChange)
+            onObstaclesChange();
+    };
     events_.emplace(connection_.get(), xInputGrabs_, *keyboardChange,
-        KeyEventThread::Handlers { onKey, [this] { keyboardChanged(); } });
+        KeyEventThread::Handlers { onKey, onKeyboardChange });
     return true;
 }
 
@@ -284,22 +289,6 @@ void X11Hotkeys::handlerDone()
     } else {
         events_->answer(XCB_ALLOW_SYNC_KEYBOARD);
     }
-}
-
-/// A new mapping comes as several events in a row.
-void X11Hotkeys::keyboardChanged()
-{
-    if (std::exchange(isKeyboardChangeQueued_, true))
-        return;
-    QMetaObject::invokeMethod(
-        &context_,
-        [this] {
-            isKeyboardChangeQueued_ = false;
-            followKeyboard();
-            if (onObstaclesChange)
-                onObstaclesChange();
-        },
-        Qt::QueuedConnection);
 }
 
 void X11Hotkeys::followKeyboard()

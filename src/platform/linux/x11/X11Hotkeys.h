@@ -88,7 +88,6 @@ private:
     void keyReleased(xcb_keycode_t keycode);
     void fire(Claim const& claim);
     void handlerDone();
-    void keyboardChanged();
     void followKeyboard();
 
     Connection connection_;
@@ -97,7 +96,6 @@ private:
     /// What is left for the main queue's next turn ends with it.
     QObject context_;
     XInputGrabs xInputGrabs_;
-    bool isKeyboardChangeQueued_ = false;
     ModifierBits bits_;
     std::map<std::uint64_t, Claim> claims_;
     std::uint64_t nextNumber_ = 1;
