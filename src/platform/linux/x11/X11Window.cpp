@@ -2,8 +2,6 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
-#include <QWindow>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -19,6 +17,17 @@ bool isTranslucencyPossible()
     XcbPtr<xcb_get_selection_owner_reply_t> const reply { xcb_get_selection_owner_reply(
         connection, xcb_get_selection_owner(connection, atom), nullptr) };
     return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+bool isUnmapped(QWindow const& window)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return false;
+    auto const id = static_cast<xcb_window_t>(window.winId());
+    XcbPtr<xcb_get_window_attributes_reply_t> const reply { xcb_get_window_attributes_reply(
+        connection, xcb_get_window_attributes(connection, id), nullptr) };
+    return reply && reply->map_state == XCB_MAP_STATE_UNMAPPED;
 }
 
 void skipTaskbar(QWidget const& window)

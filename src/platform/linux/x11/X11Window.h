@@ -2,12 +2,17 @@
 
 #include <QMargins>
 #include <QWidget>
+#include <QWindow>
 
 namespace quillbar::platform {
 
 /// Whether what is clear in a window lets the screen behind it through: always but under an X
 /// server without a compositor.
 [[nodiscard]] bool isTranslucencyPossible();
+
+/// Whether the X server does not show the window, such as one that waits for the window manager, or
+/// that another client unmapped; false where there is no X server.
+[[nodiscard]] bool isUnmapped(QWindow const& window);
 
 /// Keeps a window that is not shown yet out of task bars and window switchers.
 void skipTaskbar(QWidget const& window);
