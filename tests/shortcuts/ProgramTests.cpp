@@ -174,6 +174,8 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
         EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1) << outcome.errors;
         EXPECT_EQ(outcome.output, "");
     }
+    scratch.variables["PATH"] = ".";
+    EXPECT_EQ(scratch.run({ "run", "in no folder" }).status, 127);
     scratch.variables["PATH"] = scratch.programs;
     EXPECT_THAT(scratch.run({ "run", "no terminal" }).errors, HasSubstr("x-terminal-emulator"));
 }
