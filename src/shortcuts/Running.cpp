@@ -7,6 +7,7 @@
 #include <map>
 #include <sstream>
 #include <string_view>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -80,7 +81,8 @@ std::vector<RunningShortcut> runningShortcuts()
     std::error_code error;
     for (auto const& file : fs::directory_iterator("/proc", error)) {
         auto const number = std::atoi(file.path().filename().c_str());
-        if (number <= 0)
+        struct stat status { };
+        if (number <= 0 || stat(file.path().c_str(), &status) != 0 || status.st_uid != geteuid())
             continue;
         processes.emplace_back(number, statusOf(file.path()));
         if (auto name = nameOfRun(file.path(), program); !name.empty())
