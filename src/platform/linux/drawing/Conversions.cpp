@@ -1,5 +1,6 @@
 #include "platform/linux/drawing/Conversions.h"
 
+#include "platform/Text.h"
 #include "platform/linux/input/ModifierTable.h"
 
 #include <QFontDatabase>
@@ -63,7 +64,7 @@ QFont::Weight toQtWeight(FontWeight weight)
 
 QString toQString(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromStdString(shortened(text));
 }
 
 QString withoutTabs(QString text)

@@ -203,7 +203,8 @@ public:
             placeholder != placeholderText())
             setPlaceholderText(placeholder);
         // Setting the same text would move the cursor and end a composition.
-        if (auto const text = toQString(portableView()->text()); text != QLineEdit::text())
+        if (auto const text = QString::fromStdString(portableView()->text());
+            text != QLineEdit::text())
             setText(text);
     }
 };
