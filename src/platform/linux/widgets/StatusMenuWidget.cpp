@@ -46,9 +46,9 @@ bool isModifier(int key)
 }
 
 // QMenu takes "&" for a mnemonic and a tab for the start of the key column.
-QString menuText(MenuItem const& item)
+QString menuText(std::string const& title)
 {
-    auto text = toQString(item.attributedTitle ? item.attributedTitle->text : item.title);
+    auto text = toQString(title);
     text.replace('&'_L1, "&&"_L1);
     return withoutTabs(text)
         .replace('\n'_L1, QChar::Space)
@@ -124,8 +124,11 @@ void StatusMenuWidget::initStyleOption(QStyleOptionMenuItem* option, QAction con
     auto const* item = action == nullptr ? nullptr : itemOf(action);
     if (item == nullptr)
         return;
-    if (auto const keys = keyText(item->keyEquivalent); !keys.isEmpty())
-        option->text = action->text() + '\t'_L1 + keys;
+    if (item->submenu.empty()) {
+        auto const ending = menuText(item->keptEnding);
+        option->text = action->text().chopped(ending.size()) + '\t'_L1 + ending + '\t'_L1
+            + keyText(item->keyEquivalent);
+    }
     if (!item->attributedTitle)
         return;
     auto const color = toQColor(item->attributedTitle->color, palette());
@@ -151,7 +154,7 @@ QAction* StatusMenuWidget::makeAction(QMenu& target, MenuItem const& item)
     }
     // The row draws its keys itself, so that its text is a name. The shortcut is for assistive
     // programs: Qt does not act on it here.
-    action->setText(menuText(item));
+    action->setText(menuText(item.attributedTitle ? item.attributedTitle->text : item.title));
     action->setShortcut(keyText(item.keyEquivalent).replace("Super"_L1, "Meta"_L1));
     action->setData(QVariant::fromValue(static_cast<void const*>(&item)));
     action->setMenuRole(QAction::NoRole);
