@@ -31,8 +31,8 @@ public:
 
 private:
     void call(QDBusMessage message, void (HostRegistration::*answered)(QDBusMessage const& reply));
-    void askWhoseWatcher();
-    void registerItem(QDBusMessage const& isCinnamon);
+    void registerItem();
+    void cinnamonAnswered(QDBusMessage const& reply);
     void registered(QDBusMessage const& reply);
     void hostAnswered(QDBusMessage const& reply);
     void ownerChanged(QString const& newOwner);
