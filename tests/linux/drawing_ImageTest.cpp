@@ -1,6 +1,7 @@
 #include "linux/widgets_Application.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "ui/AboutWindowController.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,11 +51,13 @@ TEST(Image, BadgeHasItsCornersGradientAndGlyph)
 }
 
 // A thread of Qt's pool would end half a minute later, which wakes the idle program.
-TEST(Image, PicturesOfTheMenu_startNoThreads)
+TEST(Image, PicturesOfMenuAndWindows_startNoThreads)
 {
     application();
     for (auto const ratio : { 1, 2, 3 }) {
         EXPECT_FALSE(badge(ratio).isNull());
+        auto const icon = AboutWindowController::appIcon(96 * ratio);
+        EXPECT_FALSE(renderImage(icon, { .palette = {} }).isNull());
         auto const symbol = renderImage(SymbolImage { "snowflake", {}, {}, {} },
             { .devicePixelRatio = static_cast<double>(ratio), .palette = {} });
         EXPECT_FALSE(encodePng(symbol).isEmpty());
@@ -64,6 +67,25 @@ TEST(Image, PicturesOfTheMenu_startNoThreads)
         ASSERT_TRUE(name.open(QIODevice::ReadOnly));
         EXPECT_FALSE(name.readAll().contains("pool"));
     }
+}
+
+TEST(Image, IconOfTheWindowsIsTheLaunchersWithTheHeartInTheMiddle)
+{
+    QImage const launchers(LAUNCHERS_ICON);
+    auto const drawn
+        = renderImage(AboutWindowController::appIcon(launchers.width()), { .palette = {} });
+    auto different = 0;
+    QRect heart;
+    for (auto y = 0; y < launchers.height(); ++y) {
+        for (auto x = 0; x < launchers.width(); ++x) {
+            auto const expected = launchers.pixelColor(x, y);
+            different += expected.alpha() == 255 && !isNear(drawn.pixelColor(x, y), expected);
+            if (isNear(drawn.pixelColor(x, y), Qt::white))
+                heart |= QRect(x, y, 1, 1);
+        }
+    }
+    EXPECT_LT(different, 100) << "more than its edges";
+    EXPECT_EQ(heart, QRect(25, 25, 78, 78));
 }
 
 } // namespace

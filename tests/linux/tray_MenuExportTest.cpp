@@ -47,6 +47,9 @@ TEST(MenuExportLabel, IsOneLineThatNoMenuHasToCut)
     for (auto const* character : { "💜", "e\u0301" })
         EXPECT_EQ(exportedLabel(command(std::string(79, 'a') + character + 'x')),
             QString(79, 'a') + QChar(0x2026));
+    auto withHotkey = command(std::string(79, 'a') + "  (K)");
+    withHotkey.keptEnding = "  (K)";
+    EXPECT_EQ(exportedLabel(withHotkey), QString(75, 'a') + QChar(0x2026) + "  (K)");
 }
 
 TEST(MenuExportShortcut, NamesModifiersAsHostsReadThem)
