@@ -1,3 +1,4 @@
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/widgets/NativeView.h"
 #include "platform/linux/widgets/Painting.h"
@@ -157,7 +158,8 @@ protected:
         double width = std::max(portableView()->borderWidth(), 1 / devicePixelRatioF());
         // Compositors draw no shadow around a clear window: the edge alone sets it apart.
         if (auto const* const window = portable->window(); window && window->hasShadow()) {
-            edge = faded(palette().color(QPalette::WindowText), shadowShare);
+            edge = legible(faded(palette().color(QPalette::WindowText), shadowShare),
+                palette().color(QPalette::Window), outlineContrast);
             width = std::max(width, 1.0);
         }
         // Half of a line on the outline would be cut off.
