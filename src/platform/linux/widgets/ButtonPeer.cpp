@@ -4,6 +4,7 @@
 #include "platform/linux/widgets/Painting.h"
 #include "platform/view/Button.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOptionButton>
@@ -42,6 +43,21 @@ public:
     }
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        // QPushButton would move the focus, which is the portable window's part.
+        switch (event->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            event->ignore();
+            break;
+        default:
+            QPushButton::keyPressEvent(event);
+        }
+    }
+
     /// The peers draw the focus themselves, for styles draw none on a default button. Returns
     /// whether there is one to show.
     [[nodiscard]] bool takeFocus(QStyleOptionButton& option) const
@@ -222,7 +238,7 @@ public:
     void sync() override
     {
         text_ = toQString(portableView()->visibleText());
-        font_ = toQFont(portableView()->font());
+        setFont(toQFont(portableView()->font()));
         setChecked(portableView()->state() == ButtonState::On);
         update();
     }
@@ -230,6 +246,11 @@ public:
 protected:
     // The state changes in the portable button, which brings it here.
     void nextCheckState() override { }
+
+    bool event(QEvent* event) override
+    {
+        return showCutText(event, *this, text_, titleRect().width()) || QPushButton::event(event);
+    }
 
     bool hitButton(QPoint const& position) const override { return rect().contains(position); }
 
@@ -240,12 +261,11 @@ protected:
         initStyleOption(&option);
         bool const isFocused = takeFocus(option);
         option.state.setFlag(QStyle::State_Off, !isChecked());
-        auto const box = indicatorRect(option);
-        auto const title = QRect(QPoint(box.right() + 1 + checkBoxGap, 0), rect().bottomRight());
+        auto const box = indicatorRect();
+        auto const title = titleRect();
         option.rect = box;
         style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
         drawOutline(painter, box);
-        painter.setFont(font_);
         auto const color = textColor(*portable, SystemColor::Label, palette());
         painter.setPen(isEnabled() ? color : faded(color, disabledShare));
         drawLine(painter, title, Qt::AlignLeft, text_);
@@ -254,12 +274,17 @@ protected:
     }
 
 private:
-    [[nodiscard]] QRect indicatorRect(QStyleOptionButton const& option) const
+    [[nodiscard]] QRect indicatorRect() const
     {
         auto const* const metrics = style();
-        auto const side = std::min({ metrics->pixelMetric(QStyle::PM_IndicatorWidth, &option, this),
-            metrics->pixelMetric(QStyle::PM_IndicatorHeight, &option, this), height() });
+        auto const side = std::min({ metrics->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
+            metrics->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this), height() });
         return { 0, (height() - side) / 2, side, side };
+    }
+
+    [[nodiscard]] QRect titleRect() const
+    {
+        return { QPoint(indicatorRect().right() + 1 + checkBoxGap, 0), rect().bottomRight() };
     }
 
     // Styles draw a faint outline on a light ground and none on a dark one.
@@ -283,7 +308,6 @@ private:
     }
 
     QString text_;
-    QFont font_;
 };
 
 } // namespace

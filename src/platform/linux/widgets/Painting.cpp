@@ -3,12 +3,15 @@
 #include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/widgets/NativeView.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/TableView.h"
 #include "platform/view/TextSize.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -22,6 +25,15 @@ void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QSt
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.drawText(rect, flags,
         painter.fontMetrics().elidedText(withoutTabs(text), Qt::ElideRight, rect.width()));
+}
+
+bool showCutText(QEvent* event, QWidget& widget, QString const& text, int room)
+{
+    if (event->type() != QEvent::ToolTip || !widget.toolTip().isEmpty()
+        || widget.fontMetrics().horizontalAdvance(text) <= room)
+        return false;
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(text), &widget);
+    return true;
 }
 
 QColor groundOf(View const& view, QPalette const& palette)

@@ -5,6 +5,7 @@
 #include "platform/view/View.h"
 
 #include <QColor>
+#include <QEvent>
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
@@ -17,6 +18,10 @@ namespace quillbar::platform {
 /// Draws one line in the painter's font and pen in the middle of the rectangle's height; what does
 /// not fit ends in an ellipsis.
 void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text);
+
+/// Answers a widget's event: where a text is cut that has that much room, the wish for a tool tip
+/// shows its whole, unless the widget has a tool tip of its own. Whether it was that.
+bool showCutText(QEvent* event, QWidget& widget, QString const& text, int room);
 
 /// What the view lies on: a table's highlight, a list or the window.
 [[nodiscard]] QColor groundOf(View const& view, QPalette const& palette);

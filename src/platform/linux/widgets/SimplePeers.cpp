@@ -9,11 +9,9 @@
 #include "platform/view/Separator.h"
 #include "platform/view/TextField.h"
 
-#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
-#include <QToolTip>
 
 #include <algorithm>
 
@@ -67,10 +65,8 @@ public:
 protected:
     bool event(QEvent* event) override
     {
-        if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || !isCut())
-            return QWidget::event(event);
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(text_), this);
-        return true;
+        bool const mayBeCut = portable && portableView()->lineBreak() == LineBreak::TruncateTail;
+        return (mayBeCut && showCutText(event, *this, text_, width())) || QWidget::event(event);
     }
 
     void paintEvent(QPaintEvent*) override
@@ -85,12 +81,6 @@ protected:
     }
 
 private:
-    [[nodiscard]] bool isCut() const
-    {
-        return portable && portableView()->lineBreak() == LineBreak::TruncateTail
-            && fontMetrics().horizontalAdvance(text_) > width();
-    }
-
     QString text_;
 };
 
