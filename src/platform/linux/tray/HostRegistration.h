@@ -28,8 +28,8 @@ public:
 
 private:
     void call(QDBusMessage message, void (HostRegistration::*answered)(QDBusMessage const& reply));
-    void askWhoseWatcher();
-    void registerItem(QDBusMessage const& isCinnamon);
+    void registerItem();
+    void cinnamonAnswered(QDBusMessage const& reply);
     void registered(QDBusMessage const& reply);
     Q_SLOT void askForHost();
     void hostAnswered(QDBusMessage const& reply);
