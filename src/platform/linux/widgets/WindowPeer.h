@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/widgets/OverlayScroller.h"
 #include "platform/view/Window.h"
 
 #include <QPainterPath>
@@ -18,6 +19,11 @@ struct NativeWindow final : public QWidget {
     void noteMouse();
     /// The part of a clear window that is not clear; without a compositor all else is cut off.
     void setGround(QPainterPath const& ground);
+    /// Makes the window as high as its content, but not higher than that many points: then its
+    /// content scrolls.
+    void setHeightLimit(int limit);
+    /// How far the content is scrolled down.
+    [[nodiscard]] int offset() const { return offset_; }
 
     /// Null once the window is gone.
     Window* portable;
@@ -28,7 +34,14 @@ protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+
+private:
+    void scrollTo(double offset);
+
+    OverlayScroller* scroller_;
+    int offset_ = 0;
 };
 
 /// The native side of the window that a widget stands in; null for widgets of other kinds.

@@ -47,8 +47,10 @@ QMargins frameMargins(QWidget const& window)
 {
     static QMargins lastKnown;
     auto* const connection = x11Connection();
-    if (!connection)
-        return {};
+    if (!connection) {
+        constexpr int titleBarAndPanel = 72;
+        return { 0, titleBarAndPanel, 0, 0 };
+    }
     static auto const atom = x11Atom(connection, "_NET_FRAME_EXTENTS");
     constexpr std::uint32_t sides = 4;
     XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection,

@@ -17,7 +17,8 @@ void skipTaskbar(QWidget const& window);
 void requestFrameMargins(QWidget const& window);
 
 /// What the frame adds to the window, as far as the window manager has told of this one or of the
-/// one before: the frames of titled windows are alike.
+/// one before: the frames of titled windows are alike. Under Wayland, where a client is told
+/// neither that nor how much of the screen panels cover, a usual amount for both.
 [[nodiscard]] QMargins frameMargins(QWidget const& window);
 
 /// Gives the mouse to a window that is shown; false where there is no X server, or while another
