@@ -41,7 +41,7 @@ public:
     void setTitle(std::string title);
     void setLevel(WindowLevel level);
     void setBackground(WindowBackground background);
-    /// Compositors draw no shadow around a clear window; a backend may draw a stronger border then.
+    /// Where the system draws no shadow around a clear window, a backend draws a stronger border.
     void setHasShadow(bool hasShadow);
     void setMovableByBackground(bool isMovable);
     /// Replaces the view that fills the window.

@@ -78,15 +78,21 @@ void NativeWindow::noteMouse()
         focused->update();
 }
 
-void NativeWindow::setGround(QPainterPath const& ground)
+void NativeWindow::setOutline(QPainterPath const& outline)
 {
-    if (portable->background() != WindowBackground::Clear
-        || testAttribute(Qt::WA_TranslucentBackground))
+    if (portable->background() != WindowBackground::Clear)
         return;
-    QBitmap mask(size());
+    double const ratio = devicePixelRatioF();
+    QBitmap mask((outline.boundingRect().size() * ratio).toSize());
     mask.clear();
-    QPainter(&mask).fillPath(ground, Qt::color1);
-    setMask(mask);
+    QPainter painter(&mask);
+    painter.scale(ratio, ratio);
+    painter.fillPath(outline, Qt::color1);
+    // The pixels that are painted in part.
+    if (testAttribute(Qt::WA_TranslucentBackground))
+        painter.strokePath(outline, QPen(Qt::color1, 1.4 / ratio));
+    painter.end();
+    setShape(*this, QRegion(mask));
 }
 
 void NativeWindow::setHeightLimit(int limit)

@@ -17,8 +17,9 @@ struct NativeWindow final : public QWidget {
     void focus(QWidget& widget);
     /// The mouse was used in the window: where the keyboard is does not matter until it is used.
     void noteMouse();
-    /// The part of a clear window that is not clear; without a compositor all else is cut off.
-    void setGround(QPainterPath const& ground);
+    /// The part of a clear window that is not clear. All else is cut off, so that compositors that
+    /// draw shadows draw one around this part, and that nothing else shows without a compositor.
+    void setOutline(QPainterPath const& outline);
     /// Makes the window as high as its content, but not higher than that many points: then its
     /// content scrolls.
     void setHeightLimit(int limit);

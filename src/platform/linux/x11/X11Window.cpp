@@ -3,10 +3,12 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QWindow>
+#include <xcb/shape.h>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <vector>
 
 namespace quillbar::platform {
 
@@ -19,6 +21,22 @@ bool isTranslucencyPossible()
     XcbPtr<xcb_get_selection_owner_reply_t> const reply { xcb_get_selection_owner_reply(
         connection, xcb_get_selection_owner(connection, atom), nullptr) };
     return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+// QWidget::setMask() takes points, which are blocks of pixels on a scaled screen.
+void setShape(QWidget const& window, QRegion const& pixels)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    std::vector<xcb_rectangle_t> rectangles;
+    for (auto const& part : pixels)
+        rectangles.push_back({ static_cast<std::int16_t>(part.x()),
+            static_cast<std::int16_t>(part.y()), static_cast<std::uint16_t>(part.width()),
+            static_cast<std::uint16_t>(part.height()) });
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+        XCB_CLIP_ORDERING_YX_BANDED, static_cast<xcb_window_t>(window.winId()), 0, 0,
+        static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
 }
 
 void skipTaskbar(QWidget const& window)

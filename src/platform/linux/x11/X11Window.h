@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMargins>
+#include <QRegion>
 #include <QWidget>
 
 namespace quillbar::platform {
@@ -8,6 +9,9 @@ namespace quillbar::platform {
 /// Whether what is clear in a window lets the screen behind it through: always but under an X
 /// server without a compositor.
 [[nodiscard]] bool isTranslucencyPossible();
+
+/// Cuts off what lies outside of the region, which is in device pixels.
+void setShape(QWidget const& window, QRegion const& pixels);
 
 /// Keeps a window that is not shown yet out of task bars and window switchers.
 void skipTaskbar(QWidget const& window);
