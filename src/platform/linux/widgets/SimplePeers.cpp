@@ -126,7 +126,7 @@ protected:
     }
 };
 
-/// The ground of a clear window. It is opaque, because few compositors blur what shines through.
+/// The background of a clear window. It is opaque, because few compositors blur what is behind it.
 class EffectPeer final : public Peer<QWidget, EffectView> {
 public:
     using Peer::Peer;
@@ -134,7 +134,7 @@ public:
     void sync() override
     {
         if (auto const* const window = portable->window())
-            window->native()->setGround(outline(0));
+            window->native()->setOutline(outline(0));
         update();
     }
 
@@ -146,14 +146,21 @@ protected:
         painter.fillPath(outline(0), palette().color(QPalette::Window));
         auto edge = toQColor(portableView()->borderColor(), palette());
         double width = std::max(portableView()->borderWidth(), 1 / devicePixelRatioF());
-        // Compositors draw no shadow around a clear window: the edge alone sets it apart.
+        // Most compositors draw no shadow around a clear window: the edge alone sets it apart.
         if (auto const* const window = portable->window(); window && window->hasShadow()) {
             edge = legible(faded(palette().color(QPalette::WindowText), shadowShare),
                 palette().color(QPalette::Window), outlineContrast);
             width = std::max(width, 1.0);
         }
-        // Half of a line on the outline would be cut off.
-        painter.strokePath(outline(width / 2), QPen(edge, width));
+        // Without a compositor the window's shape ends at whole pixels: each of its outermost ones
+        // gets the full colour of the edge.
+        QPainterPath ring;
+        if (QWidget::window()->testAttribute(Qt::WA_TranslucentBackground))
+            ring = outline(0);
+        else
+            ring.addRect(rect());
+        ring.addPath(outline(width));
+        painter.fillPath(ring, edge);
     }
 
 private:
