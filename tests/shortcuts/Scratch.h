@@ -44,8 +44,8 @@ public:
     /// The person's own; sets PATH of the test as well.
     [[nodiscard]] Environment environment() const;
 
-    /// Runs the program without a terminal; standard output goes to this file when one is given, and
-    /// errors as well when it is /dev/null.
+    /// Runs the program without a terminal; standard output goes to this file when one is given,
+    /// and errors as well when it is /dev/null.
     [[nodiscard]] Outcome run(
         std::vector<std::string> arguments, std::filesystem::path output = {}) const;
 };
