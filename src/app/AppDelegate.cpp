@@ -10,6 +10,7 @@
 #include "platform/Workspace.h"
 #include "services/HotkeyManager.h"
 #include "services/ShortcutsService.h"
+#include "ui/AboutWindowController.h"
 #include "ui/Weakly.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ std::uint32_t registerGlobally(
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    platform::setApplicationIcon(AboutWindowController::appIcon);
     updaterController_ = platform::startUpdater();
     statusItem_ = std::make_unique<platform::StatusItem>();
     statusItem_->onUnavailable

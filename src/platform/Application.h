@@ -46,6 +46,10 @@ void terminate();
 /// Installs the menu that gives the windows their standard editing keys; it is never shown.
 void installMainMenu(Menu menu);
 
+/// The picture for the program in title bars and task lists. `iconOfSize` draws it as a square with
+/// edges of that many points, whenever a window needs it.
+void setApplicationIcon(std::function<Image(double size)> iconOfSize);
+
 /// Brings the program's windows before those of other programs.
 void activateIgnoringOtherApps();
 

@@ -66,8 +66,8 @@ struct OperationPainter {
         painter.setClipPath(path, Qt::IntersectClip);
     }
 
-    // Qt fills a clipped gradient on threads, which end half a minute later and so wake the idle
-    // program. One colour and whole rectangles of this size it fills at once.
+    // Qt fills a gradient on threads where it is clipped or more than 95 pixels high; they end half
+    // a minute later and so wake the idle program.
     void operator()(FillLinearGradient const& fill) const
     {
         auto const rect = toQRectF(fill.rect);
@@ -78,8 +78,13 @@ struct OperationPainter {
             layerPainter.setClipPath(painter.clipPath());
         layerPainter.fillRect(rect, Qt::black);
         layerPainter.setClipping(false);
+        layerPainter.setRenderHint(QPainter::Antialiasing, false);
         layerPainter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        layerPainter.fillRect(rect, toQGradient(fill, palette));
+        auto const gradient = toQGradient(fill, palette);
+        constexpr double stripHeight = 16;
+        for (auto top = rect.top(); top < rect.bottom(); top += stripHeight)
+            layerPainter.fillRect(
+                QRectF(rect.left(), top, rect.width(), stripHeight) & rect, gradient);
         layerPainter.end();
         painter.setClipping(false);
         painter.drawImage(QPointF(0, 0), layer);
