@@ -17,7 +17,7 @@ namespace quillbar {
 struct HotkeyNote {
     /// The combination by the names of its keys; empty when unknown.
     std::string keys;
-    /// Why it cannot work, as a sentence; empty when it can.
+    /// Why it cannot work, or what it keeps from other programs, as a sentence; may be empty.
     std::string problem;
 };
 

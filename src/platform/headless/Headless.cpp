@@ -79,7 +79,7 @@ AlertAnswer runModal(Alert const& alert)
     headless::runPosted();
     auto& answers = record().alertAnswers;
     if (answers.empty()) {
-        return { .button = alert.buttons.empty() ? 0 : alert.buttons.size() - 1,
+        return { .button = alert.buttons.size() - 1,
             .text = alert.accessory ? alert.accessory->text : std::string() };
     }
     auto answer = std::move(answers.front());

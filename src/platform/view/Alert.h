@@ -21,7 +21,7 @@ struct Alert {
     AlertStyle style = AlertStyle::Informational;
     std::string messageText;
     std::string informativeText;
-    /// The first is the default one, chosen by Return.
+    /// One at least. The first is the default one, chosen by Return.
     std::vector<std::string> buttons;
     std::optional<AlertField> accessory;
 };

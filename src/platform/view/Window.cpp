@@ -73,8 +73,10 @@ Window::Window(WindowKind kind, Size contentSize, WindowStyle style)
     : kind_(kind)
     , style_(style)
     , contentSize_(contentSize)
+    , contentView_(std::make_shared<View>())
 {
-    setContentView(std::make_shared<View>());
+    contentView_->window_ = this;
+    contentView_->setFrame({ 0, 0, contentSize_.width, contentSize_.height });
 }
 
 Window::~Window()
@@ -102,20 +104,6 @@ void Window::setHasShadow(bool hasShadow)
 void Window::setMovableByBackground(bool isMovable)
 {
     set(isMovableByBackground_, isMovable);
-}
-
-void Window::setContentView(std::shared_ptr<View> view)
-{
-    if (contentView_) {
-        contentView_->detach();
-        contentView_->window_ = nullptr;
-    }
-    view->removeFromSuperview();
-    contentView_ = std::move(view);
-    contentView_->window_ = this;
-    contentView_->setFrame({ 0, 0, contentSize_.width, contentSize_.height });
-    if (native_)
-        contentView_->attach();
 }
 
 void Window::center()

@@ -44,8 +44,6 @@ public:
     /// Where the system draws no shadow around a clear window, a backend draws a stronger border.
     void setHasShadow(bool hasShadow);
     void setMovableByBackground(bool isMovable);
-    /// Replaces the view that fills the window.
-    void setContentView(std::shared_ptr<View> view);
 
     [[nodiscard]] WindowKind kind() const { return kind_; }
     [[nodiscard]] WindowStyle style() const { return style_; }

@@ -20,7 +20,7 @@ public:
     HotkeyBackend& operator=(HotkeyBackend const&) = delete;
     virtual ~HotkeyBackend() = default;
 
-    /// Empty when the combination cannot be had. The token may outlive the back end. `title` is
+    /// Empty when the combination cannot be claimed. The token may outlive the back end. `title` is
     /// what the hotkey is for.
     [[nodiscard]] virtual Token claim(
         std::uint32_t keyCode, KeyModifiers modifiers, std::uint32_t id, std::string const& title)
@@ -38,7 +38,7 @@ public:
         return std::vector<std::string>(keyCodes.size());
     }
 
-    /// To be called whenever the answers of obstacles() may have become others by themselves.
+    /// To be called whenever the answers of obstacles() may have changed.
     std::function<void()> onObstaclesChange;
 };
 

@@ -20,7 +20,7 @@ public:
     static void enter(std::function<void()> done);
 
 private:
-    /// Deletes itself when the way is done.
+    /// Deletes itself after it has called `done`.
     explicit ApplicationScope(std::function<void()> done);
 
     Q_SLOT void jobRemoved(QDBusMessage const& signal);

@@ -17,7 +17,7 @@
 namespace quillbar::platform {
 
 /// Hotkeys of a desktop that lets no program have the keyboard: its portal
-/// (org.freedesktop.portal.GlobalShortcuts) is told what the program wishes for, and the person
+/// (org.freedesktop.portal.GlobalShortcuts) is told which ones the program requests, and the person
 /// decides, perhaps on other combinations. Whether a hotkey works is known only later; until then
 /// every claim succeeds. Main thread.
 class PortalHotkeys final : public QObject,

@@ -34,7 +34,7 @@ struct Portal {
     QDBusConnection const& bus, QLatin1String kind, QString const& token);
 
 /// A question to the portal that the person may be asked first, so that its answer comes in a
-/// signal of its own, however late. Destroyed before that, it is taken back. Main thread.
+/// signal of its own, however late. Destroying it before that cancels it. Main thread.
 class PortalRequest final : public QObject {
     Q_OBJECT
 

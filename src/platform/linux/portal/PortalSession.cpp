@@ -22,13 +22,13 @@ constexpr auto sessionInterface = "org.freedesktop.portal.Session";
 auto const sessionToken = u"_quillbar"_s;
 constexpr std::chrono::milliseconds endTimeout { 10000 };
 
-QVariant wishFor(std::vector<PortalShortcut> const& shortcuts)
+QVariant requestFor(std::vector<PortalShortcut> const& shortcuts)
 {
-    QList<ShortcutProperties> wish;
+    QList<ShortcutProperties> request;
     for (auto const& [id, description, trigger] : shortcuts)
-        wish.append(
+        request.append(
             { id, { { u"description"_s, description }, { u"preferred_trigger"_s, trigger } } });
-    return QVariant::fromValue(wish);
+    return QVariant::fromValue(request);
 }
 
 std::optional<QList<ShortcutProperties>> shortcutsIn(QVariantMap const& results)
@@ -80,8 +80,8 @@ void PortalSession::create()
     isEnded_ = false;
     // KDE's portal takes the shortcuts from here and opens its settings at BindShortcuts.
     request_ = std::make_unique<PortalRequest>(portal_, u"CreateSession"_s, QVariantList {},
-        QVariantMap {
-            { u"session_handle_token"_s, sessionToken }, { u"shortcuts"_s, wishFor(shortcuts_) } },
+        QVariantMap { { u"session_handle_token"_s, sessionToken },
+            { u"shortcuts"_s, requestFor(shortcuts_) } },
         [this](auto response, auto const& results) { created(response, results); });
 }
 
@@ -101,7 +101,7 @@ void PortalSession::created(PortalRequest::Response response, QVariantMap const&
         bind();
         return;
     }
-    // KDE's portal answers a new shortcut with the keys that were wished for, and in the next
+    // KDE's portal answers a new shortcut with the keys that were requested, and in the next
     // session with those that it has, which are none when they were taken.
     if (!std::exchange(isSecond_, true)) {
         end();
@@ -126,7 +126,7 @@ void PortalSession::bind()
     auto const noParentWindow = QString();
     request_ = std::make_unique<PortalRequest>(portal_, u"BindShortcuts"_s,
         QVariantList {
-            QVariant::fromValue(QDBusObjectPath(path_)), wishFor(shortcuts_), noParentWindow },
+            QVariant::fromValue(QDBusObjectPath(path_)), requestFor(shortcuts_), noParentWindow },
         QVariantMap {}, [this](auto response, auto const& results) { bound(response, results); });
 }
 

@@ -84,7 +84,7 @@ private:
     State state_ = State::Asking;
     QSet<QString> leftOut_;
     QSet<QString> taken_;
-    /// Neither made nor ended: the portal is at it.
+    /// CreateSession or Close has not been answered yet.
     bool isInTransit_ = false;
     bool isEnded_ = false;
     bool isSecond_ = false;

@@ -129,9 +129,6 @@ QLineEdit* makeField(Alert const& alert)
 QDialogButtonBox* makeButtons(Alert const& alert, QDialog& dialog)
 {
     auto* box = new QDialogButtonBox;
-    if (alert.buttons.empty())
-        QObject::connect(
-            box->addButton(QDialogButtonBox::Ok), &QPushButton::clicked, &dialog, &QDialog::reject);
     for (std::size_t i = 0; i < alert.buttons.size(); ++i) {
         auto text = toQString(alert.buttons[i]).replace('&'_L1, "&&"_L1);
         auto* button = box->addButton(text, roleOf(i, alert.buttons.size()));
@@ -177,8 +174,7 @@ AlertAnswer runModal(Alert const& alert)
     dialog.show();
     activateWindow(*dialog.windowHandle());
     auto const chosen = static_cast<std::size_t>(dialog.exec());
-    auto const last = alert.buttons.empty() ? 0 : alert.buttons.size() - 1;
-    return { .button = chosen == QDialog::Rejected ? last : chosen - 1,
+    return { .button = chosen == QDialog::Rejected ? alert.buttons.size() - 1 : chosen - 1,
         .text = field ? field->text().toStdString() : std::string() };
 }
 

@@ -20,9 +20,10 @@ namespace {
 void sendActivation(xcb_connection_t* connection, QWindow& window)
 {
     static auto const activeWindow = x11Atom(connection, "_NET_ACTIVE_WINDOW");
-    constexpr std::uint32_t fromPerson = 2;
+    // The source indication of EWMH: a normal application's request may be refused.
+    constexpr std::uint32_t directUserAction = 2;
     askWindowManager(connection, static_cast<xcb_window_t>(window.winId()), activeWindow,
-        { fromPerson, lastUserAction().time });
+        { directUserAction, lastUserAction().time });
 }
 
 /// Qt looks for the token in the environment only.

@@ -5,7 +5,7 @@
 
 namespace quillbar::platform {
 
-/// Shows windows again that a window manager took with it: one that ends between being asked to
+/// Shows windows again that a window manager left hidden: one that ends between being asked to
 /// show a window and showing it leaves that window hidden, while the program takes it for shown
 /// (X11). Main thread.
 class WindowManagerWatch final : public QObject, private QAbstractNativeEventFilter {

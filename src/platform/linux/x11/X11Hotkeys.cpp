@@ -168,7 +168,7 @@ X11Hotkeys::Requests X11Hotkeys::sendXInputGrabs(Claim const& claim) const
     if (!xInputGrabs_.isAvailable())
         return sent;
     for (auto const& [keycode, mask] : grabsOf(claim))
-        sent.cookies.push_back(xInputGrabs_.ask(keycode, mask));
+        sent.cookies.push_back(xInputGrabs_.grabAndRelease(keycode, mask));
     return sent;
 }
 

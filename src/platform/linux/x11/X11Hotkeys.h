@@ -24,7 +24,8 @@ namespace quillbar::platform {
 /// Hotkeys as passive grabs on the root window, over an X connection of its own.
 ///
 /// The server keeps back what is typed after a hotkey's press until the press is dealt with: when
-/// the handler opened a window, until that has the keyboard. So nothing typed blindly goes astray.
+/// the handler opened a window, until that has the keyboard. So letters that are typed before the
+/// window is shown reach it.
 class X11Hotkeys final : public HotkeyBackend, public std::enable_shared_from_this<X11Hotkeys> {
 public:
     using PressHandler = std::function<void(std::uint32_t id)>;

@@ -24,7 +24,7 @@ constexpr std::array<std::uint16_t, 5> freeBits { XCB_MOD_MASK_1, XCB_MOD_MASK_2
     XCB_MOD_MASK_4, XCB_MOD_MASK_5 };
 constexpr std::size_t firstFreeBit = 3;
 
-void note(xcb_keysym_t keysym, std::uint16_t bit, ModifierBits& bits)
+void recordModifier(xcb_keysym_t keysym, std::uint16_t bit, ModifierBits& bits)
 {
     auto const take = [bit](std::uint16_t& slot) {
         if (slot == 0)
@@ -176,7 +176,7 @@ ModifierBits ModifierBitsRequest::answer()
             auto const first = static_cast<std::size_t>(keycode - firstKeycode) * symbolsPerKey;
             for (auto const keysym : keysyms.subspan(std::min(first, keysyms.size()),
                      std::min(symbolsPerKey, keysyms.size() - std::min(first, keysyms.size()))))
-                note(keysym, freeBits[index], bits);
+                recordModifier(keysym, freeBits[index], bits);
         }
     }
     for (std::size_t index = 0; index < freeBits.size(); ++index) {

@@ -26,7 +26,7 @@ XInputGrabs::XInputGrabs(xcb_connection_t* connection, xcb_window_t root)
     opcode_ = extension->major_opcode;
 }
 
-XInputGrabs::Cookie XInputGrabs::ask(xcb_keycode_t keycode, std::uint16_t mask) const
+XInputGrabs::Cookie XInputGrabs::grabAndRelease(xcb_keycode_t keycode, std::uint16_t mask) const
 {
     std::uint32_t const modifiers = mask;
     std::uint32_t const events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;

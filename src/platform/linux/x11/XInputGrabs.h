@@ -18,14 +18,14 @@ public:
     /// Without the extension nobody can hold such grabs, and nothing may be asked.
     [[nodiscard]] bool isAvailable() const { return opcode_ != 0; }
 
-    /// Takes the combination and gives it back at once. Waits for nothing.
-    [[nodiscard]] Cookie ask(xcb_keycode_t keycode, std::uint16_t mask) const;
+    /// Does not wait for the server.
+    [[nodiscard]] Cookie grabAndRelease(xcb_keycode_t keycode, std::uint16_t mask) const;
 
     /// The answer: whether another client holds it. Waits.
     [[nodiscard]] bool isTaken(Cookie cookie) const;
 
-    /// A key that was pressed between taking and giving back, when the event is one, goes on to
-    /// whom it was meant for.
+    /// Replays a key that was pressed between the grab and its release, when the event is one, so
+    /// that the window that has the keyboard receives it.
     void passOn(xcb_generic_event_t const& event) const;
 
 private:
