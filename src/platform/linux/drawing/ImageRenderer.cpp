@@ -66,8 +66,9 @@ struct OperationPainter {
         painter.setClipPath(path, Qt::IntersectClip);
     }
 
-    // Qt fills a clipped gradient on threads, which end half a minute later and so wake the idle
-    // program. One colour and whole rectangles of this size it fills at once.
+    // Qt fills a clipped gradient on threads of a pool, which wake the idle program when they end
+    // half a minute later. A single colour, or an unclipped rectangle of this size, it fills on the
+    // calling thread.
     void operator()(FillLinearGradient const& fill) const
     {
         auto const rect = toQRectF(fill.rect);

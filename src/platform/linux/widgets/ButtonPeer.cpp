@@ -174,7 +174,7 @@ public:
     }
 
 protected:
-    // The state changes in the portable button, which brings it here.
+    // The portable button changes the state, which sync() sets; Qt must not change it as well.
     void nextCheckState() override { }
 
     bool hitButton(QPoint const& position) const override { return rect().contains(position); }
@@ -206,13 +206,13 @@ private:
         return { 0, (height() - side) / 2, side, side };
     }
 
-    // Styles draw the outline darker than the ground, which leaves none on a dark one.
+    // Styles draw the outline darker than the background; on a dark one it cannot be seen.
     void drawOutline(QPainter& painter, QRect const& box)
     {
         if (!isDark(palette()))
             return;
         painter.save();
-        // The line's middle, so that all four sides stay inside at every scale.
+        // The pen is centred on the rectangle; its outer half must stay inside at every scale.
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(faded(palette().color(QPalette::WindowText), outlineShare));
         painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));

@@ -50,7 +50,7 @@ QPalette darkPalette()
     return palette;
 }
 
-/// Qt's theme for KDE leaves the colour of placeholders as it is: black, which dark windows hide.
+/// Qt's theme for KDE does not set the colour of placeholders: black, unreadable in dark windows.
 class KdeStyle final : public QProxyStyle {
 public:
     using QProxyStyle::polish;
