@@ -10,8 +10,10 @@
 #include "platform/Workspace.h"
 #include "services/HotkeyManager.h"
 #include "services/ShortcutsService.h"
+#include "ui/AboutWindowController.h"
 #include "ui/Weakly.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -32,6 +34,7 @@ std::uint32_t registerGlobally(
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    platform::setApplicationIcon(AboutWindowController::appIcon);
     updaterController_ = platform::startUpdater();
     statusItem_ = std::make_unique<platform::StatusItem>();
     statusItem_->onUnavailable
@@ -80,6 +83,14 @@ void AppDelegate::trigger(std::string const& name)
             self.notifications_.notifyRunFailed(name);
         }
     }));
+}
+
+bool AppDelegate::runPinned(std::string const& name)
+{
+    auto const isPinned = std::ranges::find(config_.pinned, name) != config_.pinned.end();
+    if (isPinned)
+        trigger(name);
+    return isPinned;
 }
 
 void AppDelegate::runAll()

@@ -118,7 +118,12 @@ private:
         std::string const& name, std::size_t position, platform::Image const& badge) const
     {
         MenuItem item;
-        item.title = titleOf(name);
+        item.title = name;
+        if (auto const* hotkey = hotkeyOf(name)) {
+            auto const shown = platform::isolated(name);
+            item.title = shown + "  (" + hotkeyLabel(*hotkey) + ")";
+            item.keptEnding = item.title.substr(shown.find(name) + name.size());
+        }
         item.image = badge;
         item.representedObject = name;
         item.action = actions_.run;
@@ -135,13 +140,12 @@ private:
         return found == config_.groupOf->end() ? std::string_view() : found->second;
     }
 
-    [[nodiscard]] std::string titleOf(std::string const& name) const
+    /// Null when the shortcut has no valid one.
+    [[nodiscard]] Hotkey const* hotkeyOf(std::string const& name) const
     {
         auto const& hotkeys = config_.shortcutHotkeysEff();
         auto const found = hotkeys.find(name);
-        if (found == hotkeys.end() || !found->second.isValid())
-            return name;
-        return platform::isolated(name) + "  (" + hotkeyLabel(found->second) + ")";
+        return found == hotkeys.end() || !found->second.isValid() ? nullptr : &found->second;
     }
 
     void addRunAll()

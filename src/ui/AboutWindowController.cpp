@@ -106,11 +106,15 @@ AboutWindowController::AboutWindowController()
 {
 }
 
-void AboutWindowController::addIcon(platform::View& content, double x, double y, double size)
+platform::Image AboutWindowController::appIcon(double size)
 {
     auto image = platform::bundleImage("AppIcon", { size, size });
-    auto const icon = content.addSubview(
-        std::make_shared<platform::ImageView>(image ? *image : makeIcon(size)));
+    return image ? *image : makeIcon(size);
+}
+
+void AboutWindowController::addIcon(platform::View& content, double x, double y, double size)
+{
+    auto const icon = content.addSubview(std::make_shared<platform::ImageView>(appIcon(size)));
     icon->setFrame({ x, y, size, size });
     icon->setAccessibilityLabel("Quillbar");
 }

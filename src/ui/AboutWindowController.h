@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/view/Image.h"
 #include "platform/view/View.h"
 #include "ui/WindowController.h"
 
@@ -10,8 +11,9 @@ class AboutWindowController : public WindowController {
 public:
     AboutWindowController();
 
-    /// Adds the application's icon as a square with these edges, in points: the bundle's own, else
+    /// The application's icon as a square with edges of that many points: the bundle's own, else
     /// one drawn here. Ends the program on a system without a heart symbol.
+    [[nodiscard]] static platform::Image appIcon(double size);
     static void addIcon(platform::View& content, double x, double y, double size);
 
 private:

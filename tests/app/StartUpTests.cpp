@@ -31,11 +31,11 @@ TEST_F(StartUp, Steps_comeInOrder)
     start(config);
     auto steps = record.journal;
     steps.erase(std::unique(steps.begin(), steps.end()), steps.end());
-    steps.resize(std::min<std::size_t>(steps.size(), 9));
+    steps.resize(std::min<std::size_t>(steps.size(), 10));
     EXPECT_THAT(steps,
-        ElementsAre("startUpdater", "createStatusItem", "syncStatusButton", "readChildOutput",
-            "runModal", "syncStatusMenu", "installMainMenu", "registerSystemHotkey",
-            "writeLoginEntry"));
+        ElementsAre("setApplicationIcon", "startUpdater", "createStatusItem", "syncStatusButton",
+            "readChildOutput", "runModal", "syncStatusMenu", "installMainMenu",
+            "registerSystemHotkey", "writeLoginEntry"));
     EXPECT_EQ(record.loginEntry->loginSwitch, platform::LoginSwitch::Keep);
 }
 

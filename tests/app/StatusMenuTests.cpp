@@ -76,14 +76,16 @@ TEST_F(StatusMenuTest, Headings_standWhereTheGroupChanges)
 
 TEST_F(StatusMenuTest, Title_namesAValidHotkey)
 {
-    config.pinned = { "Backup", "B", "C" };
-    config.shortcutHotkeys
-        = { { "Backup", { 17, 0x900 } }, { "B", { 0, 0x900 } }, { "gone", { 17, 0x100 } } };
+    config.pinned = { "Backup", "B", "C", "א" };
+    config.shortcutHotkeys = { { "Backup", { 17, 0x900 } }, { "B", { 0, 0x900 } },
+        { "gone", { 17, 0x100 } }, { "א", { 18, 0x900 } } };
     auto const all = items();
     EXPECT_EQ(all[1].title, "Backup  (⌘⌥·17)");
     EXPECT_EQ(all[1].representedObject, "Backup");
     EXPECT_EQ(all[2].title, "B");
     EXPECT_EQ(all[3].title, "C");
+    EXPECT_EQ(all[1].keptEnding, "  (⌘⌥·17)");
+    EXPECT_EQ(all[4].keptEnding, "\u2069  (⌘⌥·18)");
 }
 
 } // namespace

@@ -30,6 +30,7 @@ def start(program, *titles):
     tray.menu.rows()
     found = [Window(program, title) for title in titles]
     assert len(program.windows()) == len(titles)
+    assert all(window.screen.has_icon(window.id) for window in found)
     return found
 
 

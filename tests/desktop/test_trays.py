@@ -3,6 +3,7 @@
 import pytest
 from PIL import ImageStat
 from virtualdesktop import EmbeddingTray, VirtualDesktop, Window, wait_until
+from virtualdesktop.services import HostlessWatcher
 from virtualdesktop.waiting import settled
 
 TRAYER = ["panel", "trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
@@ -74,6 +75,17 @@ def test_icon_follows_from_tray_to_tray(program):
     for name in ("dark trayer", "dark trayer", "tint2"):
         with EmbeddingTray(program.desktop, *TRAYS[name]) as tray:
             wait_for_readable_icon(tray)
+
+
+def test_a_watcher_that_hangs_is_not_waited_for(program):
+    with HostlessWatcher(program.desktop) as watcher, \
+            EmbeddingTray(program.desktop, *TRAYS["dark trayer"]) as tray:
+        program.launch()
+        wait_until(lambda: len(watcher.calls) == 3, "the watcher is not asked again")
+        # The toolkit's own question, for which the program would wait, is another.
+        assert watcher.calls == ["RegisterStatusNotifierItem", "Get", "Get"]
+        watcher.go_on()
+        wait_for_readable_icon(tray)
 
 
 def test_without_any_tray_the_program_says_so_and_stays_reachable(program):

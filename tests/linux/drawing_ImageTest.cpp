@@ -1,6 +1,8 @@
 #include "linux/widgets_Application.h"
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "ui/AboutWindowController.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,11 +52,13 @@ TEST(Image, BadgeHasItsCornersGradientAndGlyph)
 }
 
 // A thread of Qt's pool would end half a minute later, which wakes the idle program.
-TEST(Image, PicturesOfTheMenu_startNoThreads)
+TEST(Image, PicturesOfMenuAndWindows_startNoThreads)
 {
     application();
     for (auto const ratio : { 1, 2, 3 }) {
         EXPECT_FALSE(badge(ratio).isNull());
+        auto const icon = AboutWindowController::appIcon(96 * ratio);
+        EXPECT_FALSE(renderImage(icon, { .palette = {} }).isNull());
         auto const symbol = renderImage(SymbolImage { "snowflake", {}, {}, {} },
             { .devicePixelRatio = static_cast<double>(ratio), .palette = {} });
         EXPECT_FALSE(encodePng(symbol).isEmpty());
@@ -64,6 +68,44 @@ TEST(Image, PicturesOfTheMenu_startNoThreads)
         ASSERT_TRUE(name.open(QIODevice::ReadOnly));
         EXPECT_FALSE(name.readAll().contains("pool"));
     }
+}
+
+TEST(Image, IconOfTheWindowsIsTheLaunchersWithTheHeartInTheMiddle)
+{
+    QImage const launchers(LAUNCHERS_ICON);
+    auto const drawn
+        = renderImage(AboutWindowController::appIcon(launchers.width()), { .palette = {} });
+    auto different = 0;
+    QRect heart;
+    for (auto y = 0; y < launchers.height(); ++y) {
+        for (auto x = 0; x < launchers.width(); ++x) {
+            auto const expected = launchers.pixelColor(x, y);
+            different += expected.alpha() == 255 && !isNear(drawn.pixelColor(x, y), expected);
+            if (isNear(drawn.pixelColor(x, y), Qt::white))
+                heart |= QRect(x, y, 1, 1);
+        }
+    }
+    EXPECT_LT(different, 100) << "more than its edges";
+    EXPECT_EQ(heart, QRect(25, 25, 78, 78));
+}
+
+TEST(ContrastTest, ColoursGoAsFarTowardsBlackOrWhiteAsTheirGroundAsksFor)
+{
+    struct Case {
+        QColor color;
+        QColor ground;
+        QColor legible;
+    };
+    Case const cases[] {
+        { QColor(0, 0, 0, 166), Qt::white, QColor(0, 0, 0, 166) },
+        { QColor(0, 0, 0, 64), Qt::white, 0x747474 },
+        { 0x3584e4, 0x2b2b2b, 0x6295e7 },
+        { 0x308cc6, Qt::white, 0x297aad },
+        // White cannot be told from it, nor is there anything whiter.
+        { Qt::white, 0xf0e000, 0x5f5f5f },
+    };
+    for (auto const& [color, ground, expected] : cases)
+        EXPECT_EQ(legible(color, ground, 4.7).name(), expected.name());
 }
 
 } // namespace

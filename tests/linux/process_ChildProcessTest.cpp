@@ -1,6 +1,6 @@
 #include "linux/Support.h"
 #include "platform/ChildProcess.h"
-#include "platform/linux/process/Spawn.h"
+#include "platform/linux/process/ChildEnvironment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -152,7 +152,7 @@ TEST_F(ChildProcess, ReadOutput_isCompleteOrNothing)
 {
     EXPECT_EQ(readChildOutput(shell("printf 'a\\0b'; exit 3")), std::string("a\0b", 3));
     // What the child leaves behind can still write.
-    EXPECT_EQ(readChildOutput(shell("echo A; sleep 20 &")), "A\n");
+    EXPECT_EQ(readChildOutput(shell("echo A; sleep 20 2>/dev/null &")), "A\n");
     EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "5M", "/dev/zero" }).value_or("").size(),
         5u << 20);
     EXPECT_EQ(readChildOutput({ "/usr/bin/head", "-c", "1G", "/dev/zero" }), std::nullopt);

@@ -47,12 +47,15 @@ TEST(MenuExportLabel, IsOneLineThatNoMenuHasToCut)
     for (auto const* character : { "💜", "e\u0301" })
         EXPECT_EQ(exportedLabel(command(std::string(79, 'a') + character + 'x')),
             QString(79, 'a') + QChar(0x2026));
+    auto withHotkey = command(std::string(79, 'a') + "  (K)");
+    withHotkey.keptEnding = "  (K)";
+    EXPECT_EQ(exportedLabel(withHotkey), QString(75, 'a') + QChar(0x2026) + "  (K)");
 }
 
 TEST(MenuExportShortcut, NamesModifiersAsHostsReadThem)
 {
     EXPECT_EQ(exportedShortcut({ "Z", commandKey | optionKey }),
-        QStringList({ "Alt", "Shift", "Super", "z" }));
+        QStringList({ "Super", "Alt", "Shift", "z" }));
     for (auto const& [desktop, comma] : { std::pair { "XFCE", "comma" }, { "KDE", "," } }) {
         qputenv("XDG_CURRENT_DESKTOP", desktop);
         EXPECT_EQ(exportedShortcut({ ",", commandKey }), QStringList({ "Super", comma }));

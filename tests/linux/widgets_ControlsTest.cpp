@@ -33,13 +33,16 @@ TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
     EXPECT_EQ(popUp->selectedIndex(), 1u);
 }
 
-TEST_F(Controls, CheckBox_isAsLargeForAssistiveTechnologyAsItsFrame)
+TEST_F(Controls, CheckBox_isAsLargeForAssistiveTechnologyAsItsFrameAndKeepsTheFocus)
 {
     auto const box
         = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"), { 9, 7, 58, 16 });
     auto& widget = widgetOf(*box);
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&widget)->rect(),
         QRect(widget.mapToGlobal(QPoint()), widget.size()));
+    window->makeFirstResponder(box);
+    QTest::keyClick(&widget, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_TRUE(widget.hasFocus());
 }
 
 TEST_F(Controls, WindowHigherThanTheScreen_scrollsToTheControlThatGetsTheFocus)

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quillbar::platform {
@@ -31,6 +32,22 @@ TEST(StatusMenuTest, StaysOnTheScreenHoweverLongNamesAndListAre)
     EXPECT_EQ(menu->activeAction(), actions.last());
     EXPECT_TRUE(menu->rect().contains(menu->actionGeometry(actions.last())));
     menu->close();
+}
+
+TEST(StatusMenuTest, LettersSelectTheNextRowThatBeginsWithThem)
+{
+    application();
+    StatusMenuWidget menu(std::make_shared<Menu const>(Menu { {},
+        { heading("B"), pin("Back up"), pin("Bar one"), MenuItem::separator(), pin("Éric") } }));
+    quint64 time = 10'000;
+    for (auto const& [pause, typed, row] : { std::tuple { 1000, "b", 1 }, { 1000, "b", 2 },
+             { 10, "b", 1 }, { 10, "a", 1 }, { 10, "R", 2 }, { 10, " ", 2 }, { 10, "o", 2 },
+             { 1000, "é", 4 }, { 1000, "b", 1 }, { 1000, "x", 1 } }) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString::fromUtf8(typed));
+        press.setTimestamp(time += static_cast<quint64>(pause));
+        QApplication::sendEvent(&menu, &press);
+        EXPECT_EQ(menu.actions().indexOf(menu.activeAction()), row) << typed;
+    }
 }
 
 } // namespace

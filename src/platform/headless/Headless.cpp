@@ -60,6 +60,11 @@ void installMainMenu(Menu menu)
     record().mainMenu = std::move(menu);
 }
 
+void setApplicationIcon(std::function<Image(double size)> /*iconOfSize*/)
+{
+    record().journal.emplace_back("setApplicationIcon");
+}
+
 void activateIgnoringOtherApps()
 {
     record().journal.emplace_back("activateIgnoringOtherApps");

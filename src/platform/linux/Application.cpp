@@ -5,8 +5,8 @@
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/desktop/DesktopApplication.h"
 #include "platform/linux/input/UserAction.h"
+#include "platform/linux/process/ChildEnvironment.h"
 #include "platform/linux/process/SignalNotifier.h"
-#include "platform/linux/process/Spawn.h"
 #include "platform/linux/widgets/ColorScheme.h"
 #include "platform/linux/widgets/Memory.h"
 

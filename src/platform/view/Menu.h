@@ -46,6 +46,8 @@ enum class MenuItemKind : std::uint8_t { Command, Separator };
 struct MenuItem {
     MenuItemKind kind = MenuItemKind::Command;
     std::string title;
+    /// The end of the title that is shown where the title is too long for its row, too.
+    std::string keptEnding;
     /// Drawn in place of the title; its text is the title's.
     std::optional<AttributedText> attributedTitle;
     std::optional<Image> image;

@@ -92,7 +92,8 @@ public:
     /// A person moved the keyboard focus with the native side's own means.
     void userFocused(std::shared_ptr<View> const& view);
     /// A key press that no monitor consumed: a key equivalent, a view around the focus, then Tab
-    /// answer to it. What passes is for the native side. May destroy the window.
+    /// and arrows answer to it. Without a default button Return is for the focused one. What passes
+    /// is for the native side. May destroy the window.
     KeyEventResult userPressedKey(KeyEvent const& event);
 
 protected:

@@ -100,6 +100,10 @@ class Screen:
             return bytes(self._property(window, "_NET_WM_NAME")).decode()
         return ""
 
+    def has_icon(self, window_id):
+        window = self.display.create_resource_object("window", window_id)
+        return len(self._property(window, "_NET_WM_ICON")) > 0
+
     def click(self, x, y, button=1, count=1):
         xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
         for _ in range(count):

@@ -18,6 +18,8 @@ class Service:
         self._desktop = desktop
         self._goes_on = threading.Event()
         self._goes_on.set()
+        # The names of the methods, those too whose answers wait for go_on().
+        self.calls = []
 
     def start(self):
         self._loop = GLib.MainLoop(GLib.MainContext())
@@ -53,6 +55,7 @@ class Service:
         self._loop.run()
 
     def _call(self, _bus, _sender, _path, _interface, method, values, invocation):
+        self.calls.append(method)
         self._goes_on.wait()
         invocation.return_value(self.answer(method, *values.unpack()))
 
@@ -69,11 +72,18 @@ class Notifications(Service):
         <arg direction="in" type="a{{sv}}"/><arg direction="in" type="i"/>
         <arg direction="out" type="u"/>
       </method>
+      <signal name="ActivationToken"><arg type="u"/><arg type="s"/></signal>
+      <signal name="ActionInvoked"><arg type="u"/><arg type="s"/></signal>
     </interface></node>"""
 
     def __init__(self, desktop):
         super().__init__(desktop)
         self.clear()
+
+    def click(self, number, token):
+        for signal, value in ("ActivationToken", token), ("ActionInvoked", "default"):
+            self._bus.connection.emit_signal(
+                None, self.PATH, self.NAME, signal, GLib.Variant("(us)", (number, value)))
 
     def shown(self):
         """Everything shown since the start or the last clear(), oldest first."""
@@ -84,10 +94,40 @@ class Notifications(Service):
 
     def answer(self, method, *values):
         if method == "GetCapabilities":
-            return GLib.Variant("(as)", (["body", "body-markup"],))
-        _, _, _, summary, body, _, hints, _ = values
-        self._shown.append({"summary": summary, "body": body, "hints": hints})
+            return GLib.Variant("(as)", (["actions", "body", "body-markup"],))
+        _, _, _, summary, body, actions, hints, _ = values
+        self._shown.append(
+            {"summary": summary, "body": body, "actions": actions, "hints": hints})
         return GLib.Variant("(u)", (len(self._shown),))
+
+
+class HostlessWatcher(Service):
+    """Takes status items that nothing shows; says so once, then hangs."""
+
+    NAME, PATH = "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher"
+    XML = f"""<node>
+      <interface name="{NAME}">
+        <method name="RegisterStatusNotifierItem"><arg direction="in" type="s"/></method>
+      </interface>
+      <interface name="org.freedesktop.DBus.Introspectable">
+        <method name="Introspect"><arg direction="out" type="s"/></method>
+      </interface>
+      <interface name="org.freedesktop.DBus.Properties">
+        <method name="Get">
+          <arg type="s" direction="in"/><arg type="s" direction="in"/>
+          <arg type="v" direction="out"/>
+        </method>
+      </interface>
+    </node>"""
+
+    def answer(self, method, *_):
+        if method == "Introspect":
+            return GLib.Variant("(s)", (self.XML,))
+        if method == "Get":
+            if self.calls.count(method) == 1:
+                self.hang()
+            return GLib.Variant("(v)", (GLib.Variant("b", False),))
+        return None
 
 
 class Portal(Service):

@@ -66,9 +66,8 @@ struct OperationPainter {
         painter.setClipPath(path, Qt::IntersectClip);
     }
 
-    // Qt fills a clipped gradient on threads of a pool, which wake the idle program when they end
-    // half a minute later. A single colour, or an unclipped rectangle of this size, it fills on the
-    // calling thread.
+    // Qt fills a gradient on threads where it is clipped or more than 95 pixels high; their end
+    // half a minute later wakes the idle program.
     void operator()(FillLinearGradient const& fill) const
     {
         auto const rect = toQRectF(fill.rect);
@@ -79,8 +78,13 @@ struct OperationPainter {
             layerPainter.setClipPath(painter.clipPath());
         layerPainter.fillRect(rect, Qt::black);
         layerPainter.setClipping(false);
+        layerPainter.setRenderHint(QPainter::Antialiasing, false);
         layerPainter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        layerPainter.fillRect(rect, toQGradient(fill, palette));
+        auto const gradient = toQGradient(fill, palette);
+        constexpr double stripHeight = 16;
+        for (auto top = rect.top(); top < rect.bottom(); top += stripHeight)
+            layerPainter.fillRect(
+                QRectF(rect.left(), top, rect.width(), stripHeight) & rect, gradient);
         layerPainter.end();
         painter.setClipping(false);
         painter.drawImage(QPointF(0, 0), layer);

@@ -159,14 +159,15 @@ std::optional<QString> lookUp(std::string_view name)
 {
     if (!isPlausible(name))
         return std::nullopt;
+    // These first: the launcher's icon is made from the heart among them.
+    if (auto own = existing(":/symbols/"_L1 + latin1(name) + ".svg"_L1))
+        return own;
     if (auto const file = findIn(fileNames, name)) {
         if (auto found = inIconSet(latin1(*file)))
             return found;
     }
     auto const dashed = QString(latin1(name)).replace(u'.', u'-');
     if (auto found = bySpelling(dashed))
-        return found;
-    if (auto found = existing(":/symbols/"_L1 + latin1(name) + ".svg"_L1))
         return found;
     return inIconTheme(dashed);
 }

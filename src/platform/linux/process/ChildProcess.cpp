@@ -1,51 +1,90 @@
 #include "platform/ChildProcess.h"
 
 #include "platform/MainQueue.h"
-#include "platform/linux/process/BlockingWait.h"
-#include "platform/linux/process/FileDescriptor.h"
+#include "platform/linux/process/Child.h"
+#include "platform/linux/process/ChildEnvironment.h"
 #include "platform/linux/process/SignalNotifier.h"
-#include "platform/linux/process/Spawn.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
 #include <map>
 #include <memory>
-#include <poll.h>
-#include <sys/ioctl.h>
+#include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <utility>
-
-// The header of glibc 2.36 does not say so itself.
-extern "C" {
-#include <sys/pidfd.h>
-}
 
 namespace quillbar::platform {
 
 namespace {
 
-constexpr std::size_t longestOutput = std::size_t { 64 } * 1024 * 1024;
+class SpawnAttributes {
+public:
+    SpawnAttributes()
+    {
+        ::posix_spawnattr_init(&attributes_);
+        sigset_t signals;
+        ::sigemptyset(&signals);
+        ::posix_spawnattr_setsigmask(&attributes_, &signals);
+        // Not sigfillset(), which leaves out the two signals that the C library keeps for itself;
+        // these would reach the child as ignored.
+        std::memset(&signals, 0xff, sizeof signals);
+        ::posix_spawnattr_setsigdefault(&attributes_, &signals);
+        // Its own session: the hang-up of a terminal that this program runs in is not the child's.
+        ::posix_spawnattr_setflags(&attributes_,
+            static_cast<short>(
+                POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID));
+    }
+    SpawnAttributes(SpawnAttributes const&) = delete;
+    SpawnAttributes& operator=(SpawnAttributes const&) = delete;
+    ~SpawnAttributes() { ::posix_spawnattr_destroy(&attributes_); }
 
-struct ChildExit {
-    /// Nothing when a signal ended the child or somebody else took its status.
-    std::optional<int> status;
+    [[nodiscard]] posix_spawnattr_t const* get() const { return &attributes_; }
+
+private:
+    posix_spawnattr_t attributes_ {};
 };
 
-/// The exit of this child, which is then no zombie any more; nothing while it runs.
-std::optional<ChildExit> reapChild(pid_t child)
+class SpawnActions {
+public:
+    explicit SpawnActions(int output)
+    {
+        ::posix_spawn_file_actions_init(&actions_);
+        // The output first: its descriptor may be one that the next action replaces.
+        if (output >= 0) {
+            ::posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
+        } else {
+            ::posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+            ::posix_spawn_file_actions_adddup2(&actions_, STDOUT_FILENO, STDERR_FILENO);
+        }
+        ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+        // A missing folder would fail the start, and the child would seem to be what is missing.
+        auto const* const home = g_get_home_dir();
+        auto const hasHome = g_file_test(home, G_FILE_TEST_IS_DIR) && ::access(home, X_OK) == 0;
+        ::posix_spawn_file_actions_addchdir_np(&actions_, hasHome ? home : "/");
+    }
+    SpawnActions(SpawnActions const&) = delete;
+    SpawnActions& operator=(SpawnActions const&) = delete;
+    ~SpawnActions() { ::posix_spawn_file_actions_destroy(&actions_); }
+
+    [[nodiscard]] posix_spawn_file_actions_t const* get() const { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_ {};
+};
+
+bool canBePassed(std::vector<std::string> const& arguments)
 {
-    siginfo_t info {};
-    if (::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG) != 0)
-        return ChildExit {};
-    if (info.si_pid == 0)
-        return std::nullopt;
-    return info.si_code == CLD_EXITED ? ChildExit { info.si_status } : ChildExit {};
+    for (auto const& argument : arguments) {
+        // It would reach the child cut short, as another name.
+        if (argument.find('\0') != std::string::npos)
+            return false;
+    }
+    return !arguments.empty() && arguments.front().starts_with('/');
 }
 
 /// Tells of children's exits through the event loop and leaves no zombie. No child takes a
@@ -102,63 +141,11 @@ void attachChildWatcher()
 
 Q_COREAPP_STARTUP_FUNCTION(attachChildWatcher)
 
-/// Appends up to `limit` bytes of what the pipe holds; false at its end.
-bool readAvailable(int pipe, std::string& output, std::size_t limit)
-{
-    std::array<char, 65536> buffer;
-    auto const count = ::read(pipe, buffer.data(), std::min(limit, buffer.size()));
-    if (count > 0)
-        output.append(buffer.data(), static_cast<std::size_t>(count));
-    return count > 0 || (count < 0 && (errno == EINTR || errno == EAGAIN));
-}
-
-/// After the child's exit: what is in the pipe now, not what grandchildren write meanwhile.
-void readRest(int pipe, std::string& output)
-{
-    int available = 0;
-    if (::ioctl(pipe, FIONREAD, &available) != 0)
-        return;
-    auto const end = output.size() + static_cast<std::size_t>(available);
-    while (output.size() < end && readAvailable(pipe, output, end - output.size())) { }
-}
-
-/// Reads until the child has exited; nothing when it went beyond a limit and still runs.
-std::optional<ChildExit> readUntilExit(
-    pid_t child, int pipe, QDeadlineTimer const& deadline, std::string& output)
-{
-    FileDescriptor const exited { ::pidfd_open(child, 0) };
-    bool isAtEnd = false;
-    while (exited && output.size() <= longestOutput && !deadline.hasExpired()) {
-        std::array<pollfd, 2> polled { pollfd { exited.get(), POLLIN, 0 },
-            pollfd { isAtEnd ? -1 : pipe, POLLIN, 0 } };
-        if (::poll(polled.data(), polled.size(), static_cast<int>(deadline.remainingTime())) <= 0)
-            continue;
-        if (polled[1].revents != 0)
-            isAtEnd = !readAvailable(pipe, output, longestOutput);
-        if (polled[0].revents == 0)
-            continue;
-        if (auto const exit = reapChild(child)) {
-            readRest(pipe, output);
-            return exit;
-        }
-    }
-    return std::nullopt;
-}
-
-void killWithItsChildren(pid_t child)
-{
-    // It leads a session of its own, and so the group of what it started.
-    ::kill(-child, SIGKILL);
-    ::kill(child, SIGKILL);
-    // Not waited for here: a process that the kernel holds ends later.
-    childWatcher().watch(child, {});
-}
-
 } // namespace
 
 void runChild(std::vector<std::string> const& arguments, ChildCompletion completion)
 {
-    if (auto const child = spawnChild(arguments, ChildOutput {})) {
+    if (auto const child = spawnChild(arguments)) {
         childWatcher().watch(*child, std::move(completion));
         return;
     }
@@ -166,31 +153,43 @@ void runChild(std::vector<std::string> const& arguments, ChildCompletion complet
         post([completion = std::move(completion)] { completion(std::nullopt); });
 }
 
-std::optional<std::string> readChildOutput(
-    std::vector<std::string> const& arguments, std::chrono::milliseconds limit)
+std::optional<pid_t> spawnChild(std::vector<std::string> const& arguments, int output)
 {
-    std::array<int, 2> ends { -1, -1 };
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+    if (!canBePassed(arguments))
         return std::nullopt;
-    FileDescriptor const readEnd { ends[0] };
-    FileDescriptor writeEnd { ends[1] };
-    // Only this end: the child's must block, as programs expect of their output.
-    ::fcntl(readEnd.get(), F_SETFL, O_NONBLOCK);
+    std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
+    for (auto const& argument : arguments)
+        pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.push_back(nullptr);
 
-    BlockingWait const wait;
-    QDeadlineTimer const deadline { limit };
-    auto const child = spawnChild(arguments, ChildOutput { writeEnd.get() });
-    if (!child)
+    SpawnAttributes const attributes;
+    SpawnActions const actions(output);
+    g_auto(GStrv) environment = childEnvironment();
+    pid_t child = -1;
+    if (::posix_spawn(
+            &child, pointers.front(), actions.get(), attributes.get(), pointers.data(), environment)
+        != 0)
         return std::nullopt;
-    // The end of the output shows only when nobody here can write.
-    writeEnd = FileDescriptor {};
-    std::string output;
-    auto const exit = readUntilExit(*child, readEnd.get(), deadline, output);
-    if (!exit)
-        killWithItsChildren(*child);
-    if (!exit || !exit->status || output.size() > longestOutput)
+    return child;
+}
+
+std::optional<ChildExit> reapChild(pid_t child)
+{
+    siginfo_t info {};
+    if (::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG) != 0)
+        return ChildExit {};
+    if (info.si_pid == 0)
         return std::nullopt;
-    return output;
+    return info.si_code == CLD_EXITED ? ChildExit { info.si_status } : ChildExit {};
+}
+
+void killWithItsChildren(pid_t child)
+{
+    // It leads a session of its own, and so the group of what it started.
+    ::kill(-child, SIGKILL);
+    ::kill(child, SIGKILL);
+    childWatcher().watch(child, {});
 }
 
 } // namespace quillbar::platform

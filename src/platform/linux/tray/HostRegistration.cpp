@@ -41,7 +41,7 @@ HostRegistration::HostRegistration(QDBusConnection connection, std::function<voi
     for (auto const& signal :
         { u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s })
         connection_.connect(QString(), watcherPath, watcherName, signal, this, SLOT(askForHost()));
-    askWhoseWatcher();
+    registerItem();
 }
 
 void HostRegistration::call(
@@ -57,19 +57,20 @@ void HostRegistration::call(
         connection_);
 }
 
-// A watcher reads the icon's name as soon as the item is registered.
-void HostRegistration::askWhoseWatcher()
+// A watcher reads the icon's name as soon as the item is registered, but the bus answers the first
+// call before it passes on the second.
+void HostRegistration::registerItem()
 {
-    call(busCall(u"NameHasOwner"_s, { cinnamonName }), &HostRegistration::registerItem);
-}
-
-void HostRegistration::registerItem(QDBusMessage const& isCinnamon)
-{
-    showsSymbolicIcons_ = isCinnamon.arguments().value(0) != QVariant(true);
+    call(busCall(u"NameHasOwner"_s, { cinnamonName }), &HostRegistration::cinnamonAnswered);
     auto registration = QDBusMessage::createMethodCall(
         watcherName, watcherPath, watcherName, u"RegisterStatusNotifierItem"_s);
     registration.setArguments({ connection_.baseService() });
     call(registration, &HostRegistration::registered);
+}
+
+void HostRegistration::cinnamonAnswered(QDBusMessage const& reply)
+{
+    showsSymbolicIcons_ = reply.arguments().value(0) != QVariant(true);
 }
 
 void HostRegistration::registered(QDBusMessage const& reply)
@@ -100,7 +101,7 @@ void HostRegistration::ownerChanged(QString const& newOwner)
     if (newOwner.isEmpty())
         onHost_(TrayHost::Absent);
     else
-        askWhoseWatcher();
+        registerItem();
 }
 
 } // namespace quillbar::platform

@@ -22,16 +22,18 @@ public:
     /// may be told the same twice.
     HostRegistration(QDBusConnection connection, std::function<void(TrayHost)> onHost);
 
+    /// Asks the watcher once more; `onHost` is called with the answer.
+    Q_SLOT void askForHost();
+
     /// Cinnamon shows no icon with "symbolic" in the path of its file. Known once the item is
     /// registered.
     [[nodiscard]] bool showsSymbolicIcons() const { return showsSymbolicIcons_; }
 
 private:
     void call(QDBusMessage message, void (HostRegistration::*answered)(QDBusMessage const& reply));
-    void askWhoseWatcher();
-    void registerItem(QDBusMessage const& isCinnamon);
+    void registerItem();
+    void cinnamonAnswered(QDBusMessage const& reply);
     void registered(QDBusMessage const& reply);
-    Q_SLOT void askForHost();
     void hostAnswered(QDBusMessage const& reply);
     void ownerChanged(QString const& newOwner);
 

@@ -2,6 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/input/ModifierTable.h"
 
 #include <QGuiApplication>
 #include <QList>
@@ -28,17 +29,18 @@ bool isSameImage(std::optional<Image> const& left, std::optional<Image> const& r
 }
 
 // Hosts make a menu as wide as its widest row, or show the end of that row only.
-QString cutToLength(QString const& label)
+QString cutToLength(QString const& label, QString const& keptEnding)
 {
     constexpr qsizetype mostCharacters = 80;
     if (label.size() <= mostCharacters)
         return label;
+    auto const room = mostCharacters - keptEnding.size();
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, label);
-    characters.setPosition(mostCharacters);
+    characters.setPosition(room);
     if (!characters.isAtBoundary())
         characters.toPreviousBoundary();
-    auto const end = characters.position() > 0 ? characters.position() : mostCharacters;
-    return label.left(end) + QChar(0x2026);
+    auto const end = characters.position() > 0 ? characters.position() : room;
+    return label.left(end) + QChar(0x2026) + keptEnding;
 }
 
 bool isHeading(MenuItem const& item)
@@ -91,7 +93,8 @@ QByteArray pngOf(Image const& image)
 QString exportedLabel(MenuItem const& item)
 {
     auto label
-        = cutToLength(toQString(item.attributedTitle ? item.attributedTitle->text : item.title));
+        = cutToLength(toQString(item.attributedTitle ? item.attributedTitle->text : item.title),
+            toQString(item.keptEnding));
     label.replace('\n'_L1, QChar::Space).replace(QChar::Null, QChar::ReplacementCharacter);
     return label.replace('_'_L1, "__"_L1);
 }
@@ -101,16 +104,11 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     if (equivalent.key.empty())
         return {};
     auto const key = toQString(equivalent.key);
-    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QStringList keys;
-    if (modifiers.testFlag(Qt::ControlModifier))
-        keys << u"Control"_s;
-    if (modifiers.testFlag(Qt::AltModifier))
-        keys << u"Alt"_s;
-    if (modifiers.testFlag(Qt::ShiftModifier))
-        keys << u"Shift"_s;
-    if (modifiers.testFlag(Qt::MetaModifier))
-        keys << u"Super"_s;
+    for (auto const& row : modifierTable) {
+        if ((equivalent.allModifiers() & row.modifier) != 0)
+            keys << QString::fromLatin1(row.name);
+    }
     return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }
 

@@ -20,7 +20,8 @@
 namespace quillbar::platform {
 
 /// The text as menus on the bus show it exactly: there a single underscore marks a mnemonic. On one
-/// line, and cut with an ellipsis where it is so long that no menu could show it.
+/// line, and cut with an ellipsis before its kept ending where it is so long that no menu could
+/// show it.
 [[nodiscard]] QString exportedLabel(MenuItem const& item);
 
 /// For example { "Super", "Alt", "t" }; empty when the item has no key equivalent.

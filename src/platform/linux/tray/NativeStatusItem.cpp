@@ -52,7 +52,8 @@ NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& conn
     , xEmbedTray_(
           { .icon = [this](std::optional<Background> background) { return xEmbedIcon(background); },
               .toolTip = [this] { return toolTip_; },
-              .activate = [this] { toggleMenu(); } })
+              .activate = [this] { toggleMenu(); },
+              .askForHost = [this] { registration_.askForHost(); } })
     , registration_(connection, [this](TrayHost host) { hostIs(host); })
 {
     using namespace std::chrono_literals;

@@ -19,14 +19,6 @@ namespace {
 // A panel that takes both kinds of icons opens for windows first.
 constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
 
-// Before its first icon, Qt asks on the bus whether there is a host, and waits for the answer for
-// up to 50 seconds; it would make an item on the bus beside ours, and never a window, if there were
-// one. Asked when the bus has just told that there is none, it neither waits nor finds one.
-void makeQtAskForHosts()
-{
-    [[maybe_unused]] QSystemTrayIcon const neverShown;
-}
-
 // Qt keeps the window of the icon to itself.
 QWidget* iconWindow()
 {
@@ -43,7 +35,11 @@ XEmbedTray::XEmbedTray(Callbacks callbacks)
 {
     later_.setSingleShot(true);
     later_.setInterval(untilTraysAreSettled);
-    QObject::connect(&later_, &QTimer::timeout, &later_, [this] { showIfThereIsATray(); });
+    QObject::connect(&later_, &QTimer::timeout, &later_, [this] {
+        isAsked_ = !icon_ && xEmbedTrayWindow() != XCB_WINDOW_NONE;
+        if (isAsked_)
+            callbacks_.askForHost();
+    });
 }
 
 XEmbedTray::~XEmbedTray()
@@ -53,19 +49,21 @@ XEmbedTray::~XEmbedTray()
 
 void XEmbedTray::setWanted(bool isWanted)
 {
+    if (isWanted && std::exchange(isAsked_, false))
+        show();
     if (isWanted == isWanted_)
         return;
     isWanted_ = isWanted;
     if (!isWanted) {
         QCoreApplication::instance()->removeNativeEventFilter(this);
         later_.stop();
+        isAsked_ = false;
         background_.reset();
         icon_.reset();
         return;
     }
     if (x11Connection() == nullptr)
         return;
-    makeQtAskForHosts();
     QCoreApplication::instance()->installNativeEventFilter(this);
     later_.start();
 }
@@ -92,10 +90,11 @@ bool XEmbedTray::nativeEventFilter(QByteArray const& eventType, void* message, q
     return false;
 }
 
-void XEmbedTray::showIfThereIsATray()
+// Before its first icon, Qt asks the watcher whether there is a host, and waits up to 50 seconds if
+// the watcher hangs; if there were one, Qt would make an item on the bus beside ours, and never a
+// window. Right after the watcher's own answer it neither waits nor finds one.
+void XEmbedTray::show()
 {
-    if (icon_ || !isWanted_ || xEmbedTrayWindow() == XCB_WINDOW_NONE)
-        return;
     icon_ = std::make_unique<QSystemTrayIcon>();
     QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
         [this](QSystemTrayIcon::ActivationReason reason) {

@@ -24,6 +24,8 @@ public:
         std::function<QIcon(std::optional<Background>)> icon;
         std::function<QString()> toolTip;
         std::function<void()> activate;
+        /// Asks the bus once more whether it has a host; setWanted() is called with the answer.
+        std::function<void()> askForHost;
     };
 
     explicit XEmbedTray(Callbacks callbacks);
@@ -31,8 +33,8 @@ public:
     XEmbedTray& operator=(XEmbedTray const&) = delete;
     ~XEmbedTray() override;
 
-    /// While wanted, the icon is in the tray as soon as there is one. To be called with true only
-    /// when it was just learned that the bus has no host.
+    /// While wanted, the icon is in the tray as soon as there is one. To be called with true
+    /// whenever it was just learned that the bus has no host.
     void setWanted(bool isWanted);
     void update();
     /// Whether a tray has been found.
@@ -40,10 +42,11 @@ public:
 
 private:
     bool nativeEventFilter(QByteArray const& eventType, void* message, qintptr* result) override;
-    void showIfThereIsATray();
+    void show();
 
     Callbacks callbacks_;
     bool isWanted_ = false;
+    bool isAsked_ = false;
     QTimer later_;
     std::unique_ptr<QSystemTrayIcon> icon_;
     std::unique_ptr<TrayBackground> background_;

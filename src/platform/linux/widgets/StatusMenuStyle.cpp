@@ -1,5 +1,6 @@
 #include "platform/linux/widgets/StatusMenuStyle.h"
 
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 
 #include <QFontMetrics>
@@ -25,15 +26,16 @@ constexpr int widestText = 480;
 
 struct Texts {
     QString title;
+    /// Follows the title, which is cut where both together are too wide.
+    QString ending;
     QString keys;
 };
 
 Texts textsOf(QStyleOptionMenuItem const& item)
 {
-    auto const tab = item.text.indexOf('\t'_L1);
-    auto title = tab < 0 ? item.text : item.text.left(tab);
-    title.replace("&&"_L1, "&"_L1);
-    return { std::move(title), tab < 0 ? QString() : item.text.mid(tab + 1) };
+    auto const plain = [](QString text) { return text.replace("&&"_L1, "&"_L1); };
+    auto const parts = item.text.split('\t'_L1);
+    return { plain(parts.value(0)), plain(parts.value(1)), parts.value(2) };
 }
 
 void drawSeparator(QStyleOptionMenuItem const& item, QPainter& painter)
@@ -64,7 +66,8 @@ void drawTexts(QStyleOptionMenuItem const& item, QColor const& color, QColor con
     QFontMetrics const metrics(item.font);
     auto const keyWidth
         = texts.keys.isEmpty() ? 0 : metrics.horizontalAdvance(texts.keys) + iconGap;
-    auto const title = metrics.elidedText(texts.title, Qt::ElideRight, place.width() - keyWidth);
+    auto const titleWidth = place.width() - keyWidth - metrics.horizontalAdvance(texts.ending);
+    auto const title = metrics.elidedText(texts.title, Qt::ElideRight, titleWidth) + texts.ending;
     painter.setFont(item.font);
     // A name reads from the side on which its script begins.
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
@@ -81,19 +84,22 @@ void drawRow(QStyleOptionMenuItem const& item, QPainter& painter)
     auto const isEnabled = item.state.testFlag(QStyle::State_Enabled);
     auto const isSelected = isEnabled && item.state.testFlag(QStyle::State_Selected);
     auto const group = isEnabled ? QPalette::Active : QPalette::Disabled;
+    auto ground = item.palette.color(QPalette::Active, QPalette::Base);
     auto color = item.palette.color(group, QPalette::WindowText);
     auto keyColor = toQColor(SystemColor::SecondaryLabel, item.palette);
     if (isSelected) {
         constexpr int cornerRadius = 4;
+        ground = item.palette.color(QPalette::Active, QPalette::Highlight);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(item.palette.color(QPalette::Active, QPalette::Highlight));
+        painter.setBrush(ground);
         painter.drawRoundedRect(item.rect, cornerRadius, cornerRadius);
         color = item.palette.color(QPalette::Active, QPalette::HighlightedText);
         keyColor = color;
     }
     auto const mode = isSelected ? QIcon::Active : (isEnabled ? QIcon::Normal : QIcon::Disabled);
     drawIcon(item, mode, painter);
-    drawTexts(item, color, keyColor, painter);
+    drawTexts(item, legible(color, ground, textContrast), legible(keyColor, ground, textContrast),
+        painter);
 }
 
 } // namespace

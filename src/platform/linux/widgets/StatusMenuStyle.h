@@ -5,8 +5,8 @@
 namespace quillbar::platform {
 
 /// Gives the status menu's rows room to breathe: icon and text in columns, keys flush right in a
-/// quieter colour, very long names cut with an ellipsis, a long menu in one column that scrolls.
-/// Panel and scrollers are the desktop's.
+/// quieter colour, very long names cut with an ellipsis before their kept endings, a long menu in
+/// one column that scrolls. Panel and scrollers are the desktop's.
 class StatusMenuStyle : public QProxyStyle {
 public:
     void drawControl(ControlElement element, QStyleOption const* option, QPainter* painter,

@@ -1,5 +1,6 @@
 #include "platform/linux/widgets/StatusMenuWidget.h"
 
+#include "platform/Text.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/input/UserAction.h"
@@ -12,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QStyleHints>
 #include <QStyleOptionMenuItem>
 #include <QTimer>
 #include <QWindow>
@@ -46,9 +48,9 @@ bool isModifier(int key)
 }
 
 // QMenu takes "&" for a mnemonic and a tab for the start of the key column.
-QString menuText(MenuItem const& item)
+QString menuText(std::string const& title)
 {
-    auto text = toQString(item.attributedTitle ? item.attributedTitle->text : item.title);
+    auto text = toQString(title);
     text.replace('&'_L1, "&&"_L1);
     return withoutTabs(text)
         .replace('\n'_L1, QChar::Space)
@@ -101,6 +103,8 @@ void StatusMenuWidget::keyPressEvent(QKeyEvent* event)
         return isChoosable(item) && isKeyEquivalent(*event, item.keyEquivalent);
     });
     if (found == menu_->items.end()) {
+        if (activateByName(*event))
+            return;
         // From nothing QMenu goes up to the last row without scrolling to it; from the first row it
         // does scroll.
         if (event->key() == Qt::Key_Up && activeAction() == nullptr)
@@ -124,8 +128,11 @@ void StatusMenuWidget::initStyleOption(QStyleOptionMenuItem* option, QAction con
     auto const* item = action == nullptr ? nullptr : itemOf(action);
     if (item == nullptr)
         return;
-    if (auto const keys = keyText(item->keyEquivalent); !keys.isEmpty())
-        option->text = action->text() + '\t'_L1 + keys;
+    if (item->submenu.empty()) {
+        auto const ending = menuText(item->keptEnding);
+        option->text = action->text().chopped(ending.size()) + '\t'_L1 + ending + '\t'_L1
+            + keyText(item->keyEquivalent);
+    }
     if (!item->attributedTitle)
         return;
     auto const color = toQColor(item->attributedTitle->color, palette());
@@ -151,7 +158,7 @@ QAction* StatusMenuWidget::makeAction(QMenu& target, MenuItem const& item)
     }
     // The row draws its keys itself, so that its text is a name. The shortcut is for assistive
     // programs: Qt does not act on it here.
-    action->setText(menuText(item));
+    action->setText(menuText(item.attributedTitle ? item.attributedTitle->text : item.title));
     action->setShortcut(keyText(item.keyEquivalent).replace("Super"_L1, "Meta"_L1));
     action->setData(QVariant::fromValue(static_cast<void const*>(&item)));
     action->setMenuRole(QAction::NoRole);
@@ -194,6 +201,39 @@ void StatusMenuWidget::activateFirst()
         rows, [](QAction const* row) { return row->isEnabled() && !row->isSeparator(); });
     if (first != rows.end())
         setActiveAction(*first);
+}
+
+bool StatusMenuWidget::activateByName(QKeyEvent const& press)
+{
+    auto const text = press.text();
+    bool const isCombination
+        = (press.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+    if (isCombination || text.isEmpty() || !text.front().isPrint())
+        return false;
+    auto const pause = static_cast<quint64>(QGuiApplication::styleHints()->keyboardInputInterval());
+    if (press.timestamp() - lastTyped_ > pause)
+        typed_.clear();
+    // Space alone chooses the active row.
+    if (typed_.isEmpty() && text.front().isSpace())
+        return false;
+    lastTyped_ = press.timestamp();
+    // The same letter again goes on to the next row.
+    if (typed_ != text)
+        typed_ += text;
+    auto const rows = actions();
+    auto const start = rows.indexOf(activeAction()) + (typed_ == text ? 1 : 0);
+    auto const after = rows.begin() + std::max(qsizetype(0), start);
+    auto const begins = [beginning = searchForm(typed_.toStdString())](QAction const* row) {
+        auto const* item = row->isEnabled() ? itemOf(row) : nullptr;
+        return item
+            && searchForm(item->representedObject.value_or(item->title)).starts_with(beginning);
+    };
+    auto found = std::find_if(after, rows.end(), begins);
+    if (found == rows.end())
+        found = std::find_if(rows.begin(), rows.end(), begins);
+    if (found != rows.end())
+        setActiveAction(*found);
+    return true;
 }
 
 void StatusMenuWidget::choose(MenuItem const& item)

@@ -12,8 +12,8 @@
 namespace quillbar::platform {
 
 /// The status menu as a widget: made when it is opened, deleted when it closes. It shows the menu
-/// that was current then, whatever replaces it meanwhile. The key equivalents work while it is
-/// open.
+/// that was current then, whatever replaces it meanwhile. While it is open the key equivalents
+/// work, and letters select the next row that begins with them.
 class StatusMenuWidget : public QMenu {
 public:
     explicit StatusMenuWidget(std::shared_ptr<Menu const> menu);
@@ -33,10 +33,15 @@ private:
     QIcon makeIcon(Image const& image) const;
     void holdInput();
     void activateFirst();
+    /// Whether the key types something that a name can begin with.
+    bool activateByName(QKeyEvent const& press);
     void choose(MenuItem const& item);
 
     std::shared_ptr<Menu const> menu_;
     ImageCache<QIcon> icons_;
+    // Letters that were typed without a pause, and when the last of them was.
+    QString typed_;
+    quint64 lastTyped_ = 0;
 };
 
 } // namespace quillbar::platform

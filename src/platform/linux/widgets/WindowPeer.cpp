@@ -177,6 +177,12 @@ void syncWindow(Window const& window)
         native.setWindowFlags(flags);
     }
     native.setWindowTitle(toQString(window.title()));
+    // Qt takes a window for shown that another client unmapped, and would not show it. One that was
+    // just shown is unmapped until the window manager comes to it.
+    auto* const handle = native.windowHandle();
+    if (window.isVisible() && native.isVisible() && handle != windowAwaitingFocus()
+        && isUnmapped(*handle))
+        native.hide();
     // Moved only after it is shown, it would be seen to jump.
     if (window.isVisible() && !native.isVisible())
         centerNativeWindow(window);
