@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
+#include <QWindow>
 #include <xcb/shape.h>
 
 #include <algorithm>
@@ -22,6 +23,17 @@ bool isTranslucencyPossible()
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
+bool isUnmapped(QWindow const& window)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return false;
+    auto const id = static_cast<xcb_window_t>(window.winId());
+    XcbPtr<xcb_get_window_attributes_reply_t> const reply { xcb_get_window_attributes_reply(
+        connection, xcb_get_window_attributes(connection, id), nullptr) };
+    return reply && reply->map_state == XCB_MAP_STATE_UNMAPPED;
+}
+
 // QWidget::setMask() takes points, which are blocks of pixels on a scaled screen.
 void setShape(QWidget const& window, QRegion const& pixels)
 {
@@ -36,17 +48,6 @@ void setShape(QWidget const& window, QRegion const& pixels)
     xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
         XCB_CLIP_ORDERING_YX_BANDED, static_cast<xcb_window_t>(window.winId()), 0, 0,
         static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
-}
-
-bool isUnmapped(QWindow const& window)
-{
-    auto* const connection = x11Connection();
-    if (!connection)
-        return false;
-    auto const id = static_cast<xcb_window_t>(window.winId());
-    XcbPtr<xcb_get_window_attributes_reply_t> const reply { xcb_get_window_attributes_reply(
-        connection, xcb_get_window_attributes(connection, id), nullptr) };
-    return reply && reply->map_state == XCB_MAP_STATE_UNMAPPED;
 }
 
 void skipTaskbar(QWidget const& window)

@@ -11,12 +11,12 @@ namespace quillbar::platform {
 /// server without a compositor.
 [[nodiscard]] bool isTranslucencyPossible();
 
-/// Cuts off what lies outside of the region, which is in device pixels.
-void setShape(QWidget const& window, QRegion const& pixels);
-
 /// Whether the X server does not show the window, such as one that waits for the window manager, or
 /// that another client unmapped; false where there is no X server.
 [[nodiscard]] bool isUnmapped(QWindow const& window);
+
+/// Cuts off what lies outside of the region, which is in device pixels.
+void setShape(QWidget const& window, QRegion const& pixels);
 
 /// Keeps a window that is not shown yet out of task bars and window switchers.
 void skipTaskbar(QWidget const& window);
