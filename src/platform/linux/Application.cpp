@@ -95,7 +95,7 @@ void setUp(QApplication& application)
     QGuiApplication::setDesktopFileName(QLatin1String(applicationId));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::setQuitLockEnabled(false);
-    keepNoDrawnPictures();
+    disablePixmapCache();
     // The login entry starts the program; a session that restored it would start it twice.
     auto const neverRestart
         = [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); };
@@ -158,7 +158,7 @@ private:
 
 int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& makeDelegate)
 {
-    useOneHeap();
+    useOneArena();
     prepareProcess();
     if (!hasDisplay()) {
         std::fputs(

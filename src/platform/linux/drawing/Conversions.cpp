@@ -41,7 +41,7 @@ QColor systemColor(SystemColor color, QPalette const& palette)
     case SystemColor::Accent:
         return palette.color(QPalette::Active, QPalette::Highlight);
     case SystemColor::Red:
-        // Stands out from the grey of dark buttons too.
+        // The darker red has too little contrast on dark buttons.
         return isDark(palette) ? QColor(0xff, 0x7b, 0x72) : QColor(0xff, 0x3b, 0x30);
     }
     return text;

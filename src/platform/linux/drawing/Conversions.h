@@ -18,12 +18,12 @@ namespace quillbar::platform {
 /// Reads UTF-8, shortened to what can be laid out at once; a malformed sequence becomes U+FFFD.
 [[nodiscard]] QString toQString(std::string_view text);
 
-/// With wide gaps for tabs: menus and lists of choices would take what follows one for a key.
+/// With two em spaces for each tab: menus show what follows a tab as a key.
 [[nodiscard]] QString withoutTabs(QString text);
 
 [[nodiscard]] QRectF toQRectF(Rect const& rect);
 
-/// A system colour is mixed for the palette, so that it reads well on a light and on a dark one.
+/// A system colour depends on the palette: it can be read on a light and on a dark one.
 [[nodiscard]] QColor toQColor(Color const& color, QPalette const& palette);
 
 /// The desktop's font in the size of the layout: one point of a frame is one pixel at scale 1.

@@ -10,7 +10,7 @@
 
 namespace quillbar::platform {
 
-/// Drawings are equal when they draw the same, whoever made them.
+/// Drawings are equal when their operations are, even as two objects.
 [[nodiscard]] inline bool isSameImage(Image const& left, Image const& right)
 {
     auto const* a = std::get_if<std::shared_ptr<Drawing const>>(&left);
@@ -20,7 +20,7 @@ namespace quillbar::platform {
     return *a == *b || **a == **b;
 }
 
-/// Keeps what was made of the few different images that the many rows of a menu show.
+/// Keeps what was made of an image, for the rows of a menu show few different ones.
 template <typename Value> class ImageCache {
 public:
     template <typename Make> Value const& get(Image const& image, Make const& make)

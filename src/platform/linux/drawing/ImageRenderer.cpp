@@ -66,8 +66,8 @@ struct OperationPainter {
         painter.setClipPath(path, Qt::IntersectClip);
     }
 
-    // Qt fills a gradient on threads where it is clipped or more than 95 pixels high; they end half
-    // a minute later and so wake the idle program.
+    // Qt fills a gradient on threads where it is clipped or more than 95 pixels high; their end
+    // half a minute later wakes the idle program.
     void operator()(FillLinearGradient const& fill) const
     {
         auto const rect = toQRectF(fill.rect);

@@ -10,14 +10,14 @@
 
 namespace quillbar::platform {
 
-/// Where an image is shown.
+/// What the drawing of an image depends on besides the image.
 struct ImageContext {
     /// In points; for symbols that name no size of their own.
     QSizeF symbolSize { 16, 16 };
     double devicePixelRatio = 1;
     /// For symbols that name no tint of their own.
     QColor foreground = Qt::black;
-    /// For tints of the system.
+    /// For system colours.
     QPalette palette;
 };
 
@@ -25,8 +25,8 @@ struct ImageContext {
 /// leaves it clear.
 [[nodiscard]] QImage renderImage(Image const& image, ImageContext const& context);
 
-/// The picture as a PNG file. Qt's own writer would load every image plugin first, more memory than
-/// all pictures of the menu together.
+/// The image as a PNG file. Qt's own writer would load every image plug-in first, which takes more
+/// memory than all images of the menu together.
 [[nodiscard]] QByteArray encodePng(QImage const& image);
 
 } // namespace quillbar::platform

@@ -14,7 +14,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// The inside of a symbol's file.
+/// What stands within the root element of a symbol's file.
 struct Body {
     QRectF viewBox;
     QByteArray content;
@@ -48,7 +48,7 @@ bool readRoot(QByteArray const& document, Body& body)
     return !body.viewBox.isEmpty();
 }
 
-// The icon themes' own grey would win over the colour that is asked for.
+// Icon themes write their grey into the shapes, where it overrides the colour of the group around.
 QByteArray withoutFixedColors(QByteArray const& content)
 {
     static QRegularExpression const color(
@@ -95,9 +95,9 @@ QByteArray transformInto(QRectF const& rect, QRectF const& viewBox)
         + number(scale) + ")\"";
 }
 
-// Panels recolour a document of one of two kinds: by its "-symbolic" file name, or by this style
-// sheet and its classes. Some recolour none: white with a dark rim is seen on every background.
-QByteArray leftToThePanel(Body const& body, SymbolSvgStyle const& style)
+// Panels recolour an icon for its "-symbolic" file name or by this style sheet and its classes.
+// Some recolour none: white with a dark rim can be seen on every background.
+QByteArray recolorableContent(Body const& body, SymbolSvgStyle const& style)
 {
     constexpr double rimWidth = 0.75;
     auto const stroke = 2 * rimWidth / scaleInto(style.rect, body.viewBox);
@@ -122,7 +122,7 @@ QByteArray documentOf(Body const& body, SymbolSvgStyle const& style)
         svg += " opacity=\"" + number(std::max(0.0, style.opacity)) + '"';
     svg += transformInto(style.rect, body.viewBox);
     if (style.color.isEmpty())
-        return svg + leftToThePanel(body, style) + "</g></svg>\n";
+        return svg + recolorableContent(body, style) + "</g></svg>\n";
     auto content = body.content;
     content.replace("currentColor", style.color);
     return svg + '>' + content + "</g></svg>\n";

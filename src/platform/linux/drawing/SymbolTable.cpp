@@ -22,7 +22,7 @@ struct NamedText {
     std::string_view text;
 };
 
-// Names whose file is called otherwise, and those whose own spelling would find another shape.
+// Symbols whose file has another name, and those whose own name would find another shape.
 constexpr std::array fileNames {
     NamedText { "bolt"sv, "lightning"sv },
     NamedText { "bolt.fill"sv, "lightning-fill"sv },
@@ -95,7 +95,7 @@ std::optional<std::string_view> findIn(Table const& table, std::string_view name
     return found == table.end() ? std::nullopt : std::optional(found->text);
 }
 
-// Names come from a file that anybody may write: no name may lead out of the icon folders.
+// A name comes from the settings file and becomes part of a path, which must stay in its folder.
 bool isPlausible(std::string_view name)
 {
     constexpr std::size_t longestName = 100;
@@ -176,8 +176,8 @@ std::optional<QString> lookUp(std::string_view name)
 
 std::optional<QString> findSymbol(std::string_view name)
 {
-    // A menu asks for the same name once for every heading. Misses are asked again: the icon set
-    // may be installed while the program runs.
+    // A menu asks for the same name once for every heading. Only hits are kept: the
+    // icon set may be installed while the program runs.
     static QHash<QByteArray, QString> known;
     constexpr qsizetype mostKnown = 256;
     auto const key = QByteArray::fromRawData(name.data(), static_cast<qsizetype>(name.size()));
@@ -194,7 +194,7 @@ bool symbolExists(std::string_view name)
     return findSymbol(name).has_value();
 }
 
-// Programs carry no icon of their own here; the drawn one is the same as the theme's.
+// The program has no icon file of its own; callers draw the same icon as the theme's.
 std::optional<Image> bundleImage(std::string_view /*name*/, Size /*size*/)
 {
     return std::nullopt;

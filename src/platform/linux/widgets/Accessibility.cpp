@@ -19,7 +19,8 @@ namespace {
 constexpr auto moveUp = "Move up";
 constexpr auto moveDown = "Move down";
 
-/// What Qt does not know of a widget that draws itself.
+/// The role of a plain QWidget that paints itself; of the others Qt knows it, or a class below
+/// does.
 std::optional<QAccessible::Role> roleOf(View const& view)
 {
     switch (view.kind()) {
@@ -98,7 +99,7 @@ private:
     NativeView& native_;
 };
 
-/// A table, whose rows are read from top to bottom whatever order their reused widgets came in.
+/// A table. The widgets of rows are reused, so they are sorted by their place on the screen.
 class TableAccessible final : public QAccessibleWidget {
 public:
     explicit TableAccessible(QWidget& widget)
@@ -134,8 +135,9 @@ private:
     }
 };
 
-/// Qt names a pop-up after its value and lists every item of the closed menu. Here the name says
-/// what is chosen, the description which, and the open list is the child.
+/// Qt gives a combo box its value as the name and every item of the closed list as a child. Here
+/// the name tells what is chosen, value and description which item is, and only an open list is a
+/// child.
 class PopUpAccessible final : public QAccessibleWidget {
 public:
     explicit PopUpAccessible(QComboBox& widget)
@@ -185,7 +187,7 @@ public:
 private:
     [[nodiscard]] QAbstractItemView* openList() const
     {
-        // Asking the pop-up for its list would make one.
+        // QComboBox::view() would create the list.
         auto* const list = popUp_.findChild<QAbstractItemView*>();
         return list && list->isVisible() ? list : nullptr;
     }

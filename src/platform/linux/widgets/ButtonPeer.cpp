@@ -244,7 +244,7 @@ public:
     }
 
 protected:
-    // The state changes in the portable button, which brings it here.
+    // The portable button changes the state, which sync() sets; Qt must not change it as well.
     void nextCheckState() override { }
 
     bool event(QEvent* event) override
@@ -287,11 +287,11 @@ private:
         return { QPoint(indicatorRect().right() + 1 + checkBoxGap, 0), rect().bottomRight() };
     }
 
-    // Styles draw a faint outline on a light ground and none on a dark one.
+    // Styles draw an outline that is faint on a light background and cannot be seen on a dark one.
     void drawOutline(QPainter& painter, QRect const& box)
     {
         painter.save();
-        // The line's middle, so that all four sides stay inside at every scale.
+        // The pen is centred on the rectangle; its outer half must stay inside at every scale.
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(legible(faded(palette().color(QPalette::WindowText), outlineShare),
             groundOf(*portable, palette()), outlineContrast));

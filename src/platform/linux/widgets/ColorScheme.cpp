@@ -66,7 +66,7 @@ QPalette legibleColors(QPalette palette)
     return palette;
 }
 
-/// Qt's theme for KDE leaves the colour of placeholders as it is: black, which dark windows hide.
+/// Qt's theme for KDE does not set the colour of placeholders: black, unreadable in dark windows.
 class KdeStyle final : public QProxyStyle {
 public:
     using QProxyStyle::polish;

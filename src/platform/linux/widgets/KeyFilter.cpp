@@ -72,8 +72,8 @@ std::optional<std::uint32_t> keyCodeInWindows(int qtKey)
     }
 }
 
-/// Follows which of a hotkey's modifiers are still down. Returns the event as it is meant where
-/// that is without them, else null.
+/// The modifiers of a hotkey may still be down while the person types into the window that it
+/// opened. Notes which of them are, and returns the event without them; null when none is.
 std::unique_ptr<QKeyEvent> withoutHotkeyModifiers(QKeyEvent const& event)
 {
     auto const pressed = toKeyModifiers(event.modifiers()) & ~modifierOf(event.key());
@@ -99,8 +99,9 @@ void focusChanged(QWidget* /*old*/, QWidget* now)
         window->portable->userFocused(native->portable->shared_from_this());
 }
 
-// Where a press arrives first; it is filtered there and not again on its way up. Under Wayland a
-// new window is typed into a moment before Qt takes it for the active one.
+// Qt offers a press to each parent in turn; it is filtered only where it arrives first. The
+// application's focus widget would not do: under Wayland a new window gets keys a moment before Qt
+// takes it for the active one.
 bool isKeyTarget(QObject const& watched)
 {
     if (!watched.isWidgetType())
@@ -112,11 +113,11 @@ bool isKeyTarget(QObject const& watched)
     return &watched == (focused ? focused : window);
 }
 
-// True when the widget got the event as it is meant instead.
+// True when the widget was sent the event without a hotkey's modifiers instead.
 bool deliverWithoutHotkeyModifiers(QObject& watched, QEvent& event)
 {
     bool const isKey = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
-    // Only what a person did tells which keys are down.
+    // An event that a program sent does not tell which keys are down.
     if (!isKey || lastUserAction().heldModifiers == 0 || !event.spontaneous()
         || !isKeyTarget(watched))
         return false;
@@ -133,7 +134,7 @@ bool isCloseCommand(QKeyEvent const& event)
         || (event.key() == Qt::Key_W && event.modifiers() == Qt::ControlModifier);
 }
 
-// A key that is held down does these things once.
+// While its key is held, such a command is carried out once only.
 bool isDoneOnce(QKeyEvent const& event)
 {
     return isCloseCommand(event) || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
@@ -187,8 +188,8 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
     return keyPressed(static_cast<QWidget&>(*watched), static_cast<QKeyEvent&>(*event));
 }
 
-// A pop-up that a key closes goes before the press itself arrives, which under Wayland the window
-// then gets: Escape would close that as well.
+// Qt closes a pop-up before it delivers the press, which under Wayland goes to the window then:
+// Escape would close that as well.
 bool KeyFilter::hasClosedPopUp(QEvent const& event)
 {
     bool const isPopUpOpen = QApplication::activePopupWidget() != nullptr;

@@ -67,7 +67,7 @@ private:
 
     void equip(QWidget& widget) const
     {
-        // Not menus, which would show the actions as rows.
+        // A menu would show the actions as rows.
         auto const type = widget.windowType();
         if (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool)
             widget.addActions(actions_);

@@ -19,20 +19,20 @@ bool isAnyWindowShown()
 
 } // namespace
 
-// Only the first heap is ever given back whole.
-void useOneHeap()
+// Only the first arena is ever given back whole.
+void useOneArena()
 {
     ::mallopt(M_ARENA_MAX, 1);
 }
 
-// Controls and icons are kept under names that hold their palette or picture, which every window
-// and every menu make anew; and Qt 6.4 never forgets the name of what it dropped.
-void keepNoDrawnPictures()
+// The cache's keys of controls and icons contain the palette or the pixmap, which are new for every
+// window and menu, so that nothing is found again; and Qt 6.4 keeps the keys of what it dropped.
+void disablePixmapCache()
 {
     QPixmapCache::setCacheLimit(0);
 }
 
-void giveBackMemory()
+void trimMemory()
 {
     if (isAnyWindowShown())
         return;

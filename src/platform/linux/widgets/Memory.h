@@ -2,13 +2,13 @@
 
 namespace quillbar::platform {
 
-/// Has all threads take their memory from one heap; before the first of them starts.
-void useOneHeap();
+/// Has all threads allocate from one arena of malloc; before the first of them starts.
+void useOneArena();
 
-/// Has controls draw themselves each time, instead of keeping pictures that pile up.
-void keepNoDrawnPictures();
+/// Switches off QPixmapCache, which would grow with every window and menu.
+void disablePixmapCache();
 
-/// Gives the system back what closed windows held, unless one is still shown.
-void giveBackMemory();
+/// Returns the memory of closed windows to the system, unless one is still shown.
+void trimMemory();
 
 } // namespace quillbar::platform

@@ -12,7 +12,7 @@ namespace quillbar::platform {
 
 namespace {
 
-QRect placeOf(View const& view)
+QRect geometryOf(View const& view)
 {
     if (!view.superview())
         return roundedRect(view.frame()).translated(0, -view.window()->native()->offset());
@@ -23,7 +23,7 @@ QRect placeOf(View const& view)
                                                     : place.translated(-superview.host().pos());
 }
 
-bool isOn(View const& view)
+bool isEnabled(View const& view)
 {
     auto const* const control = dynamic_cast<Control const*>(&view);
     return !control || control->isEnabled();
@@ -38,9 +38,9 @@ void update(QWidget& widget, Value const& value, Read read, Write write)
 
 void syncCommon(View const& view, QWidget& widget)
 {
-    update(widget, placeOf(view), &QWidget::geometry,
+    update(widget, geometryOf(view), &QWidget::geometry,
         static_cast<void (QWidget::*)(QRect const&)>(&QWidget::setGeometry));
-    update(widget, isOn(view), &QWidget::isEnabled, &QWidget::setEnabled);
+    update(widget, isEnabled(view), &QWidget::isEnabled, &QWidget::setEnabled);
     update(
         widget, plainToolTip(toQString(view.toolTip())), &QWidget::toolTip, &QWidget::setToolTip);
     update(widget, toQString(accessibleName(view)), &QWidget::accessibleName,
@@ -75,7 +75,7 @@ void syncView(View const& view)
     auto& native = *view.native();
     native.sync();
     syncCommon(view, native.widget());
-    // A control that was off could not keep the keyboard.
+    // Qt takes the focus from a control that is disabled; enabled again, it gets it back.
     auto const* const window = view.window();
     if (window && window->firstResponder().get() == &view && !native.widget().hasFocus())
         syncFirstResponder(*window);

@@ -7,7 +7,7 @@
 
 namespace quillbar::platform {
 
-/// The Qt side of a view. Its widget deletes it, later, once the view is gone.
+/// The Qt side of a view: a part of its widget, which the event loop deletes once the view is gone.
 struct NativeView {
     explicit NativeView(View& shownView)
         : portable(&shownView)
@@ -20,7 +20,7 @@ struct NativeView {
     [[nodiscard]] virtual QWidget& widget() = 0;
     /// The parent of the subviews' widgets.
     [[nodiscard]] virtual QWidget& host() { return widget(); }
-    /// Brings over what is particular to the kind.
+    /// Shows the state that is particular to the view's kind.
     virtual void sync() { widget().update(); }
 
     /// Null once the view is gone; the widget is hidden then and paints no more.
@@ -45,10 +45,10 @@ protected:
 /// The native side of the view whose widget this is; null for any other widget.
 [[nodiscard]] NativeView* nativeViewOf(QWidget* widget);
 
-/// On whole points, as widgets lie.
+/// Rounded to whole points, for the geometry of a widget.
 [[nodiscard]] QRect roundedRect(Rect const& rect);
 
-/// Qt would render a tool tip that looks like markup as such.
+/// The text, escaped where Qt would take it for markup and render it.
 [[nodiscard]] QString plainToolTip(QString const& text);
 
 [[nodiscard]] NativeView* makeButtonPeer(View& view, QWidget& parent);

@@ -21,7 +21,7 @@ void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QSt
 {
     int const flags = horizontalAlignment | Qt::AlignAbsolute | Qt::AlignVCenter
         | Qt::TextSingleLine | Qt::TextDontClip;
-    // A name reads from the side on which its script begins, wherever it stands.
+    // The direction is the text's own, not that of the user interface.
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.drawText(rect, flags,
         painter.fontMetrics().elidedText(withoutTabs(text), Qt::ElideRight, rect.width()));

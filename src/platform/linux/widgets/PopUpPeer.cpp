@@ -71,7 +71,7 @@ public:
         auto* const list = QComboBox::view();
         constexpr int widestList = 480;
         list->setTextElideMode(Qt::ElideRight);
-        // By whole entries the end of a list that is too long for the screen would leave a gap.
+        // Scrolled by whole entries, a list too long for the screen would have a gap at its end.
         list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
         list->setMinimumWidth(
             std::clamp(list->sizeHintForColumn(0) + 24, width(), std::max(width(), widestList)));
@@ -79,7 +79,7 @@ public:
     }
 
 protected:
-    // A turn of the wheel scrolls what is around; a closed pop-up never changes by accident.
+    // The wheel scrolls the view around; QComboBox would choose another item.
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
     void keyPressEvent(QKeyEvent* event) override
@@ -147,8 +147,8 @@ private:
                 .palette = palette() }));
     }
 
-    // Items come one after the other; the list is wanted only by the open menu and by assistive
-    // technology.
+    // Items are added one by one. Only the open list and assistive technology need them, so the
+    // list is filled once.
     void fillLater()
     {
         if (!std::exchange(isFillPending_, true))

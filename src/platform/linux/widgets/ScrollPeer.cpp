@@ -46,7 +46,7 @@ protected:
             return;
         double const before = portableView()->offset();
         portableView()->userScrolled(before + scrollDistance(*event));
-        // At an end the turn is for what is around.
+        // At an end of the content, the wheel scrolls the window.
         event->setAccepted(portableView()->offset() != before);
     }
 

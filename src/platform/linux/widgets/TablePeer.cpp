@@ -138,7 +138,7 @@ void RowDrag::timerEvent(QTimerEvent* event)
         return;
     double const before = scroll->offset();
     scroll->setOffset(before + scrollSpeed());
-    // The table moved under a pointer that stayed.
+    // The table moved and the pointer did not, so its place in the table is another.
     position_.ry() += scroll->offset() - before;
     if (scroll->offset() == before)
         scrolling_.stop();
@@ -234,8 +234,8 @@ protected:
             drop(event->position());
     }
 
-    /// The pressed widget may be reused for another row while the table scrolls, so that a drag
-    /// takes the mouse before the window gives it to a widget. A Wayland client cannot grab it.
+    /// The pressed widget may be reused for another row while the table scrolls, so a drag takes
+    /// the events of the mouse before Qt gives them to a widget. A Wayland client cannot grab it.
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (!drag_ || !portable || !watched->isWindowType())

@@ -127,7 +127,7 @@ bool NativeWindow::event(QEvent* event)
 
 void NativeWindow::closeEvent(QCloseEvent* event)
 {
-    // Closing hides the window; Qt must not do more.
+    // The portable window decides what closing does.
     event->ignore();
     if (portable)
         portable->userClosed();
@@ -144,7 +144,7 @@ void NativeWindow::wheelEvent(QWheelEvent* event)
     scrollTo(offset_ + scrollDistance(*event));
 }
 
-// The portable window moves the focus; where Qt wants to, a widget that had it went away.
+// The portable window answers to Tab. Qt calls this when the widget with the focus was hidden.
 bool NativeWindow::focusNextPrevChild(bool)
 {
     setFocus();
@@ -165,7 +165,7 @@ void NativeWindowDeleter::operator()(NativeWindow* native) const
 {
     native->portable = nullptr;
     native->hide();
-    QObject::connect(native, &QObject::destroyed, qApp, giveBackMemory, Qt::QueuedConnection);
+    QObject::connect(native, &QObject::destroyed, qApp, trimMemory, Qt::QueuedConnection);
     native->deleteLater();
 }
 
@@ -183,7 +183,7 @@ void syncWindow(Window const& window)
     if (window.isVisible() && native.isVisible() && handle != windowAwaitingFocus()
         && isUnmapped(*handle))
         native.hide();
-    // Put elsewhere by the window manager first, it would be seen to jump.
+    // Moved only after it is shown, it would be seen to jump.
     if (window.isVisible() && !native.isVisible())
         centerNativeWindow(window);
     native.setVisible(window.isVisible());
@@ -218,7 +218,7 @@ void raiseNativeWindow(Window const& window)
 {
     auto& native = *window.native();
     native.isMouseUsed = false;
-    // Qt may not know yet that another client took the focus, so its word for it does not count.
+    // QWidget::isActiveWindow() may be true for a moment after another client took the focus.
     bool const isActivated = lastUserAction().activatedWindow == native.windowHandle();
     if (!window.canBecomeKeyWindow() || isActivated)
         native.raise();

@@ -12,10 +12,10 @@ namespace quillbar::platform {
 struct NativeWindow final : public QWidget {
     explicit NativeWindow(Window& window);
 
-    /// Gives a widget of the window the keyboard, and shows that unless the person works with the
-    /// mouse.
+    /// Gives a widget of the window the keyboard, scrolls to it, and marks it unless the person
+    /// works with the mouse.
     void focus(QWidget& widget);
-    /// The mouse was used in the window: where the keyboard is does not matter until it is used.
+    /// The mouse was used in the window: the focus is not marked until a key is pressed.
     void noteMouse();
     /// The part of a clear window that is not clear. All else is cut off, so that compositors that
     /// draw shadows draw one around this part, and that nothing else shows without a compositor.
