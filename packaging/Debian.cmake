@@ -21,14 +21,14 @@ set(CPACK_DEBIAN_QUILLBAR_PACKAGE_NAME quillbar)
 set(CPACK_DEBIAN_QUILLBAR_DESCRIPTION "run your shortcuts from the tray
 Quillbar puts the automations you keep one click away: pin them once, then
 run them from the tray menu, with a digit key while the menu is open, or with
-a hotkey from anywhere.
+a hotkey.
 .
 It drives the command-line tool shortcuts, which quillbar-shortcuts provides.")
 # What is not linked but loaded or asked for: the symbols, their renderer, a session bus.
 set(CPACK_DEBIAN_QUILLBAR_PACKAGE_DEPENDS
     "quillbar-shortcuts | shortcuts-provider, libqt6svg6, bootstrap-icons, default-dbus-session-bus | dbus-session-bus")
 set(CPACK_DEBIAN_QUILLBAR_PACKAGE_RECOMMENDS
-    "libglib2.0-bin, notification-daemon, qt6-wayland")
+    "libglib2.0-bin, dunst | notification-daemon, qt6-wayland")
 
 set(CPACK_DEBIAN_SHORTCUTS_PACKAGE_NAME quillbar-shortcuts)
 set(CPACK_DEBIAN_SHORTCUTS_DESCRIPTION "list and run the shortcuts of your folder

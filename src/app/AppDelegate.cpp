@@ -14,6 +14,7 @@
 #include "ui/AboutWindowController.h"
 #include "ui/Weakly.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -83,6 +84,14 @@ void AppDelegate::trigger(std::string const& name)
             self.notifications_.notifyRunFailed(name);
         }
     }));
+}
+
+bool AppDelegate::runPinned(std::string const& name)
+{
+    auto const isPinned = std::ranges::find(config_.pinned, name) != config_.pinned.end();
+    if (isPinned)
+        trigger(name);
+    return isPinned;
 }
 
 void AppDelegate::runAll()

@@ -42,6 +42,7 @@ public:
     /// Shows the palette of the pinned shortcuts, or raises the one that is open.
     void openPalette() override;
     void openSettings() override { openSettingsPanel(SettingsFocus::Unchanged); }
+    bool runPinned(std::string const& name) override;
 
     /// Shows the settings window, or raises the open one with its unsaved edits.
     void openSettingsPanel(SettingsFocus focus);

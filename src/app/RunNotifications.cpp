@@ -4,6 +4,7 @@
 #include "platform/Notifications.h"
 #include "platform/Text.h"
 
+#include <string_view>
 #include <utility>
 
 namespace quillbar {
@@ -14,6 +15,23 @@ using platform::NotificationLife;
 using platform::NotificationSound;
 
 namespace {
+
+std::string percentEncoded(std::string_view text)
+{
+    constexpr std::string_view unreserved
+        = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    for (auto const character : text) {
+        if (unreserved.find(character) != std::string_view::npos) {
+            encoded += character;
+            continue;
+        }
+        auto const byte = static_cast<unsigned char>(character);
+        encoded += { '%', digits[byte / 16], digits[byte % 16] };
+    }
+    return encoded;
+}
 
 Notification makeNotification(std::string body, NotificationSound sound)
 {
@@ -51,6 +69,7 @@ void RunNotifications::notifyRunFailed(std::string const& name)
     auto notification = makeNotification(
         "“" + platform::isolated(name) + "” couldn’t run. Check that it still exists in Shortcuts.",
         NotificationSound::Default);
+    notification.address = "shortcuts://open-shortcut?name=" + percentEncoded(name);
     if (std::exchange(didRequestNotifAuth_, true))
         return presentIfAllowed(std::move(notification));
     platform::requestNotificationAuthorization(

@@ -10,7 +10,8 @@ public:
     /// Quiet, and never asks for the right to show notifications.
     void notifyRunSuccess(std::string const& name) const;
 
-    /// With a sound. The first failure of the process asks for the right.
+    /// With a sound; a click on it opens the shortcut. The first failure of the process asks for
+    /// the right.
     void notifyRunFailed(std::string const& name);
 
 private:

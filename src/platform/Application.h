@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace quillbar::platform {
 
@@ -15,8 +16,8 @@ public:
     ApplicationDelegate& operator=(ApplicationDelegate const&) = delete;
     virtual ~ApplicationDelegate() = default;
 
-    /// Called once, when the event loop has started. openSettings() and openPalette() are called
-    /// only after it has returned.
+    /// Called once, when the event loop has started. What the person asks for is asked of the
+    /// delegate only after it has returned.
     virtual void applicationDidFinishLaunching() = 0;
 
     /// The event loop has ended; called once, unless the program is killed.
@@ -27,6 +28,9 @@ public:
 
     /// The system asks for the quick-open palette.
     virtual void openPalette() = 0;
+
+    /// The system asks for a run of this shortcut; false if it is not pinned, and nothing runs.
+    virtual bool runPinned(std::string const& name) = 0;
 };
 
 /// Runs the program until terminate(); returns the process's exit status. `makeDelegate` is called

@@ -24,6 +24,8 @@ inline constexpr std::uint32_t tab = 48;
 inline constexpr std::uint32_t space = 49;
 inline constexpr std::uint32_t escape = 53;
 inline constexpr std::uint32_t keypadEnter = 76;
+inline constexpr std::uint32_t leftArrow = 123;
+inline constexpr std::uint32_t rightArrow = 124;
 inline constexpr std::uint32_t downArrow = 125;
 inline constexpr std::uint32_t upArrow = 126;
 } // namespace key

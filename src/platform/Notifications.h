@@ -23,6 +23,8 @@ struct Notification {
     std::string body;
     NotificationSound sound = NotificationSound::None;
     NotificationLife life = NotificationLife::Passing;
+    /// Opened, as by openAddress(), when the person clicks the notification; empty for none.
+    std::string address = {};
 };
 
 /// Asks the person for the right to show notifications. `done` is called once, whatever the answer.

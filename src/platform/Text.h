@@ -14,10 +14,13 @@ namespace quillbar::platform {
 /// In upper case, by the rules of the person's language.
 [[nodiscard]] std::string upperCased(std::string_view text);
 
-/// The text for use inside a longer one. If it has right-to-left letters or direction marks, it is
-/// enclosed in U+2068 and U+2069, so that they do not reorder the text around it; any other text is
-/// returned unchanged.
-[[nodiscard]] std::string isolated(std::string_view text);
+/// The text, or the beginning of one that would take noticeable time to lay out, with an ellipsis.
+[[nodiscard]] std::string shortened(std::string_view text);
+
+/// The text for use inside a longer one, shortened. If it has right-to-left letters or direction
+/// marks, it is enclosed in U+2068 and U+2069, so that they do not reorder the text around it; any
+/// other text is returned unchanged.
+[[nodiscard]] std::string isolated(std::string_view whole);
 
 /// Orders by the Unicode scalar values of the canonically equivalent form, case-sensitive.
 [[nodiscard]] bool isOrderedBefore(std::string_view left, std::string_view right);

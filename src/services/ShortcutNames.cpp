@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 namespace quillbar {
 
 namespace {
+
+/// File systems allow no more, and neither does this project's tool.
+constexpr std::size_t longestName = 255;
 
 /// U+0085, U+2028 and U+2029.
 constexpr std::array<std::string_view, 3> multiByteNewlines { "\xC2\x85", "\xE2\x80\xA8",
@@ -19,6 +23,9 @@ std::size_t newlineLength(std::string_view text)
 {
     if (text.front() >= '\n' && text.front() <= '\r')
         return 1;
+    // Most characters, of which there may be 64 million.
+    if (text.front() != '\xC2' && text.front() != '\xE2')
+        return 0;
     auto const newline = std::ranges::find_if(
         multiByteNewlines, [&](std::string_view candidate) { return text.starts_with(candidate); });
     return newline == multiByteNewlines.end() ? 0 : newline->size();
@@ -48,6 +55,9 @@ std::vector<std::string> shortcutNames(std::string_view listing)
     if (!platform::isValidUtf8(listing))
         return {};
     auto names = nonEmptyLines(listing);
+    auto const isTooLong = [](auto const& name) { return name.size() > longestName; };
+    if (auto const count = std::erase_if(names, isTooLong))
+        std::fprintf(stderr, "quillbar: %zu shortcuts have names over 255 bytes\n", count);
     std::ranges::stable_sort(names, platform::isOrderedBefore);
     return names;
 }

@@ -47,6 +47,14 @@ Verdict judgeFolder(std::string const& folder, int descriptor, Person const& per
     return judge(folder, status, person);
 }
 
+/// What remains of a name when case and the extension of a script are set aside.
+std::string comparable(std::string_view name)
+{
+    auto const stem = withoutScriptExtension(name);
+    g_autofree char* folded = g_utf8_casefold(stem.data(), static_cast<gssize>(stem.size()));
+    return folded;
+}
+
 /// Gives equal names their distinct form, which may meet a third name, until all differ or are
 /// distinct forms.
 void settleNames(std::vector<Shortcut>& shortcuts)
@@ -216,6 +224,24 @@ Shortcut const* Catalogue::find(std::string_view name) const
 {
     auto const match = std::ranges::lower_bound(shortcuts_, name, {}, &Shortcut::name);
     return match != shortcuts_.end() && match->name == name ? &*match : nullptr;
+}
+
+Shortcut const* Catalogue::findNearest(std::string_view name) const
+{
+    if (!isListable(name))
+        return nullptr;
+    auto const wanted = comparable(name);
+    // About one letter in three, which with long names no slip explains.
+    auto best = std::min<std::size_t>(wanted.size() / 3, 8) + 1;
+    Shortcut const* nearest = nullptr;
+    for (auto const& shortcut : shortcuts_) {
+        auto const distance = editDistance(wanted, comparable(shortcut.name), best);
+        if (distance < best) {
+            best = distance;
+            nearest = &shortcut;
+        }
+    }
+    return nearest;
 }
 
 RefusedFile const* Catalogue::findRefused(std::string_view name) const

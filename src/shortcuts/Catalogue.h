@@ -47,6 +47,11 @@ public:
     [[nodiscard]] bool isComplete() const { return isComplete_; }
 
     [[nodiscard]] Shortcut const* find(std::string_view name) const;
+    /// The one whose name differs least, case and the extension of a script aside; null when none
+    /// is similar.
+    [[nodiscard]] Shortcut const* findNearest(std::string_view name) const;
+    /// Files that are no shortcuts for what a person can mend.
+    [[nodiscard]] std::vector<RefusedFile> const& refused() const { return refused_; }
     /// The file that would have this name if it were not refused, or null.
     [[nodiscard]] RefusedFile const* findRefused(std::string_view name) const;
 

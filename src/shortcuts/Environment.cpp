@@ -32,15 +32,16 @@ std::string searchPath(std::string const& home)
         if (g_file_test(folder.c_str(), G_FILE_TEST_IS_DIR))
             path += folder + ":";
     }
+    constexpr auto usual = "/usr/local/bin:/usr/bin:/bin";
     auto const* const inherited = g_getenv("PATH");
-    g_auto(GStrv) parts
-        = g_strsplit(inherited ? inherited : "/usr/local/bin:/usr/bin:/bin", ":", -1);
+    g_auto(GStrv) parts = g_strsplit(inherited ? inherited : usual, ":", -1);
     for (auto* const* part = parts; *part; ++part) {
         // A relative one would stand for whatever folder a program happens to be in.
         if (g_path_is_absolute(*part))
             path.append(*part).append(":");
     }
-    return path.substr(0, path.rfind(':'));
+    // An empty PATH, too, stands for the current folder.
+    return path.empty() ? usual : path.substr(0, path.size() - 1);
 }
 
 } // namespace

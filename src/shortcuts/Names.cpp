@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <glib.h>
 #include <iterator>
+#include <numeric>
+#include <vector>
 
 namespace quillbar::shortcuts {
 
@@ -53,6 +55,26 @@ std::string_view withoutScriptExtension(std::string_view fileName)
     auto const isScript
         = std::ranges::find(scriptExtensions, fileName.substr(dot)) != std::end(scriptExtensions);
     return isScript ? fileName.substr(0, dot) : fileName;
+}
+
+std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit)
+{
+    auto const gap
+        = left.size() > right.size() ? left.size() - right.size() : right.size() - left.size();
+    if (gap >= limit)
+        return limit;
+    // Of the beginning of `left` that has been looked at, to each beginning of `right`.
+    std::vector<std::size_t> row(right.size() + 1);
+    std::iota(row.begin(), row.end(), 0U);
+    for (auto const character : left) {
+        auto diagonal = row.front()++;
+        for (std::size_t index = 0; index < right.size(); ++index) {
+            auto const changed = diagonal + (character == right[index] ? 0 : 1);
+            diagonal = row[index + 1];
+            row[index + 1] = std::min({ changed, diagonal + 1, row[index] + 1 });
+        }
+    }
+    return std::min(row.back(), limit);
 }
 
 std::string printable(std::string_view text)

@@ -12,6 +12,11 @@ namespace quillbar::shortcuts {
 /// The file name without the extension of a script, if it has one.
 [[nodiscard]] std::string_view withoutScriptExtension(std::string_view fileName);
 
+/// How many bytes have to be changed, added or removed to make one text of the other; `limit` when
+/// that many or more.
+[[nodiscard]] std::size_t editDistance(
+    std::string_view left, std::string_view right, std::size_t limit);
+
 /// The text with each byte escaped that a terminal could take for part of an escape sequence.
 [[nodiscard]] std::string printable(std::string_view text);
 

@@ -1,5 +1,8 @@
 #include "shortcuts/Catalogue.h"
 #include "shortcuts/Commands.h"
+#include "shortcuts/Execute.h"
+#include "shortcuts/Names.h"
+#include "shortcuts/Watch.h"
 
 #include <cstdio>
 #include <string>
@@ -12,25 +15,25 @@ namespace {
 constexpr std::string_view usageText = R"(Usage:
   shortcuts list             print the names of your shortcuts, one a line
   shortcuts run NAME         run one, wait for it and exit with its status
+  shortcuts log [NAME]       print what the last run without a terminal printed
+                             and how it ended, or a line for each such run
+  shortcuts running          print which shortcuts run without a terminal
+  shortcuts stop NAME        end one that runs, with what it has started
   shortcuts open [ADDRESS]   show the folder where your shortcuts lie
   shortcuts help             print this text
   shortcuts version          print the version
 )";
-
-int print(std::string_view text)
-{
-    auto const isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (isWritten && std::fflush(stdout) == 0)
-        return status::success;
-    report("cannot write the output");
-    return status::outputFailed;
-}
 
 int printNames(Environment const& environment)
 {
     Catalogue const catalogue(environment);
     for (auto const& notice : catalogue.notices())
         report(notice);
+    for (auto const& [file, verdict] : catalogue.refused()) {
+        if (verdict.reason == Distrust::None && beginningOf(file).starts_with("#!"))
+            report("ignoring a script that is not executable; to make it so: chmod +x "
+                + printable(shellQuoted(file)));
+    }
     std::string text;
     for (auto const& shortcut : catalogue.shortcuts())
         text.append(shortcut.name).append("\n");
@@ -50,15 +53,27 @@ int perform(int argumentCount, char const* const* arguments)
         return reportUsage();
     std::string_view const command = arguments[1];
 
-    if (command == "run" && argumentCount == 3)
+    if (command == "run" && argumentCount == 3) {
+        if (!hasTerminal())
+            continueWatched(arguments[2]);
         return runShortcut(prepareEnvironment(), arguments[2]);
-    // The address is ignored: any web page may open one.
-    if (command == "open" && argumentCount <= 3)
-        return openShortcutsFolder(prepareEnvironment());
+    }
+    if (command == "open" && argumentCount <= 3) {
+        // Any web page may open an address, so it shows something at most.
+        auto const name = argumentCount == 3 ? shortcutToOpen(arguments[2]) : std::nullopt;
+        return name ? openLog(prepareEnvironment(), *name)
+                    : openShortcutsFolder(prepareEnvironment());
+    }
+    if (command == "log" && argumentCount <= 3)
+        return argumentCount == 3 ? printLog(arguments[2]) : printLogs();
+    if (command == "stop" && argumentCount == 3)
+        return stopShortcut(arguments[2]);
     if (argumentCount > 2)
         return reportUsage();
     if (command == "list")
         return printNames(prepareEnvironment());
+    if (command == "running")
+        return printRunning();
     if (command == "help" || command == "--help" || command == "-h")
         return print(usageText);
     if (command == "version" || command == "--version")

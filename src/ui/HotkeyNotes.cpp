@@ -1,6 +1,7 @@
 #include "ui/HotkeyNotes.h"
 
 #include "platform/HotkeyObstacles.h"
+#include "platform/KeyModifiers.h"
 #include "platform/Text.h"
 
 #include <cstddef>
@@ -12,6 +13,10 @@ namespace quillbar {
 using platform::KeyCombination;
 
 namespace {
+
+/// A key with one of these is a command, whatever has the keyboard; any other is typed.
+constexpr platform::KeyModifiers modifiersOfCommands
+    = platform::commandKey | platform::optionKey | platform::controlKey;
 
 /// Collects hotkeys in the order in which they are registered: of two that are equal the first
 /// works.
@@ -34,8 +39,12 @@ public:
         for (std::size_t index = 0; index < notes_.size(); ++index) {
             auto& note = *notes_[index];
             note.keys = std::move(names[index]);
-            if (note.problem.empty() && obstacles[index])
+            if (!note.problem.empty())
+                continue;
+            if (obstacles[index])
                 note.problem = platform::hotkeyObstacleText(*obstacles[index]);
+            else if ((combinations_[index].modifiers & modifiersOfCommands) == 0)
+                note.problem = "No other program receives this key any more.";
         }
     }
 

@@ -119,7 +119,6 @@ void HotkeyRecorder::beginRecording()
 {
     isRecording_ = true;
     displayString_.clear();
-    note_ = {};
     placeholder_ = "Press keys…";
     refreshTitle();
     if (auto* const owner = window()) {
@@ -164,6 +163,7 @@ KeyEventResult HotkeyRecorder::keyPressed(platform::KeyEvent const& event)
         return KeyEventResult::Pass;
     auto const modifiers = event.modifiers & recordedModifiers;
     displayString_ = label(event.keyCode, modifiers);
+    note_ = {};
     stopRecording();
     if (auto const callback = onRecord)
         callback(event.keyCode, modifiers);
@@ -184,8 +184,10 @@ void HotkeyRecorder::refreshTitle()
 
 void HotkeyRecorder::refreshNote()
 {
-    bool const showsHotkey = !isRecording_ && !displayString_.empty() && displayString_ != noHotkey;
-    auto const note = showsHotkey ? note_ : HotkeyNote {};
+    auto note = isRecording_ ? HotkeyNote {} : note_;
+    // "None" stands there after a recording without a key, too, which leaves the hotkey as it was.
+    if (displayString_ == noHotkey)
+        note.problem.clear();
     if (note.problem.empty())
         setImage(std::nullopt);
     else
@@ -194,7 +196,8 @@ void HotkeyRecorder::refreshNote()
             .size = std::nullopt,
             .tint = platform::SystemColor::Red });
     bool const needsBreak = !note.keys.empty() && !note.problem.empty();
-    setToolTip(note.keys + (needsBreak ? "\n" : "") + note.problem);
+    setToolTip(isRecording_ ? "Press the new keys, or click again to leave."
+                            : note.keys + (needsBreak ? "\n" : "") + note.problem);
     // The accessible name says whose hotkey it is, so the text goes into the description.
     setAccessibilityDescription(spokenText(attributedTitle()->text, note));
 }

@@ -1,5 +1,6 @@
 #include "ui/PaletteList.h"
 
+#include "platform/Fatal.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -59,6 +60,8 @@ void PaletteFilter::setQuery(std::string_view query)
 
 std::string const& PaletteFilter::name(std::size_t index) const
 {
+    if (index >= matches_.size())
+        platform::fatalError("the palette asks for a row that it does not list");
     return list_->shortcuts()[matches_[index]];
 }
 

@@ -39,7 +39,7 @@ public:
 
     [[nodiscard]] std::size_t count() const { return matches_.size(); }
     [[nodiscard]] bool isEmpty() const { return matches_.empty(); }
-    /// `index` is below count().
+    /// Ends the program for an index that is not below count().
     [[nodiscard]] std::string const& name(std::size_t index) const;
 
 private:

@@ -91,12 +91,18 @@ bool SettingsModel::move(std::string const& name, std::size_t gap)
     if (entry == order_.end())
         return false;
     auto const from = static_cast<std::size_t>(entry - order_.begin());
-    auto moved = std::move(*entry);
-    order_.erase(entry);
-    // Removing an entry above the gap has moved the gap up by one.
-    auto const target = std::min(from < gap ? gap - 1 : gap, order_.size());
-    order_.insert(order_.begin() + static_cast<std::ptrdiff_t>(target), std::move(moved));
+    // The entry's own place above the gap vanishes.
+    moveRow(from, std::min(from < gap ? gap - 1 : gap, order_.size() - 1));
     return true;
+}
+
+void SettingsModel::moveRow(std::size_t from, std::size_t target)
+{
+    auto const place
+        = [&](std::size_t row) { return order_.begin() + static_cast<std::ptrdiff_t>(row); };
+    auto moved = std::move(order_[from]);
+    order_.erase(place(from));
+    order_.insert(place(target), std::move(moved));
 }
 
 std::optional<Hotkey> SettingsModel::hotkey(std::string const& name) const

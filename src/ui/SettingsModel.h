@@ -34,6 +34,8 @@ public:
     std::optional<std::string> unpin(std::size_t row);
     /// Moves the first entry of that name into the gap above row `gap`; whether there is one.
     bool move(std::string const& name, std::size_t gap);
+    /// Moves the entry at row `from` so that it is row `target`; both exist.
+    void moveRow(std::size_t from, std::size_t target);
 
     void setHotkey(std::string const& name, Hotkey hotkey) { recordedHotkeys_[name] = hotkey; }
     void setLoginFlag(std::string const& name, bool isOn) { loginFlags_[name] = isOn; }

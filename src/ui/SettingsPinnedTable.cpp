@@ -53,6 +53,10 @@ void SettingsWindowController::bindPinnedTable()
         = weakly(*this, [](Self& self, std::string const& text, std::size_t gap) {
               return self.acceptDrop(text, gap);
           });
+    pinnedTable_->moveRow = weakly(*this, [](Self& self, std::size_t row, std::size_t target) {
+        self.model_.moveRow(row, target);
+        self.reloadPinnedTable();
+    });
     pinnedTable_->reloadData();
 }
 

@@ -64,13 +64,22 @@ TEST_F(Running, OnlyTheFirstFailure_asksForTheRightAndIsShownWithIt)
         runToEnd("A", succeeds);
         EXPECT_EQ(callCount("requestNotificationAuthorization"), 0);
         runToEnd("B", fails);
-        runToEnd("B", fails);
+        runToEnd("B&é", fails);
         EXPECT_EQ(callCount("requestNotificationAuthorization"), 1);
         EXPECT_THAT(record.postedNotifications,
             SizeIs(answer == NotificationAuthorization::Denied ? 0 : 2));
     }
     EXPECT_EQ(record.postedNotifications[0].life, platform::NotificationLife::Kept);
     EXPECT_NE(record.postedNotifications[0].identifier, record.postedNotifications[1].identifier);
+    EXPECT_EQ(record.postedNotifications[1].address, "shortcuts://open-shortcut?name=B%26%C3%A9");
+}
+
+TEST_F(Running, ByName_isForPinsOnly)
+{
+    start(config);
+    EXPECT_FALSE(app->runPinned("Z"));
+    EXPECT_TRUE(app->runPinned("B"));
+    EXPECT_THAT(runNames(), ElementsAre("B"));
 }
 
 TEST_F(Running, RunAll_keepsItsScheduleAndItsNames)

@@ -1,4 +1,5 @@
 #include "contract/Backend.h"
+#include "platform/view/Button.h"
 #include "platform/view/Label.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/TextField.h"
@@ -45,6 +46,23 @@ TEST_F(ViewWindows, Tab_visitsWhatIsVisibleAndOnInTheOrderOfAdding)
     EXPECT_EQ(window->firstResponder(), last);
     last->removeFromSuperview();
     EXPECT_EQ(window->firstResponder(), nullptr);
+}
+
+TEST_F(ViewWindows, FocusedButton_isPressedByReturnAndLeftByArrows)
+{
+    auto const add = [&] { return window->contentView().addSubview(std::make_shared<Button>()); };
+    auto const first = add();
+    auto const second = add();
+    int clicks = 0;
+    first->onClick = [&] { ++clicks; };
+    window->makeKeyAndOrderFront();
+    window->makeFirstResponder(first);
+    window->userPressedKey({ key::returnKey, 0 });
+    EXPECT_EQ(clicks, 1);
+    for (auto const& expected : { second, first, second }) {
+        window->userPressedKey({ expected == second ? key::downArrow : key::leftArrow, 0 });
+        EXPECT_EQ(window->firstResponder(), expected);
+    }
 }
 
 class ScrolledList : public ViewWindows {

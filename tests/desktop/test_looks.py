@@ -39,17 +39,36 @@ def test_windows_have_the_desktops_colours_from_the_first_one_on(program):
         alert.screen.press("Escape")
 
 
-def test_without_a_portal_the_name_of_the_gtk_theme_tells(program):
+def test_without_a_portal_the_names_of_theme_and_font_of_gtk_tell(program):
     program.pin("A")
     program.start()
     about = program.open_about()
     wait_dark(about, False)
     configuration = os.path.join(program.home, "xsettingsd.conf")
     with open(configuration, "w", encoding="utf-8") as file:
-        file.write('Xft/DPI 98304\nNet/ThemeName "Adwaita-dark"\n')
+        file.write('Xft/DPI 98304\nNet/ThemeName "Adwaita-dark"\nGtk/FontName "Sans Bold 22"\n')
     manager = program.desktop.start(["xsettingsd", "--config", configuration])
     wait_dark(about)
+    width = about.area()[2]
+    program.stop()
+    program.start()
+    assert program.open_about().area()[2] == 2 * width
     program.desktop.processes.end(manager)
+
+
+def test_windows_and_menu_grow_alike_with_the_desktops_text(program):
+    program.pin("A")
+    sizes = []
+    for points in (10, 20):
+        with open(os.path.join(program.config_home, "kdeglobals"), "w", encoding="utf-8") as file:
+            file.write(f"[General]\nfont=Sans,{points},-1,5,50,0,0,0,0,0\n")
+        program.start(XDG_CURRENT_DESKTOP="KDE")
+        window = program.open_settings()
+        sizes.append(window.area()[2:])
+        window.dismiss()
+        sizes[-1] += program.open_own_menu()[3:]
+        program.stop()
+    assert sizes[1] == pytest.approx([2 * length for length in sizes[0]], rel=0.02)
 
 
 # The last test, for the scale stays.

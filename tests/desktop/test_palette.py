@@ -60,6 +60,10 @@ def test_hotkey_brings_the_palette_before_other_windows_with_the_keyboard(progra
         again = program.open_palette()
         assert (again.id, len(program.windows())) == (palette.id, 1)
         assert palette.elements("text")[0].text() == "be"
+        other.display.create_resource_object("window", palette.id).unmap()
+        other.display.sync()
+        palette.wait_closed()
+        assert program.open_palette().id == palette.id
         screen.press("Return")
         palette.wait_closed()
     program.wait_for_runs("Beta")

@@ -1,5 +1,6 @@
 """One start with its runs and reports, a second start, and the end."""
 
+import contextlib
 import os
 import signal
 
@@ -36,7 +37,27 @@ def test_from_the_start_to_the_end(program):
     assert not program.desktop.runtime_files()
 
 
+def handle_addresses(program):
+    """What opens shortcuts:// notes the address and the token that it came with."""
+    program.add_shortcut("note", 'echo "$1 $XDG_ACTIVATION_TOKEN" >"$HOME/opened"')
+    folder = os.path.join(program.data, "applications")
+    os.makedirs(folder)
+    with open(os.path.join(folder, "note.desktop"), "w", encoding="utf-8") as file:
+        file.write("[Desktop Entry]\nType=Application\nName=Note\n"
+                   f"Exec={program.shortcuts_folder}/note %u\n"
+                   "MimeType=x-scheme-handler/shortcuts;\n")
+    with open(os.path.join(folder, "mimeinfo.cache"), "w", encoding="utf-8") as file:
+        file.write("[MIME Cache]\nx-scheme-handler/shortcuts=note.desktop;\n")
+
+
+def opened(program):
+    with contextlib.suppress(FileNotFoundError):
+        with open(os.path.join(program.home, "opened"), encoding="utf-8") as file:
+            return file.read()
+
+
 def test_success_is_told_quietly_and_failure_with_a_sound(program):
+    handle_addresses(program)
     program.add_shortcut("Broken", "exit 3")
     program.pin("Say hello", "Broken")
     tray = program.start()
@@ -53,4 +74,7 @@ def test_success_is_told_quietly_and_failure_with_a_sound(program):
     assert "“Broken” couldn’t run." in shown["body"]
     assert shown["hints"]["sound-name"] == "dialog-error"
     assert not shown["hints"].get("suppress-sound")
+    program.desktop.notifications.click(number=1, token="of-the-click")
+    wait_until(lambda: opened(program) == "shortcuts://open-shortcut?name=Broken of-the-click\n",
+               lambda: f"a click opens {opened(program)}")
     assert program.stop(signal.SIGINT) == 0

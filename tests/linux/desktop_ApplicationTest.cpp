@@ -26,9 +26,9 @@ std::string call(QString const& method, QVariantList const& arguments)
     return ask(QDBusConnection::sessionBus(), message).errorName().toStdString();
 }
 
-std::string act(QString const& action)
+std::string act(QString const& action, QVariantList const& parameter = {})
 {
-    return call("ActivateAction", { action, QVariantList {}, QVariantMap {} });
+    return call("ActivateAction", { action, parameter, QVariantMap {} });
 }
 
 TEST(Applications, StartByTheBus_opensNothingOfItself)
@@ -51,6 +51,10 @@ TEST(Applications, StartByTheBus_opensNothingOfItself)
     EXPECT_EQ(mailbox.nextLine(), "palette");
     EXPECT_EQ(call("Open", { QStringList {}, QVariantMap {} }), "");
     EXPECT_EQ(mailbox.nextLine(), "settings");
+    EXPECT_EQ(act("run", { "Ä" }), "");
+    EXPECT_EQ(mailbox.nextLine(), "run Ä");
+    EXPECT_NE(act("run", { "B" }), "");
+    EXPECT_EQ(mailbox.nextLine(), "run B");
     EXPECT_NE(act("about"), "");
     EXPECT_EQ(act("quit"), "");
     EXPECT_EQ(mailbox.nextLine(), "gone");

@@ -35,6 +35,11 @@ struct Driver : ApplicationDelegate, std::enable_shared_from_this<Driver> {
     }
     void openSettings() override { tell("settings"); }
     void openPalette() override { tell("palette"); }
+    bool runPinned(std::string const& name) override
+    {
+        tell("run " + name);
+        return name == "Ä";
+    }
 };
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "linux/widgets_Application.h"
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "ui/AboutWindowController.h"
@@ -86,6 +87,25 @@ TEST(Image, IconOfTheWindowsIsTheLaunchersWithTheHeartInTheMiddle)
     }
     EXPECT_LT(different, 100) << "more than its edges";
     EXPECT_EQ(heart, QRect(25, 25, 78, 78));
+}
+
+TEST(ContrastTest, ColoursGoAsFarTowardsBlackOrWhiteAsTheirGroundAsksFor)
+{
+    struct Case {
+        QColor color;
+        QColor ground;
+        QColor legible;
+    };
+    Case const cases[] {
+        { QColor(0, 0, 0, 166), Qt::white, QColor(0, 0, 0, 166) },
+        { QColor(0, 0, 0, 64), Qt::white, 0x747474 },
+        { 0x3584e4, 0x2b2b2b, 0x6295e7 },
+        { 0x308cc6, Qt::white, 0x297aad },
+        // White cannot be told from it, nor is there anything whiter.
+        { Qt::white, 0xf0e000, 0x5f5f5f },
+    };
+    for (auto const& [color, ground, expected] : cases)
+        EXPECT_EQ(legible(color, ground, 4.7).name(), expected.name());
 }
 
 } // namespace

@@ -173,7 +173,7 @@ TEST_F(PortalHotkeysTest, TakenAtCreation_isNotBoundAndShowsItsKeysInTheNextSess
 {
     startPortal();
     portal->takesAtCreation = true;
-    portal->taken = { u"CTRL+ALT+b"_s };
+    portal->taken = { u"ALT+CTRL+b"_s };
     startHotkeys();
     claim(keyT, 1, "Quick open");
     claim(keyB, 2, "Run “B”");

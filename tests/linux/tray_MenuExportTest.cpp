@@ -55,7 +55,7 @@ TEST(MenuExportLabel, IsOneLineThatNoMenuHasToCut)
 TEST(MenuExportShortcut, NamesModifiersAsHostsReadThem)
 {
     EXPECT_EQ(exportedShortcut({ "Z", commandKey | optionKey }),
-        QStringList({ "Alt", "Shift", "Super", "z" }));
+        QStringList({ "Super", "Alt", "Shift", "z" }));
     for (auto const& [desktop, comma] : { std::pair { "XFCE", "comma" }, { "KDE", "," } }) {
         qputenv("XDG_CURRENT_DESKTOP", desktop);
         EXPECT_EQ(exportedShortcut({ ",", commandKey }), QStringList({ "Super", comma }));

@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScreen>
 
 namespace quillbar::platform {
 namespace {
@@ -32,13 +33,29 @@ TEST_F(Controls, KeysOnAClosedPopUp_openItAndChangeNothing)
     EXPECT_EQ(popUp->selectedIndex(), 1u);
 }
 
-TEST_F(Controls, CheckBox_isAsLargeForAssistiveTechnologyAsItsFrame)
+TEST_F(Controls, CheckBox_isAsLargeForAssistiveTechnologyAsItsFrameAndKeepsTheFocus)
 {
     auto const box
         = add(std::make_shared<Button>(ButtonStyle::CheckBox, "Login"), { 9, 7, 58, 16 });
     auto& widget = widgetOf(*box);
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&widget)->rect(),
         QRect(widget.mapToGlobal(QPoint()), widget.size()));
+    window->makeFirstResponder(box);
+    QTest::keyClick(&widget, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_TRUE(widget.hasFocus());
+}
+
+TEST_F(Controls, WindowHigherThanTheScreen_scrollsToTheControlThatGetsTheFocus)
+{
+    auto const high = std::make_shared<Window>(Size { 300, 3000 }, WindowStyle::TitledClosable);
+    auto const button
+        = high->contentView().addSubview(std::make_shared<Button>(ButtonStyle::Push, "Save"));
+    button->setFrame({ 10, 2960, 80, 24 });
+    high->makeKeyAndOrderFront();
+    EXPECT_TRUE(high->native()->screen()->availableGeometry().contains(high->native()->geometry()));
+    EXPECT_TRUE(widgetOf(*button).visibleRegion().isEmpty());
+    high->makeFirstResponder(button);
+    EXPECT_EQ(widgetOf(*button).visibleRegion(), widgetOf(*button).rect());
 }
 
 TEST_F(Controls, TypedText_arrivesAndACompositionOnlyWhenItIsDone)

@@ -39,17 +39,21 @@ TEST_F(Keys, RepeatsOfARecordedKey_goNowhere)
 {
     auto const other = add(std::make_shared<TextField>(), { 10, 50, 200, 30 });
     constexpr quint32 tabScanCode = 15 + 8;
-    auto const pressTab = [&](bool isRepeat) {
-        QKeyEvent event(
-            QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, tabScanCode, 0, 0, {}, isRepeat);
+    auto const sendTab = [&](QEvent::Type type, bool isRepeat, quint64 time) {
+        QKeyEvent event(type, Qt::Key_Tab, Qt::NoModifier, tabScanCode, 0, 0, {}, isRepeat);
+        event.setTimestamp(time);
         auto* const grabber = QWidget::keyboardGrabber();
         QApplication::sendEvent(grabber ? grabber : QApplication::focusWidget(), &event);
     };
+    auto const pressTab = [&](bool isRepeat) { sendTab(QEvent::KeyPress, isRepeat, 1); };
     auto recorder = addKeyDownMonitor(
         [](KeyEvent const&) { return KeyEventResult::Consume; }, KeyMonitorReach::GrabKeyboard);
     pressTab(false);
     recorder.reset();
     pressTab(true);
+    // Under load Qt takes a repeat for these two.
+    sendTab(QEvent::KeyRelease, false, 2);
+    sendTab(QEvent::KeyPress, false, 2);
     EXPECT_EQ(window->firstResponder(), field);
     pressTab(false);
     EXPECT_EQ(window->firstResponder(), other);

@@ -2,14 +2,15 @@
 #include "platform/linux/input/UserAction.h"
 
 #include <memory>
+#include <thread>
 
 namespace quillbar::platform {
 namespace {
 
 using namespace quillbar::testing;
 
-/// Counts how often the process's sockets had something to read: the server tells auto-repeats to
-/// nobody but the holder of the grab.
+/// Counts what other threads handed to this one: the server tells auto-repeats to nobody but the
+/// holder of the grab.
 class ReadCounter : public QObject {
 public:
     ReadCounter() { QCoreApplication::instance()->installEventFilter(this); }
@@ -18,7 +19,7 @@ public:
 
     bool eventFilter(QObject* /*watched*/, QEvent* event) override
     {
-        count_ += event->type() == QEvent::SockAct ? 1 : 0;
+        count_ += event->type() == QEvent::MetaCall ? 1 : 0;
         return false;
     }
 
@@ -63,6 +64,21 @@ TEST_F(X11HotkeysTest, HeldKey_firesOnce)
 
     other.tap({ keySuper, keyT });
     EXPECT_EQ(firedUntilNow(), Ids { 7 });
+}
+
+TEST_F(X11HotkeysTest, StalledProgram_holdsTheKeyboardForAMomentOnly)
+{
+    auto const hotkey = claim(codeT, commandKey, 7);
+    OtherClient watcher;
+    watcher.watchUnusedKeys();
+    // No event of this thread is handled meanwhile.
+    for (int round = 0; round < 3; ++round) {
+        other.tap({ keySuper, keyT });
+        other.tap({ keyF13 });
+        while (!std::ranges::count(watcher.takePresses(), keyF13))
+            std::this_thread::yield();
+    }
+    EXPECT_EQ(firedUntilNow(), (Ids { 7, 7, 7 }));
 }
 
 TEST_F(X11HotkeysTest, RolledKeys_fireEachAndAgain)

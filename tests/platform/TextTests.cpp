@@ -34,6 +34,7 @@ TEST(Text, Isolated_closesInWhatTurnsLinesAround)
     };
     for (auto const& [text, expected] : cases)
         EXPECT_EQ(isolated(text), expected);
+    EXPECT_EQ(isolated(std::string(1023, 'a') + "é"), std::string(1023, 'a') + "…");
 }
 
 TEST(TextDeathTest, UpperCased_followsTheLanguage)

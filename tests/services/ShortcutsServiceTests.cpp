@@ -21,6 +21,7 @@ TEST(ShortcutNames, EveryNewline_separatesAndEmptyLinesAreNoNames)
     std::vector<Case> const cases {
         { "\n\r\n\n", {} },
         { "B\nA\n\nc\r\nA\n", { "A", "A", "B", "c" } },
+        { std::string(256, 'x') + "\nA\n" + std::string(255, 'x'), { "A", std::string(255, 'x') } },
         { "last without newline", { "last without newline" } },
         { "a\xC2\x85"
           "b\xE2\x80\xA8\v\f\r\xE2\x80\xA9"

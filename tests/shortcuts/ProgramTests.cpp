@@ -23,11 +23,14 @@ TEST(Program, List_printsOneNameALine)
     scratch.script("日本 👍");
     scratch.script("-a");
     scratch.script("two\nlines");
+    chmod(scratch.script("forgotten").c_str(), 0644);
+    Scratch::write(scratch.own / "notes.txt", "notes", 0644);
     auto const outcome = scratch.run({ "list" });
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "-a\nb & <c>_d\n日本 👍\n");
     EXPECT_THAT(outcome.errors, StartsWith("shortcuts: ignoring "));
-    EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("chmod +x '" + (scratch.own / "forgotten").string()));
+    EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 2);
 }
 
 TEST(Program, List_failsWhereItIsNotAllOrCannotBeWritten)
@@ -120,6 +123,9 @@ TEST(Program, Run_startsDesktopEntries)
     EXPECT_EQ(scratch.run({ "run", "Tool: Other" }).output, work + "\n<other>\n");
     EXPECT_EQ(scratch.run({ "run", "Terminal tool" }).output,
         "terminal\n" + scratch.home.string() + "\n<x>\n");
+    Scratch::write(scratch.programs / "xdg-terminal-exec", "#!/bin/sh\necho chosen; exec \"$@\"\n");
+    scratch.script("script", "# shortcuts: terminal\necho inside");
+    EXPECT_EQ(scratch.run({ "run", "script" }).output, "chosen\ninside\n");
 }
 
 TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
@@ -153,6 +159,8 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
     } const cases[] = {
         { "unknown\x1B", 1, "no shortcut is named \"unknown\\x1B\"" },
         { "Plain", 1, "shortcuts list" },
+        { "losd.sh", 1, "did you mean \"lost\"?" },
+        { "Foreign", 1, "did you mean \"foreign\"?" },
         { "", 1, "no shortcut" },
         { "plain", 126, "chmod +x '" },
         { "plain.sh", 126, "chmod +x '" },
@@ -174,6 +182,8 @@ TEST(Program, Run_tellsWhatIsWrongAndWhatHelps)
         EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1) << outcome.errors;
         EXPECT_EQ(outcome.output, "");
     }
+    scratch.variables["PATH"] = ".";
+    EXPECT_EQ(scratch.run({ "run", "in no folder" }).status, 127);
     scratch.variables["PATH"] = scratch.programs;
     EXPECT_THAT(scratch.run({ "run", "no terminal" }).errors, HasSubstr("x-terminal-emulator"));
 }
@@ -189,8 +199,8 @@ TEST(Program, Open_makesAPrivateFolderAndShowsIt)
     ASSERT_EQ(stat(own.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0700U);
     EXPECT_THAT(contents(scratch.own / "README.txt"), HasSubstr("chmod +x"));
-    EXPECT_EQ(scratch.run({ "list" }).output, "");
-    EXPECT_THAT(scratch.run({ "run", "Say hello" }).errors, HasSubstr("chmod +x"));
+    EXPECT_EQ(scratch.run({ "list" }).output, "Say hello\n");
+    EXPECT_THAT(scratch.run({ "run", "Say hello" }).output, StartsWith("Hello from "));
 
     std::filesystem::remove(scratch.own / "README.txt");
     EXPECT_EQ(scratch.run({ "open" }).output, "2 open " + own + "\n");
@@ -213,6 +223,12 @@ TEST(Program, Open_runsNothingWhateverTheAddressSays)
         "x", "run", "--help", "../../x", "$(touch " + mark.string() + ")", "file:///bin/sh", "" };
     for (auto const& address : addresses)
         EXPECT_EQ(scratch.run({ "open", address }).output, "open " + own + "\n") << address;
+    for (auto const* name : { "x", "gone", "..%2Fx", "--help", "$(touch%20mark)" }) {
+        auto const address = std::string("shortcuts://open-shortcut?name=") + name;
+        EXPECT_EQ(scratch.run({ "open", address }).status, name == std::string("x") ? 0 : 1);
+    }
+    EXPECT_EQ(contents(scratch.logs / "x.log"),
+        "x has not run without a terminal yet\n" + (scratch.own / "x").string() + "\n");
     EXPECT_FALSE(std::filesystem::exists(mark));
     // What is forbidden to addresses, a person may do.
     EXPECT_EQ(scratch.run({ "run", "x" }).status, 0);

@@ -62,7 +62,7 @@ Outcome Scratch::run(std::vector<std::string> arguments, std::filesystem::path o
     std::vector<std::string> settings;
     for (auto const& [name, value] : variables)
         settings.emplace_back(name).append("=").append(value);
-    auto const errors = home / "errors.txt";
+    auto const errors = output == "/dev/null" ? output : home / "errors.txt";
     if (output.empty())
         output = home / "output.txt";
 
@@ -72,8 +72,11 @@ Outcome Scratch::run(std::vector<std::string> arguments, std::filesystem::path o
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), flags, 0600);
     posix_spawn_file_actions_addopen(&actions, 2, errors.c_str(), flags, 0600);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     pid_t child = 0;
-    auto const error = posix_spawn(&child, SHORTCUTS_PROGRAM, &actions, nullptr,
+    auto const error = posix_spawn(&child, SHORTCUTS_PROGRAM, &actions, &attributes,
         pointers(arguments).data(), pointers(settings).data());
     posix_spawn_file_actions_destroy(&actions);
     EXPECT_EQ(error, 0);

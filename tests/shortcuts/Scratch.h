@@ -29,6 +29,7 @@ public:
     std::filesystem::path const own = home / "data/shortcuts";
     std::filesystem::path const shared = home / "system/shortcuts";
     std::filesystem::path const programs = home / "programs";
+    std::filesystem::path const logs = home / ".local/state/shortcuts";
     /// Those of the person; tests may change them.
     std::map<std::string, std::string> variables;
 
@@ -43,7 +44,8 @@ public:
     /// The person's own; sets PATH of the test as well.
     [[nodiscard]] Environment environment() const;
 
-    /// Runs the program; standard output goes to this file when one is given.
+    /// Runs the program without a terminal; standard output goes to this file when one is given,
+    /// and errors as well when it is /dev/null.
     [[nodiscard]] Outcome run(
         std::vector<std::string> arguments, std::filesystem::path output = {}) const;
 };

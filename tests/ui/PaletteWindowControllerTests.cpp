@@ -81,6 +81,7 @@ TEST_F(PaletteWindowControllerTest, NarrowingLetterByLetterEqualsTypingAtOnce)
     EXPECT_EQ(visibleNames(), (Names { "e\xCC\x81t" }));
     ASSERT_TRUE(test::type(""));
     EXPECT_EQ(table()->numberOfRows(), 5U);
+    EXPECT_DEATH((void)table()->viewForRow(5), "row");
 }
 
 TEST_F(PaletteWindowControllerTest, NothingToRunMeansNothingHappens)

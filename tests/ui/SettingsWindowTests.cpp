@@ -109,5 +109,17 @@ TEST_F(SettingsWindow, UnpinningByKeyboard_staysInTheRow)
     EXPECT_EQ(window().firstResponder(), find("A"));
 }
 
+TEST_F(SettingsWindow, Arrows_goFromRowToRowAndMoveThatOneOfEqualNames)
+{
+    open(pinning({ "A", "B", "A" }));
+    window().makeFirstResponder(removeButton(1));
+    for (auto const& [key, modifiers, row] : { std::tuple(key::downArrow, KeyModifiers(0), 2U),
+             { key::downArrow, 0, 2U }, { key::upArrow, optionKey, 1U } }) {
+        EXPECT_TRUE(press(key, modifiers));
+        EXPECT_EQ(window().firstResponder(), removeButton(row));
+    }
+    EXPECT_EQ(pinned(), (Names { "A", "A", "B" }));
+}
+
 } // namespace
 } // namespace quillbar

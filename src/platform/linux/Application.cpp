@@ -1,6 +1,7 @@
 #include "platform/Application.h"
 
 #include "platform/MainQueue.h"
+#include "platform/linux/TextScale.h"
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/desktop/DesktopApplication.h"
 #include "platform/linux/input/UserAction.h"
@@ -10,6 +11,7 @@
 #include "platform/linux/widgets/Memory.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QSessionManager>
 
 #include <array>
@@ -68,6 +70,25 @@ void chooseTheme()
     setOwnVariable("QT_QPA_PLATFORMTHEME", isKde ? "kde" : "generic");
 }
 
+/// Scales every window by the text size, unless the person set a scale for Qt's programs.
+void scaleByTextSize()
+{
+    auto const scale = variable("QT_SCALE_FACTOR").empty() ? textScale() : 1;
+    if (scale > 1)
+        setOwnVariable("QT_SCALE_FACTOR", QByteArray::number(scale));
+}
+
+// KDE's theme brings the font in its size, which is in the scale of all windows already. Setting a
+// style makes it bring that again.
+void forgetFontSize()
+{
+    if (variable("QT_QPA_PLATFORMTHEME") != "kde")
+        return;
+    auto font = QApplication::font();
+    font.setPointSizeF(usualKdeFontSize);
+    QApplication::setFont(font);
+}
+
 void setUp(QApplication& application)
 {
     QCoreApplication::setApplicationName(QStringLiteral("Quillbar"));
@@ -120,6 +141,7 @@ private:
         noteUserAction(launchTime(tokens_.startupId));
         // First, for the start may wait for an alert to be answered.
         colorScheme_.follow();
+        forgetFontSize();
         delegate_ = makeDelegate_();
         delegate_->applicationDidFinishLaunching();
         onTheDesktop_.serve(delegate_);
@@ -145,6 +167,7 @@ int runApplication(int /*argumentCount*/, char** arguments, MakeDelegate const& 
     }
     auto tokens = LaunchTokens::fromEnvironment();
     chooseTheme();
+    scaleByTextSize();
     // The program has no options, nor has Qt any here.
     int count = 1;
     std::array<char*, 2> nameOnly { arguments[0], nullptr };

@@ -2,6 +2,7 @@
 
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/input/HotkeyBackend.h"
+#include "platform/linux/input/ModifierTable.h"
 #include "platform/linux/portal/PortalHotkeys.h"
 #include "platform/linux/x11/X11Hotkeys.h"
 
@@ -41,18 +42,6 @@ void firePressed(std::uint32_t id)
     // A copy: the handler may be replaced while it runs.
     if (auto const handler = pressHandler())
         handler(id);
-}
-
-/// In the order of the symbols that stand for them in the windows.
-std::string modifierNames(KeyModifiers modifiers)
-{
-    std::string names;
-    for (auto const& [bit, name] : { std::pair { commandKey, "Super+" }, { optionKey, "Alt+" },
-             { controlKey, "Control+" }, { shiftKey, "Shift+" } }) {
-        if ((modifiers & bit) != 0)
-            names += name;
-    }
-    return names;
 }
 
 using Observers = std::map<std::uint64_t, std::function<void()>>;
@@ -121,7 +110,7 @@ std::vector<std::string> hotkeyNames(std::vector<KeyCombination> const& combinat
     auto names = backend().keyNames(keyCodes);
     for (std::size_t index = 0; index < names.size(); ++index) {
         if (!names[index].empty())
-            names[index].insert(0, modifierNames(combinations[index].modifiers));
+            names[index].insert(0, modifierText(combinations[index].modifiers, &ModifierRow::name));
     }
     return names;
 }

@@ -128,25 +128,43 @@ bool TableView::userDropped(std::string const& text, std::size_t gap)
     return callback && gap <= numberOfRows_ && callback(text, gap);
 }
 
-bool TableView::userMoved(std::size_t row, RowMove move)
+void TableView::userMoved(std::size_t row, RowMove move)
 {
     auto const self = weak_from_this().lock();
-    auto const text = dragText(row);
-    bool const isAtEnd = move == RowMove::Up ? row == 0 : row + 1 >= numberOfRows_;
-    if (!text || isAtEnd)
-        return false;
-    auto const rowView = viewAtRow(row);
+    auto const target = neighbour(row, move);
+    if (!target || !moveRow)
+        return;
+    auto const focused = focusedControlOf(row);
+    auto const callback = moveRow;
+    callback(row, *target);
+    if (focused)
+        focusControl(*target, *focused);
+    else
+        scrollRowToVisible(*target);
+}
+
+std::optional<std::size_t> TableView::neighbour(std::size_t row, RowMove move) const
+{
+    if (move == RowMove::Up)
+        return row > 0 ? std::optional(row - 1) : std::nullopt;
+    return row + 1 < numberOfRows_ ? std::optional(row + 1) : std::nullopt;
+}
+
+std::optional<std::vector<std::size_t>> TableView::focusedControlOf(std::size_t row) const
+{
+    auto const view = viewAtRow(row);
     auto const focused = window() ? window()->firstResponder() : nullptr;
-    bool const hasFocus = rowView && focused && focused->isDescendantOf(*rowView);
-    auto const path = hasFocus ? pathBetween(*rowView, *focused) : std::vector<std::size_t>();
-    if (!userDropped(*text, move == RowMove::Up ? row - 1 : row + 2))
-        return false;
-    auto const target = move == RowMove::Up ? row - 1 : row + 1;
-    scrollRowToVisible(target);
-    auto const targetView = viewAtRow(target);
-    if (hasFocus && targetView && window())
-        window()->makeFirstResponder(follow(targetView, path));
-    return true;
+    if (!view || !focused || !focused->isDescendantOf(*view))
+        return std::nullopt;
+    return pathBetween(*view, *focused);
+}
+
+void TableView::focusControl(std::size_t row, std::vector<std::size_t> const& place)
+{
+    scrollRowToVisible(row);
+    auto const view = viewAtRow(row);
+    if (view && window())
+        window()->makeFirstResponder(follow(view, place));
 }
 
 std::vector<std::shared_ptr<View>> TableView::keyOrder() const
@@ -161,10 +179,14 @@ KeyEventResult TableView::keyDown(KeyEvent const& event)
 {
     bool const isArrow = event.keyCode == key::upArrow || event.keyCode == key::downArrow;
     auto const focused = window() ? window()->firstResponder() : nullptr;
-    if (!isArrow || event.modifiers != optionKey || !focused || !acceptDrop)
+    auto const row = isArrow && focused ? rowOf(*focused) : std::nullopt;
+    if (!row || (event.modifiers & ~optionKey) != 0)
         return KeyEventResult::Pass;
-    if (auto const row = rowOf(*focused))
-        userMoved(*row, event.keyCode == key::upArrow ? RowMove::Up : RowMove::Down);
+    auto const move = event.keyCode == key::upArrow ? RowMove::Up : RowMove::Down;
+    if (event.modifiers == optionKey)
+        userMoved(*row, move);
+    else if (auto const target = neighbour(*row, move))
+        focusControl(*target, *focusedControlOf(*row));
     return KeyEventResult::Consume;
 }
 

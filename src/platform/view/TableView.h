@@ -38,6 +38,9 @@ public:
     /// A row's drag text was dropped above row `gap`, or below the last row; whether it is taken.
     /// May destroy the table.
     std::function<bool(std::string const& text, std::size_t gap)> acceptDrop;
+    /// The row changes places with the next one up or down, which exists; without this callback no
+    /// row can be moved by keyboard.
+    std::function<void(std::size_t row, std::size_t target)> moveRow;
     /// The row is clickedRow(). May destroy the table.
     std::function<void()> onDoubleClick;
 
@@ -70,12 +73,12 @@ public:
     void userDoubleClicked(std::optional<std::size_t> row);
     /// Whether the drop was taken.
     bool userDropped(std::string const& text, std::size_t gap);
-    /// A person moved the row by keyboard, which is a drop beside its neighbour. The focus goes
-    /// along. Whether it was taken.
-    bool userMoved(std::size_t row, RowMove move);
+    /// A person moved the row by keyboard. The focus goes along.
+    void userMoved(std::size_t row, RowMove move);
 
     [[nodiscard]] std::vector<std::shared_ptr<View>> keyOrder() const override;
-    /// Option with an arrow key moves the focused row.
+    /// From the focused control the up and down arrows go to the same one of the next row; with
+    /// Option they take the row along.
     KeyEventResult keyDown(KeyEvent const& event) override;
 
 protected:
@@ -90,6 +93,10 @@ private:
 
     void fitContent();
     void tile();
+    [[nodiscard]] std::optional<std::size_t> neighbour(std::size_t row, RowMove move) const;
+    /// By its place in the row; nothing when the focus is elsewhere.
+    [[nodiscard]] std::optional<std::vector<std::size_t>> focusedControlOf(std::size_t row) const;
+    void focusControl(std::size_t row, std::vector<std::size_t> const& place);
     void retireRows(std::size_t first, std::size_t last);
     void showRow(std::size_t row);
 

@@ -27,13 +27,29 @@ void collectKeyViews(std::shared_ptr<View> const& view, Views& found)
         collectKeyViews(subview, found);
 }
 
+/// Which way a key moves the focus through the controls; 0 for other keys. Arrows do so where the
+/// focused control has no use of its own for them.
+int focusStep(KeyEvent const& event, View const* focused)
+{
+    if (event.keyCode == key::tab && (event.modifiers & ~shiftKey) == 0)
+        return event.modifiers == shiftKey ? -1 : 1;
+    bool const isButton = focused && focused->kind() == ViewKind::Button;
+    bool const isPopUp = focused && focused->kind() == ViewKind::PopUpButton;
+    if (event.modifiers != 0 || (!isButton && !isPopUp))
+        return 0;
+    if (event.keyCode == key::leftArrow || (isButton && event.keyCode == key::upArrow))
+        return -1;
+    bool const isDown = isButton && event.keyCode == key::downArrow;
+    return event.keyCode == key::rightArrow || isDown ? 1 : 0;
+}
+
 std::shared_ptr<View> defaultButtonIn(std::shared_ptr<View> const& view)
 {
     if (view->isHidden())
         return nullptr;
     if (view->kind() == ViewKind::Button) {
         auto const& button = static_cast<Button const&>(*view);
-        if (button.isEnabled() && button.keyEquivalent() == ButtonKey::Return)
+        if (button.keyEquivalent() == ButtonKey::Return)
             return view;
     }
     for (auto const& subview : view->subviews()) {
@@ -188,9 +204,10 @@ KeyEventResult Window::userPressedKey(KeyEvent const& event)
             return KeyEventResult::Consume;
         view = view->superview() ? view->superview()->weak_from_this().lock() : nullptr;
     }
-    if (event.keyCode != key::tab || (event.modifiers & ~shiftKey) != 0)
+    auto const step = focusStep(event, firstResponder().get());
+    if (step == 0)
         return KeyEventResult::Pass;
-    moveFocus(event.modifiers == shiftKey ? -1 : 1);
+    moveFocus(step);
     return KeyEventResult::Consume;
 }
 
@@ -199,8 +216,10 @@ KeyEventResult Window::performKeyEquivalent(KeyEvent const& event)
     if (event.modifiers != 0
         || (event.keyCode != key::returnKey && event.keyCode != key::keypadEnter))
         return KeyEventResult::Pass;
-    auto const button = defaultButtonIn(contentView_);
+    auto button = defaultButtonIn(contentView_);
     if (!button)
+        button = firstResponder();
+    if (!button || button->kind() != ViewKind::Button || !button->acceptsFirstResponder())
         return KeyEventResult::Pass;
     static_cast<Button&>(*button).userClicked();
     return KeyEventResult::Consume;

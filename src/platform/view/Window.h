@@ -26,7 +26,8 @@ struct NativeWindowDeleter {
 };
 
 /// A window on the screen, which stays visible when another program becomes active. Made with
-/// std::make_shared; it appears when it is first ordered front. Main thread.
+/// std::make_shared; it appears when it is first ordered front. On a screen that is too low for it,
+/// the backend shows a part of the content, which a person scrolls, as does the focus. Main thread.
 class Window : public std::enable_shared_from_this<Window> {
 public:
     Window(Size contentSize, WindowStyle style)
@@ -40,7 +41,7 @@ public:
     void setTitle(std::string title);
     void setLevel(WindowLevel level);
     void setBackground(WindowBackground background);
-    /// Compositors draw no shadow around a clear window; a backend may draw a stronger border then.
+    /// Where the system draws no shadow around a clear window, a backend draws a stronger border.
     void setHasShadow(bool hasShadow);
     void setMovableByBackground(bool isMovable);
     /// Replaces the view that fills the window.
@@ -91,7 +92,8 @@ public:
     /// A person moved the keyboard focus with the native side's own means.
     void userFocused(std::shared_ptr<View> const& view);
     /// A key press that no monitor consumed: a key equivalent, a view around the focus, then Tab
-    /// answer to it. What passes is for the native side. May destroy the window.
+    /// and arrows answer to it. Without a default button Return is for the focused one. What passes
+    /// is for the native side. May destroy the window.
     KeyEventResult userPressedKey(KeyEvent const& event);
 
 protected:

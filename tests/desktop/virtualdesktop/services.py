@@ -72,11 +72,18 @@ class Notifications(Service):
         <arg direction="in" type="a{{sv}}"/><arg direction="in" type="i"/>
         <arg direction="out" type="u"/>
       </method>
+      <signal name="ActivationToken"><arg type="u"/><arg type="s"/></signal>
+      <signal name="ActionInvoked"><arg type="u"/><arg type="s"/></signal>
     </interface></node>"""
 
     def __init__(self, desktop):
         super().__init__(desktop)
         self.clear()
+
+    def click(self, number, token):
+        for signal, value in ("ActivationToken", token), ("ActionInvoked", "default"):
+            self._bus.connection.emit_signal(
+                None, self.PATH, self.NAME, signal, GLib.Variant("(us)", (number, value)))
 
     def shown(self):
         """Everything shown since the start or the last clear(), oldest first."""
@@ -87,9 +94,10 @@ class Notifications(Service):
 
     def answer(self, method, *values):
         if method == "GetCapabilities":
-            return GLib.Variant("(as)", (["body", "body-markup"],))
-        _, _, _, summary, body, _, hints, _ = values
-        self._shown.append({"summary": summary, "body": body, "hints": hints})
+            return GLib.Variant("(as)", (["actions", "body", "body-markup"],))
+        _, _, _, summary, body, actions, hints, _ = values
+        self._shown.append(
+            {"summary": summary, "body": body, "actions": actions, "hints": hints})
         return GLib.Variant("(u)", (len(self._shown),))
 
 

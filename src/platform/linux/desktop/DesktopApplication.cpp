@@ -102,12 +102,14 @@ void DesktopApplication::Open(QStringList const& /*uris*/, QVariantMap const& pl
 }
 
 void DesktopApplication::ActivateAction(
-    QString const& name, QVariantList const& /*parameter*/, QVariantMap const& platformData)
+    QString const& name, QVariantList const& parameter, QVariantMap const& platformData)
 {
     if (name == "palette"_L1)
         perform(&ApplicationDelegate::openPalette, platformData);
     else if (name == "settings"_L1)
         perform(&ApplicationDelegate::openSettings, platformData);
+    else if (name == "run"_L1)
+        runPinned(parameter.value(0).toString());
     else if (name == "quit"_L1)
         terminate();
     else
@@ -128,6 +130,26 @@ void DesktopApplication::perform(Request request, QVariantMap const& platformDat
         waiting_.emplace_back(std::move(work));
     else
         QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
+}
+
+void DesktopApplication::runPinned(QString const& name)
+{
+    // Answered when it is carried out: what is pinned is known only after the start.
+    setDelayedReply(true);
+    auto const work = [this, name, call = message()] {
+        auto const delegate = delegate_.lock();
+        if (!delegate)
+            return;
+        auto const isPinned = delegate->runPinned(name.toStdString());
+        QDBusConnection::sessionBus().send(isPinned
+                ? call.createReply()
+                : call.createErrorReply(
+                    QDBusError::InvalidArgs, u"No pinned shortcut is called “"_s + name + u'”'));
+    };
+    if (delegate_.expired())
+        waiting_.emplace_back(work);
+    else
+        work();
 }
 
 } // namespace quillbar::platform

@@ -65,6 +65,7 @@ private:
     using Request = void (ApplicationDelegate::*)();
 
     void perform(Request request, QVariantMap const& platformData);
+    void runPinned(QString const& name);
 
     /// Null before serve().
     std::weak_ptr<ApplicationDelegate> delegate_;

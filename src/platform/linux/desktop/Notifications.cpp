@@ -3,6 +3,7 @@
 #include "platform/MainQueue.h"
 #include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/desktop/ApplicationId.h"
+#include "platform/linux/desktop/NotificationClicks.h"
 
 #include <QStringList>
 #include <QVariantMap>
@@ -42,13 +43,16 @@ QVariantMap hints(Notification const& notification)
     return values;
 }
 
-void send(Notification const& notification, QString const& body)
+void send(Notification const& notification, QString const& body, QStringList const& actions)
 {
     auto call = serviceCall(QStringLiteral("Notify"));
-    call.setArguments({ QStringLiteral("Quillbar"), QVariant::fromValue<uint>(0),
-        QLatin1String(applicationId), QString::fromStdString(notification.title), body,
-        QStringList {}, hints(notification), -1 });
-    callOnBus(call, serviceTimeout, [](QDBusMessage const&) {});
+    call.setArguments(
+        { QStringLiteral("Quillbar"), QVariant::fromValue<uint>(0), QLatin1String(applicationId),
+            QString::fromStdString(notification.title), body, actions, hints(notification), -1 });
+    callOnBus(call, serviceTimeout, [address = notification.address](QDBusMessage const& reply) {
+        if (!address.empty() && reply.type() == QDBusMessage::ReplyMessage)
+            NotificationClicks::instance().openOnClick(reply, address);
+    });
 }
 
 /// Asks each time, as another service may have taken over.
@@ -61,7 +65,11 @@ void askAndSend(Notification const& notification)
             auto const isPlain = reply.type() == QDBusMessage::ReplyMessage
                 && !capabilities.contains(QLatin1String("body-markup"));
             auto const body = QString::fromStdString(notification.body);
-            send(notification, isPlain ? body : body.toHtmlEscaped());
+            QStringList actions;
+            // The action of a click. Xfce's service shows a button for it if it has a name.
+            if (!notification.address.empty() && capabilities.contains(QLatin1String("actions")))
+                actions = { QStringLiteral("default"), QStringLiteral("Open") };
+            send(notification, isPlain ? body : body.toHtmlEscaped(), actions);
         });
 }
 

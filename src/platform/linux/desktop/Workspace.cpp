@@ -4,6 +4,7 @@
 #include "platform/Folders.h"
 #include "platform/Notifications.h"
 #include "platform/Updater.h"
+#include "platform/linux/desktop/AddressOpener.h"
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/desktop/XdgFolders.h"
 
@@ -35,15 +36,21 @@ std::string findProgram(std::string const& name)
 
 /// Hands an address or a path to the program that the desktop has for it. `onFailure` is called
 /// later when there is none.
-void openWithDesktop(std::string const& address, std::function<void()> onFailure)
+void openWithDesktop(std::string const& address, std::function<void()> onFailure,
+    std::string const& activationToken = {})
 {
     // A program of its own: GIO would take half a megabyte and a thread here, and waits for the
     // bus.
-    runChild({ findProgram("gio"), "open", address },
-        [onFailure = std::move(onFailure)](std::optional<int> exitStatus) {
-            if (exitStatus != 0)
-                onFailure();
-        });
+    std::vector<std::string> command { findProgram("gio"), "open", address };
+    if (!activationToken.empty())
+        // Programs for Wayland look for the first, those for X11 for the second.
+        command.insert(command.begin(),
+            { findProgram("env"), "XDG_ACTIVATION_TOKEN=" + activationToken,
+                "DESKTOP_STARTUP_ID=" + activationToken });
+    runChild(command, [onFailure = std::move(onFailure)](std::optional<int> exitStatus) {
+        if (exitStatus != 0)
+            onFailure();
+    });
 }
 
 void tellFailure(std::string const& address)
@@ -126,17 +133,23 @@ public:
 
 void openAddress(std::string const& address)
 {
+    openAddress(address, {});
+}
+
+void openAddress(std::string const& address, std::string const& activationToken)
+{
     auto const* const scheme = g_uri_peek_scheme(address.c_str());
     // Without a scheme it would be a file name or even an option to the opener.
     if (!scheme)
         return;
     auto const isShortcuts = std::string_view(scheme) == "shortcuts";
-    openWithDesktop(address, [address, isShortcuts] {
+    auto const onFailure = [address, isShortcuts] {
         if (isShortcuts)
             openShortcutsFolder();
         else
             tellFailure(address);
-    });
+    };
+    openWithDesktop(address, onFailure, activationToken);
 }
 
 bool hasSecuritySettings()

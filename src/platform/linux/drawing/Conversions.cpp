@@ -1,12 +1,13 @@
 #include "platform/linux/drawing/Conversions.h"
 
+#include "platform/Text.h"
+#include "platform/linux/input/ModifierTable.h"
+
 #include <QFontDatabase>
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <utility>
 
 namespace quillbar::platform {
 
@@ -46,13 +47,6 @@ QColor systemColor(SystemColor color, QPalette const& palette)
     return text;
 }
 
-constexpr std::array<std::pair<KeyModifiers, Qt::KeyboardModifier>, 4> modifierPairs { {
-    { commandKey, Qt::MetaModifier },
-    { optionKey, Qt::AltModifier },
-    { controlKey, Qt::ControlModifier },
-    { shiftKey, Qt::ShiftModifier },
-} };
-
 QFont::Weight toQtWeight(FontWeight weight)
 {
     switch (weight) {
@@ -70,7 +64,7 @@ QFont::Weight toQtWeight(FontWeight weight)
 
 QString toQString(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromStdString(shortened(text));
 }
 
 QString withoutTabs(QString text)
@@ -112,17 +106,17 @@ bool isDark(QPalette const& palette)
 Qt::KeyboardModifiers toQtModifiers(KeyModifiers modifiers)
 {
     Qt::KeyboardModifiers result;
-    for (auto const& [portable, qt] : modifierPairs)
-        result.setFlag(qt, (modifiers & portable) != 0);
+    for (auto const& row : modifierTable)
+        result.setFlag(row.qt, (modifiers & row.modifier) != 0);
     return result;
 }
 
 KeyModifiers toKeyModifiers(Qt::KeyboardModifiers modifiers)
 {
     KeyModifiers result = 0;
-    for (auto const& [portable, qt] : modifierPairs) {
-        if (modifiers.testFlag(qt))
-            result |= portable;
+    for (auto const& row : modifierTable) {
+        if (modifiers.testFlag(row.qt))
+            result |= row.modifier;
     }
     return result;
 }

@@ -15,7 +15,7 @@
 
 namespace quillbar::platform {
 
-/// Reads UTF-8; a malformed sequence becomes U+FFFD.
+/// Reads UTF-8, shortened to what can be laid out at once; a malformed sequence becomes U+FFFD.
 [[nodiscard]] QString toQString(std::string_view text);
 
 /// With wide gaps for tabs: menus and lists of choices would take what follows one for a key.

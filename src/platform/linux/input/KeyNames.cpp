@@ -1,6 +1,6 @@
 #include "platform/linux/input/KeyNames.h"
 
-#include "platform/KeyModifiers.h"
+#include "platform/linux/input/ModifierTable.h"
 #include "platform/linux/input/VirtualKeyCodes.h"
 
 #include <xkbcommon/xkbcommon.h>
@@ -86,24 +86,12 @@ std::uint32_t usKeysym(std::uint32_t keyCode)
 
 std::optional<QString> triggerText(KeyCombination const& combination)
 {
-    struct Modifier {
-        KeyModifiers bit;
-        char const* name;
-    };
-    constexpr std::array modifiers { Modifier { controlKey, "CTRL+" },
-        Modifier { optionKey, "ALT+" }, Modifier { shiftKey, "SHIFT+" },
-        Modifier { commandKey, "LOGO+" } };
-
     auto const keysym = usKeysym(combination.keyCode);
     std::array<char, 64> key {};
     if (keysym == XKB_KEY_NoSymbol || xkb_keysym_get_name(keysym, key.data(), key.size()) <= 0)
         return std::nullopt;
-    QString text;
-    for (auto const& modifier : modifiers) {
-        if ((combination.modifiers & modifier.bit) != 0)
-            text += QLatin1String(modifier.name);
-    }
-    return text + QLatin1String(key.data());
+    return QString::fromStdString(
+        modifierText(combination.modifiers, &ModifierRow::trigger) + key.data());
 }
 
 } // namespace quillbar::platform

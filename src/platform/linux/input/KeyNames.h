@@ -16,7 +16,7 @@ namespace quillbar::platform {
 /// What a key gives on a US keyboard without modifiers, as an X keysym; 0 when no keyboard has it.
 [[nodiscard]] std::uint32_t usKeysym(std::uint32_t keyCode);
 
-/// A combination as desktops write it, "CTRL+ALT+t" or "LOGO+F5"; the key by what it types on a US
+/// A combination as desktops write it, "ALT+CTRL+t" or "LOGO+F5"; the key by what it types on a US
 /// keyboard. Nothing for a key that no keyboard has.
 [[nodiscard]] std::optional<QString> triggerText(KeyCombination const& combination);
 

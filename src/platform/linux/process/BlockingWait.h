@@ -1,20 +1,22 @@
 #pragma once
 
-#include <functional>
+#include <atomic>
 
 namespace quillbar::platform {
 
-/// The main thread answers no event as long as one lives.
+/// The main thread answers no event as long as one lives. One at a time.
 class BlockingWait {
 public:
-    BlockingWait();
+    BlockingWait() { isOngoing_ = true; }
     BlockingWait(BlockingWait const&) = delete;
     BlockingWait& operator=(BlockingWait const&) = delete;
-    ~BlockingWait();
-};
+    ~BlockingWait() { isOngoing_ = false; }
 
-/// Calls `handler` when a wait begins (true) and when it has ended (false), in place of the handler
-/// before. Main thread.
-void setBlockingWaitHandler(std::function<void(bool isWaiting)> handler);
+    /// Any thread.
+    [[nodiscard]] static bool isOngoing() { return isOngoing_; }
+
+private:
+    static inline std::atomic<bool> isOngoing_ = false;
+};
 
 } // namespace quillbar::platform

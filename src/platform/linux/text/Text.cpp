@@ -127,10 +127,23 @@ std::string upperCased(std::string_view text)
     return utf8(unicode(text).toUpper(icu::Locale::getDefault()));
 }
 
-std::string isolated(std::string_view text)
+std::string shortened(std::string_view text)
 {
-    if (isAscii(text))
+    // Four times as long as a name can be. The layout of joined characters takes square time.
+    constexpr std::size_t longest = 1024;
+    if (text.size() <= longest)
         return std::string(text);
+    auto end = longest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80)
+        --end;
+    return std::string(text.substr(0, end)) + "…";
+}
+
+std::string isolated(std::string_view whole)
+{
+    auto const text = shortened(whole);
+    if (isAscii(text))
+        return text;
     constexpr char16_t firstStrongIsolate = 0x2068;
     constexpr char16_t popIsolate = 0x2069;
     auto const characters = unicode(text);
@@ -150,7 +163,7 @@ std::string isolated(std::string_view text)
     }
     for (; open > 0; --open)
         result.append(popIsolate);
-    return isNeeded ? utf8(result) : std::string(text);
+    return isNeeded ? utf8(result) : text;
 }
 
 bool isOrderedBefore(std::string_view left, std::string_view right)

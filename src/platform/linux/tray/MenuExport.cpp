@@ -2,6 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/input/ModifierTable.h"
 
 #include <QGuiApplication>
 #include <QList>
@@ -103,16 +104,11 @@ QStringList exportedShortcut(KeyEquivalent const& equivalent)
     if (equivalent.key.empty())
         return {};
     auto const key = toQString(equivalent.key);
-    auto const modifiers = toQtModifiers(equivalent.allModifiers());
     QStringList keys;
-    if (modifiers.testFlag(Qt::ControlModifier))
-        keys << u"Control"_s;
-    if (modifiers.testFlag(Qt::AltModifier))
-        keys << u"Alt"_s;
-    if (modifiers.testFlag(Qt::ShiftModifier))
-        keys << u"Shift"_s;
-    if (modifiers.testFlag(Qt::MetaModifier))
-        keys << u"Super"_s;
+    for (auto const& row : modifierTable) {
+        if ((equivalent.allModifiers() & row.modifier) != 0)
+            keys << QString::fromLatin1(row.name);
+    }
     return keys << (key == ","_L1 ? nameOfComma() : key.toLower());
 }
 

@@ -72,7 +72,7 @@ public:
 
     [[nodiscard]] QStringList actionNames() const override
     {
-        if (!table() || !table()->acceptDrop)
+        if (!table() || !table()->moveRow)
             return QAccessibleWidget::actionNames();
         return { QString::fromLatin1(moveUp), QString::fromLatin1(moveDown) };
     }

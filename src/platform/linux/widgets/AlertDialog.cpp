@@ -98,7 +98,7 @@ void addTexts(QVBoxLayout& column, Alert const& alert)
     font.setWeight(QFont::DemiBold);
     message->setFont(font);
     column.addWidget(message);
-    auto const text = toQString(alert.informativeText);
+    auto const text = QString::fromStdString(alert.informativeText);
     if (text.isEmpty())
         return;
     auto paragraphs = text.split(u"\n\n"_s, Qt::SkipEmptyParts);
@@ -151,7 +151,7 @@ AlertAnswer runModal(Alert const& alert)
     dialog.setWindowTitle(QGuiApplication::applicationDisplayName());
     dialog.setModal(true);
     dialog.setAccessibleName(toQString(alert.messageText));
-    dialog.setAccessibleDescription(toQString(alert.informativeText));
+    dialog.setAccessibleDescription(QString::fromStdString(alert.informativeText));
     auto* const texts = new QVBoxLayout;
     texts->setSpacing(10);
     addTexts(*texts, alert);

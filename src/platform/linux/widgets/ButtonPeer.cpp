@@ -1,8 +1,10 @@
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/widgets/NativeView.h"
 #include "platform/linux/widgets/Painting.h"
 #include "platform/view/Button.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOptionButton>
@@ -16,6 +18,9 @@ namespace {
 constexpr int checkBoxGap = 4;
 constexpr int pushMargin = 8;
 constexpr int symbolMargin = 2;
+constexpr int ringInset = 3;
+constexpr int textInset = 4;
+constexpr int cueHeight = 2;
 constexpr int imageSide = 14;
 constexpr int imageGap = 4;
 constexpr double hoverShare = 0.08;
@@ -38,10 +43,35 @@ public:
     }
 
 protected:
-    static bool showsKeyboardFocus(QStyleOptionButton const& option)
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        // QPushButton would move the focus, which is the portable window's part.
+        switch (event->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            event->ignore();
+            break;
+        default:
+            QPushButton::keyPressEvent(event);
+        }
+    }
+
+    /// The peers draw the focus themselves, for styles draw none on a default button. Returns
+    /// whether there is one to show.
+    [[nodiscard]] bool takeFocus(QStyleOptionButton& option) const
     {
         auto constexpr focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-        return (option.state & focused) == focused;
+        bool const isShown = (option.state & focused) == focused;
+        option.state &= ~QStyle::State_HasFocus;
+        return isShown;
+    }
+
+    [[nodiscard]] QColor focusColor() const
+    {
+        return legible(palette().color(QPalette::Active, QPalette::Highlight),
+            groundOf(*portable, palette()), outlineContrast);
     }
 };
 
@@ -68,13 +98,15 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         QStyleOptionButton option;
         initStyleOption(&option);
-        if (portable->focusRing() == FocusRing::None)
-            option.state &= ~QStyle::State_HasFocus;
+        painter.setFont(font_);
+        bool const isFocused = takeFocus(option);
         if (isPush())
             drawBevel(painter, option);
         else
             drawHover(painter, option);
         drawContent(painter, option);
+        if (isFocused)
+            drawFocus(painter, option);
     }
 
 private:
@@ -84,7 +116,16 @@ private:
     {
         if (portableView()->keyEquivalent() == ButtonKey::Return)
             option.features |= QStyleOptionButton::DefaultButton;
-        style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+        style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
+    }
+
+    [[nodiscard]] QColor onBevel(
+        QColor const& color, double contrast, QStyleOptionButton const& option) const
+    {
+        return legibleOnBevel(
+            color, contrast, size(), groundOf(*portable, palette()), [&](QPainter& painter) {
+                style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
+            });
     }
 
     void drawHover(QPainter& painter, QStyleOptionButton const& option)
@@ -94,28 +135,53 @@ private:
             painter.setPen(Qt::NoPen);
             painter.setBrush(faded(
                 palette().color(QPalette::WindowText), isPressed ? pressedShare : hoverShare));
-            painter.drawRoundedRect(rect(), hoverRadius, hoverRadius);
+            painter.drawRoundedRect(contentRect(painter), hoverRadius, hoverRadius);
         }
-        if (showsKeyboardFocus(option)) {
-            painter.setPen(palette().color(QPalette::Highlight));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(
-                QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), hoverRadius, hoverRadius);
+    }
+
+    void drawFocus(QPainter& painter, QStyleOptionButton const& option)
+    {
+        if (!isPush()) {
+            drawFocusRing(painter, contentRect(painter), focusColor());
+            return;
         }
+        auto const color = onBevel(
+            palette().color(QPalette::Active, QPalette::Highlight), outlineContrast, option);
+        auto const inside = rect().adjusted(ringInset, ringInset, -ringInset, -ringInset);
+        if (portable->focusRing() == FocusRing::Default) {
+            drawFocusRing(painter, inside, color);
+            return;
+        }
+        // Without a ring the text is underlined.
+        auto const text = contentRect(painter);
+        painter.fillRect(text.left(), inside.bottom() - cueHeight, text.width(), cueHeight, color);
+    }
+
+    /// What is seen of a borderless button: a long one may have a short title.
+    [[nodiscard]] QRect contentRect(QPainter const& painter) const
+    {
+        if (showsImageAlone())
+            return rect();
+        auto const width = painter.fontMetrics().horizontalAdvance(text_) + 2 * textInset;
+        QRect content(0, 0, std::min(width, this->width()), height());
+        content.moveCenter(rect().center());
+        return content;
+    }
+
+    [[nodiscard]] bool showsImageAlone() const
+    {
+        return portableView()->image() && portableView()->title().empty()
+            && !portableView()->attributedTitle();
     }
 
     void drawContent(QPainter& painter, QStyleOptionButton const& option)
     {
-        auto const color
-            = isEnabled() ? contentColor(option) : faded(contentColor(option), disabledShare);
-        bool const showsImage = portableView()->image() && portableView()->title().empty()
-            && !portableView()->attributedTitle();
-        if (showsImage) {
+        auto const color = contentColor(option);
+        if (showsImageAlone()) {
             auto const side = std::min(width(), height()) - 2 * symbolMargin;
             image_.draw(painter, rect(), *portableView()->image(), QSizeF(side, side), color);
             return;
         }
-        painter.setFont(font_);
         painter.setPen(color);
         drawLine(painter, titleRect(painter, color), Qt::AlignHCenter, text_);
     }
@@ -141,13 +207,17 @@ private:
 
     [[nodiscard]] QColor contentColor(QStyleOptionButton const& option) const
     {
-        if (auto const& attributed = portableView()->attributedTitle();
-            attributed && attributed->color != Color(SystemColor::Label))
-            return textColor(*portable, attributed->color, palette());
-        if (isPush())
-            return option.palette.color(QPalette::Active, QPalette::ButtonText);
-        return textColor(
-            *portable, portableView()->contentTintColor().value_or(SystemColor::Label), palette());
+        auto const& attributed = portableView()->attributedTitle();
+        auto const tint = portableView()->contentTintColor().value_or(SystemColor::Label);
+        auto const color = attributed ? attributed->color : tint;
+        if (!isPush())
+            return textColor(*portable, color, palette());
+        bool const isPlain = color == Color(SystemColor::Label);
+        auto const text = isPlain ? option.palette.color(QPalette::Active, QPalette::ButtonText)
+                                  : toQColor(color, palette());
+        if (isPlain && isEnabled())
+            return text;
+        return onBevel(isEnabled() ? text : faded(text, disabledShare), textContrast, option);
     }
 
     QString text_;
@@ -168,7 +238,7 @@ public:
     void sync() override
     {
         text_ = toQString(portableView()->visibleText());
-        font_ = toQFont(portableView()->font());
+        setFont(toQFont(portableView()->font()));
         setChecked(portableView()->state() == ButtonState::On);
         update();
     }
@@ -177,6 +247,11 @@ protected:
     // The state changes in the portable button, which brings it here.
     void nextCheckState() override { }
 
+    bool event(QEvent* event) override
+    {
+        return showCutText(event, *this, text_, titleRect().width()) || QPushButton::event(event);
+    }
+
     bool hitButton(QPoint const& position) const override { return rect().contains(position); }
 
     void paintEvent(QPaintEvent*) override
@@ -184,55 +259,55 @@ protected:
         QPainter painter(this);
         QStyleOptionButton option;
         initStyleOption(&option);
+        bool const isFocused = takeFocus(option);
         option.state.setFlag(QStyle::State_Off, !isChecked());
-        auto const box = indicatorRect(option);
-        auto const title = QRect(QPoint(box.right() + 1 + checkBoxGap, 0), rect().bottomRight());
+        auto const box = indicatorRect();
+        auto const title = titleRect();
         option.rect = box;
         style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
         drawOutline(painter, box);
-        painter.setFont(font_);
         auto const color = textColor(*portable, SystemColor::Label, palette());
         painter.setPen(isEnabled() ? color : faded(color, disabledShare));
         drawLine(painter, title, Qt::AlignLeft, text_);
-        drawFocus(painter, option, title);
+        if (isFocused && portable->focusRing() == FocusRing::Default)
+            drawFocus(painter, title);
     }
 
 private:
-    [[nodiscard]] QRect indicatorRect(QStyleOptionButton const& option) const
+    [[nodiscard]] QRect indicatorRect() const
     {
         auto const* const metrics = style();
-        auto const side = std::min({ metrics->pixelMetric(QStyle::PM_IndicatorWidth, &option, this),
-            metrics->pixelMetric(QStyle::PM_IndicatorHeight, &option, this), height() });
+        auto const side = std::min({ metrics->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
+            metrics->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this), height() });
         return { 0, (height() - side) / 2, side, side };
     }
 
-    // Styles draw the outline darker than the ground, which leaves none on a dark one.
+    [[nodiscard]] QRect titleRect() const
+    {
+        return { QPoint(indicatorRect().right() + 1 + checkBoxGap, 0), rect().bottomRight() };
+    }
+
+    // Styles draw a faint outline on a light ground and none on a dark one.
     void drawOutline(QPainter& painter, QRect const& box)
     {
-        if (!isDark(palette()))
-            return;
         painter.save();
         // The line's middle, so that all four sides stay inside at every scale.
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(faded(palette().color(QPalette::WindowText), outlineShare));
+        painter.setPen(legible(faded(palette().color(QPalette::WindowText), outlineShare),
+            groundOf(*portable, palette()), outlineContrast));
         painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));
         painter.restore();
     }
 
-    void drawFocus(QPainter& painter, QStyleOptionButton const& option, QRect const& title)
+    void drawFocus(QPainter& painter, QRect const& title)
     {
-        if (!showsKeyboardFocus(option) || portable->focusRing() == FocusRing::None)
-            return;
-        QStyleOptionFocusRect ring;
-        ring.QStyleOption::operator=(option);
-        auto const textWidth = painter.fontMetrics().horizontalAdvance(text_);
-        ring.rect = title.adjusted(-2, 0, 0, 0);
-        ring.rect.setWidth(std::min(ring.rect.width(), textWidth + 4));
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
+        auto ring = title.adjusted(1 - checkBoxGap, 0, 0, 0);
+        auto const width = painter.fontMetrics().horizontalAdvance(text_) + 2 * (checkBoxGap - 1);
+        ring.setWidth(std::min(ring.width(), width));
+        drawFocusRing(painter, ring, focusColor());
     }
 
     QString text_;
-    QFont font_;
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/linux/widgets/ColorScheme.h"
 
 #include "platform/linux/dbus/SessionBus.h"
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/widgets/Painting.h"
 
 #include <QApplication>
@@ -50,6 +51,21 @@ QPalette darkPalette()
     return palette;
 }
 
+/// The same colours, those changed that Qt's widgets use and that cannot be read.
+QPalette legibleColors(QPalette palette)
+{
+    auto const color
+        = [&](QPalette::ColorRole role) { return palette.color(QPalette::Active, role); };
+    // A field may stand on the window without a ground of its own.
+    auto const placeholder
+        = legible(color(QPalette::PlaceholderText), color(QPalette::Base), textContrast);
+    palette.setColor(
+        QPalette::PlaceholderText, legible(placeholder, color(QPalette::Window), textContrast));
+    palette.setColor(QPalette::Highlight,
+        legible(color(QPalette::Highlight), color(QPalette::HighlightedText), textContrast));
+    return palette;
+}
+
 /// Qt's theme for KDE leaves the colour of placeholders as it is: black, which dark windows hide.
 class KdeStyle final : public QProxyStyle {
 public:
@@ -60,6 +76,7 @@ public:
         constexpr double share = 0.5;
         palette.setColor(QPalette::PlaceholderText,
             faded(palette.color(QPalette::Active, QPalette::Text), share));
+        palette = legibleColors(palette);
     }
 };
 
@@ -88,6 +105,8 @@ void ColorScheme::follow()
     if (theme != "generic")
         return;
     desktopSettings_.emplace([this] { apply(); });
+    light_ = QApplication::palette();
+    use(light_);
     apply();
     // Naming the sender would make Qt wait for the bus to tell its owner.
     QDBusConnection::sessionBus().connect(QString(), path, interface,
@@ -126,9 +145,12 @@ void ColorScheme::apply()
     if (isDark == isDark_)
         return;
     isDark_ = isDark;
-    if (isDark)
-        light_ = QApplication::palette();
-    auto const palette = isDark ? darkPalette() : light_;
+    use(isDark ? darkPalette() : light_);
+}
+
+void ColorScheme::use(QPalette const& colors)
+{
+    auto const palette = legibleColors(colors);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
 }

@@ -13,8 +13,8 @@ namespace quillbar::platform {
 
 /// Gives the program dark colours while the desktop prefers them, which it tells through its
 /// portal (org.freedesktop.portal.Settings), or, where that knows of no preference, by the name of
-/// its GTK theme (X11). Nothing changes where a Qt theme brings colours of its own: under KDE, or
-/// where the person chose one. Main thread.
+/// its GTK theme (X11). Where a Qt theme brings colours of its own, under KDE or where the person
+/// chose one, it stays with them. Main thread.
 class ColorScheme final : public QObject {
     Q_OBJECT
 
@@ -26,6 +26,7 @@ private:
     Q_SLOT void settingChanged(QDBusMessage const& signal);
     void prefer(QVariant const& preference);
     void apply();
+    void use(QPalette const& colors);
     [[nodiscard]] bool isDarkWanted() const;
 
     uint preference_ = 0;

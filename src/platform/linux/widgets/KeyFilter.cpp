@@ -59,6 +59,10 @@ std::optional<std::uint32_t> keyCodeInWindows(int qtKey)
         return key::space;
     case Qt::Key_Escape:
         return key::escape;
+    case Qt::Key_Left:
+        return key::leftArrow;
+    case Qt::Key_Right:
+        return key::rightArrow;
     case Qt::Key_Down:
         return key::downArrow;
     case Qt::Key_Up:
@@ -130,10 +134,9 @@ bool isCloseCommand(QKeyEvent const& event)
 }
 
 // A key that is held down does these things once.
-bool isRepeatedCommand(QKeyEvent const& event)
+bool isDoneOnce(QKeyEvent const& event)
 {
-    return event.isAutoRepeat()
-        && (isCloseCommand(event) || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter);
+    return isCloseCommand(event) || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
 /// Sees every key press of the application before the widgets do, notes the mouse, and tells the
@@ -152,11 +155,14 @@ public:
 private:
     [[nodiscard]] bool keyPressed(QWidget& target, QKeyEvent const& event);
     [[nodiscard]] bool hasClosedPopUp(QEvent const& event);
+    [[nodiscard]] bool isRepeat(QKeyEvent const& press) const;
 
     /// When the key went down that an open pop-up was offered.
     std::optional<quint64> popUpKeyTime_;
     /// The key of the last press if that was recorded: its repeats do nothing.
     quint32 recordedScanCode_ = 0;
+    quint32 releasedScanCode_ = 0;
+    quint64 releaseTime_ = 0;
 };
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
@@ -170,6 +176,10 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
         if (auto* const window = nativeWindowOf(static_cast<QWidget*>(watched)))
             window->noteMouse();
+    }
+    if (event->type() == QEvent::KeyRelease) {
+        releasedScanCode_ = static_cast<QKeyEvent*>(event)->nativeScanCode();
+        releaseTime_ = static_cast<QKeyEvent*>(event)->timestamp();
     }
     if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget()
         || !isKeyTarget(*watched))
@@ -190,6 +200,15 @@ bool KeyFilter::hasClosedPopUp(QEvent const& event)
     return !isPopUpOpen && time == static_cast<QKeyEvent const&>(event).timestamp();
 }
 
+// A repeat is a release and a press of the same time. Qt knows it by the press that waits behind
+// the release, which under load comes too late.
+bool KeyFilter::isRepeat(QKeyEvent const& press) const
+{
+    return press.isAutoRepeat()
+        || (press.timestamp() != 0 && press.timestamp() == releaseTime_
+            && press.nativeScanCode() == releasedScanCode_);
+}
+
 bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)
 {
     QPointer<NativeWindow> const window = nativeWindowOf(&target);
@@ -197,11 +216,9 @@ bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)
     auto const pressed = translateKey(event, isRecording ? KeyMeaning::Place : KeyMeaning::Layout);
     if (!window || !window->portable || !pressed)
         return false;
-    if (!event.isAutoRepeat())
+    if (!isRepeat(event))
         recordedScanCode_ = isRecording ? event.nativeScanCode() : 0;
-    else if (isRecording || event.nativeScanCode() == recordedScanCode_)
-        return true;
-    if (isRepeatedCommand(event))
+    else if (isRecording || isDoneOnce(event) || event.nativeScanCode() == recordedScanCode_)
         return true;
     window->setAttribute(Qt::WA_KeyboardFocusChange);
     if (runKeyDownMonitors(*pressed) == KeyEventResult::Consume)

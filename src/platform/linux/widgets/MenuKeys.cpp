@@ -1,13 +1,13 @@
 #include "platform/linux/widgets/MenuKeys.h"
 
 #include "platform/linux/drawing/Conversions.h"
+#include "platform/linux/input/ModifierTable.h"
 
 #include <cctype>
 #include <string_view>
 
 namespace quillbar::platform {
 
-using namespace Qt::StringLiterals;
 using namespace std::string_view_literals;
 
 namespace {
@@ -38,17 +38,8 @@ QString keyText(KeyEquivalent const& equivalent)
 {
     if (equivalent.key.empty())
         return {};
-    auto const modifiers = toQtModifiers(equivalent.allModifiers());
-    QString text;
-    if (modifiers.testFlag(Qt::MetaModifier))
-        text += "Super+"_L1;
-    if (modifiers.testFlag(Qt::ControlModifier))
-        text += "Ctrl+"_L1;
-    if (modifiers.testFlag(Qt::AltModifier))
-        text += "Alt+"_L1;
-    if (modifiers.testFlag(Qt::ShiftModifier))
-        text += "Shift+"_L1;
-    return text + toQString(equivalent.key).toUpper();
+    return QString::fromStdString(modifierText(equivalent.allModifiers(), &ModifierRow::name))
+        + toQString(equivalent.key).toUpper();
 }
 
 bool isKeyEquivalent(QKeyEvent const& press, KeyEquivalent const& equivalent)

@@ -15,7 +15,7 @@ namespace {
 QRect placeOf(View const& view)
 {
     if (!view.superview())
-        return roundedRect(view.frame());
+        return roundedRect(view.frame()).translated(0, -view.window()->native()->offset());
     auto const origin = view.superview()->contentOrigin();
     auto const place = roundedRect(offsetBy(view.frame(), origin));
     auto& superview = *view.superview()->native();

@@ -1,12 +1,17 @@
 #include "platform/linux/widgets/Painting.h"
 
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/widgets/NativeView.h"
+#include "platform/view/ScrollView.h"
 #include "platform/view/TableView.h"
 #include "platform/view/TextSize.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -22,12 +27,57 @@ void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QSt
         painter.fontMetrics().elidedText(withoutTabs(text), Qt::ElideRight, rect.width()));
 }
 
+bool showCutText(QEvent* event, QWidget& widget, QString const& text, int room)
+{
+    if (event->type() != QEvent::ToolTip || !widget.toolTip().isEmpty()
+        || widget.fontMetrics().horizontalAdvance(text) <= room)
+        return false;
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(text), &widget);
+    return true;
+}
+
+QColor groundOf(View const& view, QPalette const& palette)
+{
+    if (isInSelectedRow(view))
+        return palette.color(QPalette::Active, QPalette::Highlight);
+    for (auto const* around = view.superview(); around; around = around->superview()) {
+        if (around->kind() == ViewKind::ScrollView
+            && static_cast<ScrollView const*>(around)->drawsBackground())
+            return palette.color(QPalette::Active, QPalette::Base);
+    }
+    return palette.color(QPalette::Active, QPalette::Window);
+}
+
 QColor textColor(View const& view, Color const& color, QPalette const& palette)
 {
-    auto const normal = toQColor(color, palette);
-    if (!std::holds_alternative<SystemColor>(color) || !isInSelectedRow(view))
-        return normal;
-    return faded(palette.color(QPalette::HighlightedText), normal.alphaF());
+    auto text = toQColor(color, palette);
+    if (std::holds_alternative<SystemColor>(color) && isInSelectedRow(view))
+        text = faded(palette.color(QPalette::Active, QPalette::HighlightedText), text.alphaF());
+    return legible(text, groundOf(view, palette), textContrast);
+}
+
+QColor legibleOnBevel(QColor color, double contrast, QSize size, QColor const& ground,
+    std::function<void(QPainter&)> const& draw)
+{
+    QImage bevel(size, QImage::Format_RGB32);
+    bevel.fill(ground);
+    QPainter painter(&bevel);
+    draw(painter);
+    // Styles shade bevels from the top to the bottom.
+    for (int const y : { size.height() / 4, size.height() * 3 / 4 })
+        color = legible(color, bevel.pixelColor(size.width() / 2, y), contrast);
+    return color;
+}
+
+void drawFocusRing(QPainter& painter, QRectF const& rect, QColor const& color)
+{
+    constexpr double width = 2;
+    constexpr double radius = 3;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(
+        rect.adjusted(width / 2, width / 2, -width / 2, -width / 2), radius, radius);
 }
 
 QColor faded(QColor color, double share)

@@ -5,10 +5,13 @@
 #include "platform/view/View.h"
 
 #include <QColor>
+#include <QEvent>
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
 #include <QSizeF>
+
+#include <functional>
 
 namespace quillbar::platform {
 
@@ -16,8 +19,23 @@ namespace quillbar::platform {
 /// not fit ends in an ellipsis.
 void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QString const& text);
 
-/// The colour of text in the view, which may stand on a table's highlight.
+/// Answers a widget's event: where a text is cut that has that much room, the wish for a tool tip
+/// shows its whole, unless the widget has a tool tip of its own. Whether it was that.
+bool showCutText(QEvent* event, QWidget& widget, QString const& text, int room);
+
+/// What the view lies on: a table's highlight, a list or the window.
+[[nodiscard]] QColor groundOf(View const& view, QPalette const& palette);
+
+/// The colour of text in the view, legible on what that lies on.
 [[nodiscard]] QColor textColor(View const& view, Color const& color, QPalette const& palette);
+
+/// The colour made legible in the middle of a bevel, of which only the style knows the colours;
+/// `draw` draws it.
+[[nodiscard]] QColor legibleOnBevel(QColor color, double contrast, QSize size, QColor const& ground,
+    std::function<void(QPainter&)> const& draw);
+
+/// Shows that a person's keys go to what stands in the rectangle.
+void drawFocusRing(QPainter& painter, QRectF const& rect, QColor const& color);
 
 /// The same colour with its opacity multiplied by `share`.
 [[nodiscard]] QColor faded(QColor color, double share);

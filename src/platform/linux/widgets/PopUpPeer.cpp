@@ -1,3 +1,4 @@
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/widgets/NativeView.h"
@@ -21,6 +22,7 @@ namespace quillbar::platform {
 namespace {
 
 constexpr int textMargin = 6;
+constexpr int ringInset = 2;
 constexpr double imageSide = 16;
 
 int toIndex(std::optional<std::size_t> index)
@@ -99,7 +101,12 @@ protected:
         QPainter painter(this);
         QStyleOptionComboBox option;
         initStyleOption(&option);
+        bool const isFocused
+            = option.state.testFlags(QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange);
+        option.state &= ~QStyle::State_HasFocus;
         style()->drawComplexControl(QStyle::CC_ComboBox, &option, &painter, this);
+        if (isFocused)
+            drawFocus(painter, option);
         auto const* const item = portableView()->selectedItem();
         if (!item)
             return;
@@ -121,6 +128,16 @@ protected:
     }
 
 private:
+    void drawFocus(QPainter& painter, QStyleOptionComboBox const& option)
+    {
+        auto const color = legibleOnBevel(palette().color(QPalette::Active, QPalette::Highlight),
+            outlineContrast, size(), groundOf(*portable, palette()), [&](QPainter& bevel) {
+                style()->drawComplexControl(QStyle::CC_ComboBox, &option, &bevel, this);
+            });
+        drawFocusRing(
+            painter, rect().adjusted(ringInset, ringInset, -ringInset, -ringInset), color);
+    }
+
     [[nodiscard]] QIcon iconOf(Image const& image) const
     {
         return QPixmap::fromImage(renderImage(image,

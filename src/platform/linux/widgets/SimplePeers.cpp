@@ -1,3 +1,4 @@
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/widgets/NativeView.h"
 #include "platform/linux/widgets/Painting.h"
@@ -8,11 +9,9 @@
 #include "platform/view/Separator.h"
 #include "platform/view/TextField.h"
 
-#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
-#include <QToolTip>
 
 #include <algorithm>
 
@@ -66,10 +65,8 @@ public:
 protected:
     bool event(QEvent* event) override
     {
-        if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || !isCut())
-            return QWidget::event(event);
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(text_), this);
-        return true;
+        bool const mayBeCut = portable && portableView()->lineBreak() == LineBreak::TruncateTail;
+        return (mayBeCut && showCutText(event, *this, text_, width())) || QWidget::event(event);
     }
 
     void paintEvent(QPaintEvent*) override
@@ -84,12 +81,6 @@ protected:
     }
 
 private:
-    [[nodiscard]] bool isCut() const
-    {
-        return portable && portableView()->lineBreak() == LineBreak::TruncateTail
-            && fontMetrics().horizontalAdvance(text_) > width();
-    }
-
     QString text_;
 };
 
@@ -135,7 +126,7 @@ protected:
     }
 };
 
-/// The ground of a clear window. It is opaque, because few compositors blur what shines through.
+/// The background of a clear window. It is opaque, because few compositors blur what is behind it.
 class EffectPeer final : public Peer<QWidget, EffectView> {
 public:
     using Peer::Peer;
@@ -143,7 +134,7 @@ public:
     void sync() override
     {
         if (auto const* const window = portable->window())
-            window->native()->setGround(outline(0));
+            window->native()->setOutline(outline(0));
         update();
     }
 
@@ -155,13 +146,21 @@ protected:
         painter.fillPath(outline(0), palette().color(QPalette::Window));
         auto edge = toQColor(portableView()->borderColor(), palette());
         double width = std::max(portableView()->borderWidth(), 1 / devicePixelRatioF());
-        // Compositors draw no shadow around a clear window: the edge alone sets it apart.
+        // Most compositors draw no shadow around a clear window: the edge alone sets it apart.
         if (auto const* const window = portable->window(); window && window->hasShadow()) {
-            edge = faded(palette().color(QPalette::WindowText), shadowShare);
+            edge = legible(faded(palette().color(QPalette::WindowText), shadowShare),
+                palette().color(QPalette::Window), outlineContrast);
             width = std::max(width, 1.0);
         }
-        // Half of a line on the outline would be cut off.
-        painter.strokePath(outline(width / 2), QPen(edge, width));
+        // Without a compositor the window's shape ends at whole pixels: each of its outermost ones
+        // gets the full colour of the edge.
+        QPainterPath ring;
+        if (QWidget::window()->testAttribute(Qt::WA_TranslucentBackground))
+            ring = outline(0);
+        else
+            ring.addRect(rect());
+        ring.addPath(outline(width));
+        painter.fillPath(ring, edge);
     }
 
 private:
@@ -203,7 +202,8 @@ public:
             placeholder != placeholderText())
             setPlaceholderText(placeholder);
         // Setting the same text would move the cursor and end a composition.
-        if (auto const text = toQString(portableView()->text()); text != QLineEdit::text())
+        if (auto const text = QString::fromStdString(portableView()->text());
+            text != QLineEdit::text())
             setText(text);
     }
 };

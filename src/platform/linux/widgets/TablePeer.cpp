@@ -1,4 +1,5 @@
 #include "platform/KeyMonitor.h"
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/widgets/NativeView.h"
 #include "platform/view/ScrollView.h"
 #include "platform/view/TableView.h"
@@ -164,7 +165,8 @@ void RowDrag::paintEvent(QPaintEvent*)
         return;
     double const top = std::clamp(static_cast<double>(*target) * table_.rowHeight(),
         y() + knobRadius + 1, y() + height() - knobRadius - 1);
-    auto const color = palette().color(QPalette::Highlight);
+    auto const color = legible(
+        palette().color(QPalette::Highlight), palette().color(QPalette::Base), outlineContrast);
     painter.setPen(QPen(color, lineWidth));
     painter.drawLine(QPointF(2 * knobRadius + 2, top), QPointF(width() - 2, top));
     painter.setBrush(palette().color(QPalette::Base));

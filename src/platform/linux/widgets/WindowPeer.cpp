@@ -44,12 +44,11 @@ Qt::WindowFlags flagsFor(Window const& window)
 NativeWindow::NativeWindow(Window& window)
     : QWidget(nullptr, flagsFor(window))
     , portable(&window)
+    , scroller_(new OverlayScroller(*this, [this](double offset) { scrollTo(offset); }))
 {
     installKeyFilter();
     installAccessibility();
     setAttribute(Qt::WA_QuitOnClose, false);
-    setFixedSize(
-        roundedRect({ 0, 0, window.contentSize().width, window.contentSize().height }).size());
     if (window.background() == WindowBackground::Clear && isTranslucencyPossible())
         setAttribute(Qt::WA_TranslucentBackground);
     if (window.kind() == WindowKind::Panel)
@@ -63,6 +62,12 @@ void NativeWindow::focus(QWidget& widget)
     if (!isMouseUsed)
         setAttribute(Qt::WA_KeyboardFocusChange);
     widget.setFocus();
+    if (&widget == this)
+        return;
+    constexpr int focusRing = 4;
+    int const top = widget.mapTo(this, QPoint()).y() + offset_ - focusRing;
+    int const bottom = top + widget.height() + 2 * focusRing;
+    scrollTo(std::min(std::max(offset_, bottom - height()), top));
 }
 
 void NativeWindow::noteMouse()
@@ -73,15 +78,39 @@ void NativeWindow::noteMouse()
         focused->update();
 }
 
-void NativeWindow::setGround(QPainterPath const& ground)
+void NativeWindow::setOutline(QPainterPath const& outline)
 {
-    if (portable->background() != WindowBackground::Clear
-        || testAttribute(Qt::WA_TranslucentBackground))
+    if (portable->background() != WindowBackground::Clear)
         return;
-    QBitmap mask(size());
+    double const ratio = devicePixelRatioF();
+    QBitmap mask((outline.boundingRect().size() * ratio).toSize());
     mask.clear();
-    QPainter(&mask).fillPath(ground, Qt::color1);
-    setMask(mask);
+    QPainter painter(&mask);
+    painter.scale(ratio, ratio);
+    painter.fillPath(outline, Qt::color1);
+    // The pixels that are painted in part.
+    if (testAttribute(Qt::WA_TranslucentBackground))
+        painter.strokePath(outline, QPen(Qt::color1, 1.4 / ratio));
+    painter.end();
+    setShape(*this, QRegion(mask));
+}
+
+void NativeWindow::setHeightLimit(int limit)
+{
+    auto const content = roundedRect(portable->contentView().frame()).size();
+    setFixedSize(content.boundedTo({ content.width(), limit }));
+    scrollTo(offset_);
+}
+
+void NativeWindow::scrollTo(double offset)
+{
+    if (!portable || !portable->contentView().native())
+        return;
+    auto& content = portable->contentView().native()->widget();
+    int const maximum = std::max(0, content.height() - height());
+    offset_ = std::clamp(static_cast<int>(offset), 0, maximum);
+    content.move(0, -offset_);
+    scroller_->setRange(rect(), offset_, maximum);
 }
 
 bool NativeWindow::event(QEvent* event)
@@ -108,6 +137,11 @@ void NativeWindow::mousePressEvent(QMouseEvent* event)
 {
     if (portable && portable->isMovableByBackground() && event->button() == Qt::LeftButton)
         windowHandle()->startSystemMove();
+}
+
+void NativeWindow::wheelEvent(QWheelEvent* event)
+{
+    scrollTo(offset_ + scrollDistance(*event));
 }
 
 // The portable window moves the focus; where Qt wants to, a widget that had it went away.
@@ -143,6 +177,12 @@ void syncWindow(Window const& window)
         native.setWindowFlags(flags);
     }
     native.setWindowTitle(toQString(window.title()));
+    // Qt takes a window for shown that another client unmapped, and would not show it. One that was
+    // just shown is unmapped until the window manager comes to it.
+    auto* const handle = native.windowHandle();
+    if (window.isVisible() && native.isVisible() && handle != windowAwaitingFocus()
+        && isUnmapped(*handle))
+        native.hide();
     // Put elsewhere by the window manager first, it would be seen to jump.
     if (window.isVisible() && !native.isVisible())
         centerNativeWindow(window);
@@ -166,11 +206,10 @@ void centerNativeWindow(Window const& window)
     // would be seen as a jump.
     bool const hasFrame = window.style() != WindowStyle::Borderless;
     auto const margins = hasFrame ? frameMargins(native) : QMargins();
-    auto place = native.geometry() + margins;
     auto const available = screen->availableGeometry();
+    native.setHeightLimit(available.marginsRemoved(margins).height());
+    auto place = native.geometry() + margins;
     place.moveCenter(available.center());
-    // On a screen that is too low the title bar matters more than the end.
-    place.moveTop(std::max(place.top(), available.top()));
     if (auto const inside = place - margins; inside != native.geometry())
         native.setGeometry(inside);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/widgets/OverlayScroller.h"
 #include "platform/view/Window.h"
 
 #include <QPainterPath>
@@ -16,8 +17,14 @@ struct NativeWindow final : public QWidget {
     void focus(QWidget& widget);
     /// The mouse was used in the window: where the keyboard is does not matter until it is used.
     void noteMouse();
-    /// The part of a clear window that is not clear; without a compositor all else is cut off.
-    void setGround(QPainterPath const& ground);
+    /// The part of a clear window that is not clear. All else is cut off, so that compositors that
+    /// draw shadows draw one around this part, and that nothing else shows without a compositor.
+    void setOutline(QPainterPath const& outline);
+    /// Makes the window as high as its content, but not higher than that many points: then its
+    /// content scrolls.
+    void setHeightLimit(int limit);
+    /// How far the content is scrolled down.
+    [[nodiscard]] int offset() const { return offset_; }
 
     /// Null once the window is gone.
     Window* portable;
@@ -28,7 +35,14 @@ protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+
+private:
+    void scrollTo(double offset);
+
+    OverlayScroller* scroller_;
+    int offset_ = 0;
 };
 
 /// The native side of the window that a widget stands in; null for widgets of other kinds.

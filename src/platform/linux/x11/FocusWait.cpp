@@ -2,32 +2,19 @@
 
 #include <QGuiApplication>
 
-#include <chrono>
 #include <utility>
 
 namespace quillbar::platform {
 
-namespace {
-
-using namespace std::chrono_literals;
-
-// Nobody can type meanwhile.
-constexpr auto longestWait = 1s;
-
-} // namespace
-
 FocusWait::FocusWait(std::function<void()> onOver)
     : onOver_(std::move(onOver))
 {
-    limit_.setSingleShot(true);
-    limit_.setInterval(longestWait);
-    connect(&limit_, &QTimer::timeout, this, &FocusWait::end);
 }
 
 void FocusWait::start(QWindow& window)
 {
+    stop();
     window_ = &window;
-    limit_.start();
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow const* focused) {
         if (focused == window_)
             end();
@@ -39,12 +26,16 @@ void FocusWait::start(QWindow& window)
     connect(window_, &QObject::destroyed, this, &FocusWait::end);
 }
 
-void FocusWait::end()
+void FocusWait::stop()
 {
-    limit_.stop();
     qGuiApp->disconnect(this);
     if (window_)
         window_->disconnect(this);
+}
+
+void FocusWait::end()
+{
+    stop();
     onOver_();
 }
 

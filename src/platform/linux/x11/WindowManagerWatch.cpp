@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/WindowActivation.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Window.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -18,13 +19,6 @@ namespace {
 xcb_window_t idOf(QWindow const& window)
 {
     return static_cast<xcb_window_t>(window.winId());
-}
-
-bool isOnScreen(xcb_connection_t* connection, QWindow const& window)
-{
-    XcbPtr<xcb_get_window_attributes_reply_t> const reply { xcb_get_window_attributes_reply(
-        connection, xcb_get_window_attributes(connection, idOf(window)), nullptr) };
-    return !reply || reply->map_state != XCB_MAP_STATE_UNMAPPED;
 }
 
 // The place, too, is something that only a window manager gives; Qt may have taken over by now
@@ -51,7 +45,7 @@ void showHiddenWindows()
         auto* const window = widget->windowHandle();
         // An icon in a tray, for one, is none of the window manager's.
         if (!window || !window->isVisible() || window->flags() & Qt::BypassWindowManagerHint
-            || isOnScreen(connection, *window))
+            || !isUnmapped(*window))
             continue;
         showAgain(connection, *window);
         activateWindow(*window);

@@ -40,7 +40,6 @@ std::vector<std::optional<HotkeyObstacle>> X11Hotkeys::obstacles(
 std::vector<std::string> X11Hotkeys::keyNames(std::vector<std::uint32_t> const& keyCodes)
 {
     auto const keysyms = KeysymTable { connection_.get() };
-    setAsideEvents();
     std::vector<std::string> names;
     std::transform(keyCodes.begin(), keyCodes.end(), std::back_inserter(names), [&](auto keyCode) {
         auto const keycodes = makeClaim(keyCode, 0, 0).keycodes;
@@ -65,7 +64,6 @@ std::vector<bool> X11Hotkeys::tryGrabs(std::vector<Claim> const& claims)
     std::vector<bool> isRefused;
     std::transform(sent.begin(), sent.end(), std::back_inserter(isRefused),
         [this](Requests const& requests) { return isAnyRefused(requests); });
-    setAsideEvents();
     return isRefused;
 }
 

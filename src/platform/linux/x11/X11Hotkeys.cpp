@@ -2,7 +2,6 @@
 
 #include "platform/linux/input/UserAction.h"
 #include "platform/linux/input/VirtualKeyCodes.h"
-#include "platform/linux/process/BlockingWait.h"
 #include "platform/linux/x11/WindowActivation.h"
 #include "platform/linux/x11/X11Keyboard.h"
 
@@ -17,7 +16,6 @@ namespace {
 
 constexpr std::uint32_t xKeycodeOffset = 8;
 constexpr std::uint32_t lastXKeycode = 255;
-constexpr std::uint8_t eventTypeMask = 0x7f;
 
 std::vector<xcb_keycode_t> keycodesFor(std::uint32_t keyCode)
 {
@@ -55,10 +53,8 @@ X11Hotkeys::X11Hotkeys(Connection connection, xcb_window_t root, PressHandler on
     : connection_(std::move(connection))
     , root_(root)
     , onPressed_(std::move(onPressed))
-    , readable_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read)
     , xInputGrabs_(connection_.get(), root)
 {
-    QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { readEvents(); });
 }
 
 bool X11Hotkeys::startListening()
@@ -68,13 +64,20 @@ bool X11Hotkeys::startListening()
     auto const keyboardChange = useXkb(connection_.get());
     if (!keyboardChange)
         return false;
-    keyboardChange_ = *keyboardChange;
     bits_ = bits.answer();
-    setAsideEvents();
-    setBlockingWaitHandler([weak = weak_from_this()](bool isWaiting) {
-        if (auto const self = weak.lock())
-            self->setHoldsKeyboard(!isWaiting);
-    });
+    auto const onKey = [this](xcb_key_press_event_t const& event) {
+        if (event.response_type == XCB_KEY_PRESS)
+            keyPressed(event);
+        else
+            keyReleased(event.detail);
+    };
+    auto const onKeyboardChange = [this] {
+        followKeyboard();
+        if (onObstaclesChange)
+            onObstaclesChange();
+    };
+    events_.emplace(connection_.get(), xInputGrabs_, *keyboardChange,
+        KeyEventThread::Handlers { onKey, onKeyboardChange });
     return true;
 }
 
@@ -118,7 +121,7 @@ void X11Hotkeys::release(std::uint64_t number)
         return;
     if (released_.empty())
         QMetaObject::invokeMethod(
-            &readable_, [this] { giveBackReleased(); }, Qt::QueuedConnection);
+            &context_, [this] { giveBackReleased(); }, Qt::QueuedConnection);
     released_.push_back(std::move(claim.mapped()));
 }
 
@@ -174,7 +177,7 @@ X11Hotkeys::Requests X11Hotkeys::sendGrabs(Claim const& claim)
     auto sent = sendXInputGrabs(claim);
     for (auto const& [keycode, mask] : grabsOf(claim)) {
         sent.grabs.push_back(xcb_grab_key_checked(
-            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_));
+            connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
     return sent;
 }
@@ -200,7 +203,6 @@ bool X11Hotkeys::grab(Claim const& claim)
         ungrab(claim);
         xcb_flush(connection_.get());
     }
-    setAsideEvents();
     return !isRefused;
 }
 
@@ -232,54 +234,6 @@ bool X11Hotkeys::isHeld(Claim const& claim) const
     });
 }
 
-/// While waiting for an answer xcb also reads events, after which the socket stays silent about
-/// them.
-void X11Hotkeys::setAsideEvents()
-{
-    auto const isWaiting = !setAside_.empty();
-    while (auto* const event = xcb_poll_for_queued_event(connection_.get()))
-        setAside_.emplace_back(event);
-    if (!isWaiting && !setAside_.empty())
-        QMetaObject::invokeMethod(
-            &readable_, [this] { readEvents(); }, Qt::QueuedConnection);
-}
-
-XcbPtr<xcb_generic_event_t> X11Hotkeys::nextEvent()
-{
-    if (setAside_.empty())
-        return XcbPtr<xcb_generic_event_t> { xcb_poll_for_event(connection_.get()) };
-    auto event = std::move(setAside_.front());
-    setAside_.pop_front();
-    return event;
-}
-
-void X11Hotkeys::readEvents()
-{
-    auto const self = shared_from_this();
-    while (auto const event = nextEvent())
-        handle(*event);
-    if (std::exchange(keyboardChanged_, false)) {
-        followKeyboard();
-        if (onObstaclesChange)
-            onObstaclesChange();
-    }
-    if (xcb_connection_has_error(connection_.get()) != 0)
-        readable_.setEnabled(false);
-}
-
-void X11Hotkeys::handle(xcb_generic_event_t const& event)
-{
-    auto const type = static_cast<std::uint8_t>(event.response_type & eventTypeMask);
-    if (type == XCB_KEY_PRESS)
-        keyPressed(reinterpret_cast<xcb_key_press_event_t const&>(event));
-    else if (type == XCB_KEY_RELEASE)
-        keyReleased(reinterpret_cast<xcb_key_release_event_t const&>(event).detail);
-    else if (type == XCB_GE_GENERIC)
-        xInputGrabs_.passOn(event);
-    else if (type == keyboardChange_)
-        keyboardChanged_ = true;
-}
-
 /// The keyboard is ours from the press of a hotkey to its release, and the server delivers one key
 /// event at a time: each has to be let pass before the next one comes.
 void X11Hotkeys::keyPressed(xcb_key_press_event_t const& event)
@@ -293,12 +247,12 @@ void X11Hotkeys::keyPressed(xcb_key_press_event_t const& event)
         noteUserAction(event.time);
         fire(*claim);
     } else if (!isFirst && (isRepeat || bits_.keys.count(event.detail) > 0)) {
-        allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
+        events_->answer(XCB_ALLOW_SYNC_KEYBOARD);
     } else {
         // Somebody types on with the hotkey still down, or pressed what was grabbed for a moment.
         // This ends the grab, and the hotkey's repeating as well.
         held_.clear();
-        allowEvents(XCB_ALLOW_REPLAY_KEYBOARD);
+        events_->answer(XCB_ALLOW_REPLAY_KEYBOARD);
     }
 }
 
@@ -307,9 +261,10 @@ void X11Hotkeys::keyReleased(xcb_keycode_t keycode)
 {
     if (keycode == grabbingKey_) {
         held_.clear();
+        events_->answer(std::nullopt);
     } else {
         held_.erase(keycode);
-        allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
+        events_->answer(XCB_ALLOW_SYNC_KEYBOARD);
     }
 }
 
@@ -319,7 +274,7 @@ void X11Hotkeys::fire(Claim const& claim)
     isHandlerRunning_ = true;
     // A handler that waits for the person, in an event loop of its own, needs the keyboard.
     QMetaObject::invokeMethod(
-        &readable_, [this] { handlerDone(); }, Qt::QueuedConnection);
+        &context_, [this] { handlerDone(); }, Qt::QueuedConnection);
     onPressed_(claim.id);
     handlerDone();
 }
@@ -332,36 +287,13 @@ void X11Hotkeys::handlerDone()
         lastUserAction().heldModifiers = firedModifiers_;
         focusWait_.start(*window);
     } else {
-        allowEvents(XCB_ALLOW_SYNC_KEYBOARD);
+        events_->answer(XCB_ALLOW_SYNC_KEYBOARD);
     }
-}
-
-void X11Hotkeys::allowEvents(xcb_allow_t mode)
-{
-    xcb_allow_events(connection_.get(), static_cast<std::uint8_t>(mode), XCB_CURRENT_TIME);
-    xcb_flush(connection_.get());
-}
-
-/// Presses are answered on the main thread only: while it waits for a child they must not freeze
-/// the keyboard. A client's second grab of a key replaces its first one.
-void X11Hotkeys::setHoldsKeyboard(bool holdsKeyboard)
-{
-    keyboardMode_ = holdsKeyboard ? XCB_GRAB_MODE_SYNC : XCB_GRAB_MODE_ASYNC;
-    giveBackReleased();
-    for (auto const& [number, claim] : claims_) {
-        for (auto const& [keycode, mask] : claim.isHeld ? grabsOf(claim) : std::vector<Grab> {})
-            xcb_grab_key(
-                connection_.get(), 0, root_, mask, keycode, XCB_GRAB_MODE_ASYNC, keyboardMode_);
-    }
-    if (!holdsKeyboard)
-        xcb_allow_events(connection_.get(), XCB_ALLOW_ASYNC_KEYBOARD, XCB_CURRENT_TIME);
-    xcb_flush(connection_.get());
 }
 
 void X11Hotkeys::followKeyboard()
 {
     auto const bits = ModifierBitsRequest { connection_.get() }.answer();
-    setAsideEvents();
     if (bits == bits_)
         return;
     giveBackReleased();

@@ -2,15 +2,15 @@
 
 #include "platform/linux/input/HotkeyBackend.h"
 #include "platform/linux/x11/FocusWait.h"
+#include "platform/linux/x11/KeyEventThread.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Keyboard.h"
 #include "platform/linux/x11/XInputGrabs.h"
 
-#include <QSocketNotifier>
+#include <QObject>
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -84,38 +84,29 @@ private:
     void giveBackReleased();
     [[nodiscard]] Claim const* claimOf(xcb_keycode_t keycode, std::uint16_t mask) const;
 
-    void setAsideEvents();
-    [[nodiscard]] XcbPtr<xcb_generic_event_t> nextEvent();
-    void readEvents();
-    void handle(xcb_generic_event_t const& event);
     void keyPressed(xcb_key_press_event_t const& event);
     void keyReleased(xcb_keycode_t keycode);
     void fire(Claim const& claim);
     void handlerDone();
-    void allowEvents(xcb_allow_t mode);
-    void setHoldsKeyboard(bool holdsKeyboard);
     void followKeyboard();
 
     Connection connection_;
     xcb_window_t root_;
     PressHandler onPressed_;
-    QSocketNotifier readable_;
+    /// What is left for the main queue's next turn ends with it.
+    QObject context_;
     XInputGrabs xInputGrabs_;
-    std::uint8_t keyboardChange_ = 0;
-    bool keyboardChanged_ = false;
     ModifierBits bits_;
     std::map<std::uint64_t, Claim> claims_;
     std::uint64_t nextNumber_ = 1;
     /// Grabs that nobody claims any more, until the main queue's next turn.
     std::vector<Claim> released_;
-    std::deque<XcbPtr<xcb_generic_event_t>> setAside_;
     std::set<xcb_keycode_t> held_;
     xcb_keycode_t grabbingKey_ = 0;
     KeyModifiers firedModifiers_ = 0;
     bool isHandlerRunning_ = false;
-    /// Synchronous: a press freezes the keyboard until allowEvents().
-    std::uint8_t keyboardMode_ = XCB_GRAB_MODE_SYNC;
-    FocusWait focusWait_ { [this] { allowEvents(XCB_ALLOW_SYNC_KEYBOARD); } };
+    std::optional<KeyEventThread> events_;
+    FocusWait focusWait_ { [this] { events_->answer(XCB_ALLOW_SYNC_KEYBOARD); } };
 };
 
 } // namespace quillbar::platform

@@ -3,10 +3,12 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QWindow>
+#include <xcb/shape.h>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <vector>
 
 namespace quillbar::platform {
 
@@ -19,6 +21,33 @@ bool isTranslucencyPossible()
     XcbPtr<xcb_get_selection_owner_reply_t> const reply { xcb_get_selection_owner_reply(
         connection, xcb_get_selection_owner(connection, atom), nullptr) };
     return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+bool isUnmapped(QWindow const& window)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return false;
+    auto const id = static_cast<xcb_window_t>(window.winId());
+    XcbPtr<xcb_get_window_attributes_reply_t> const reply { xcb_get_window_attributes_reply(
+        connection, xcb_get_window_attributes(connection, id), nullptr) };
+    return reply && reply->map_state == XCB_MAP_STATE_UNMAPPED;
+}
+
+// QWidget::setMask() takes points, which are blocks of pixels on a scaled screen.
+void setShape(QWidget const& window, QRegion const& pixels)
+{
+    auto* const connection = x11Connection();
+    if (!connection)
+        return;
+    std::vector<xcb_rectangle_t> rectangles;
+    for (auto const& part : pixels)
+        rectangles.push_back({ static_cast<std::int16_t>(part.x()),
+            static_cast<std::int16_t>(part.y()), static_cast<std::uint16_t>(part.width()),
+            static_cast<std::uint16_t>(part.height()) });
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+        XCB_CLIP_ORDERING_YX_BANDED, static_cast<xcb_window_t>(window.winId()), 0, 0,
+        static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
 }
 
 void skipTaskbar(QWidget const& window)
@@ -47,8 +76,10 @@ QMargins frameMargins(QWidget const& window)
 {
     static QMargins lastKnown;
     auto* const connection = x11Connection();
-    if (!connection)
-        return {};
+    if (!connection) {
+        constexpr int titleBarAndPanel = 72;
+        return { 0, titleBarAndPanel, 0, 0 };
+    }
     static auto const atom = x11Atom(connection, "_NET_FRAME_EXTENTS");
     constexpr std::uint32_t sides = 4;
     XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection,

@@ -13,6 +13,9 @@ namespace quillbar::platform {
 
 namespace {
 
+constexpr std::string_view selectionName = "_XSETTINGS_S0";
+constexpr std::string_view propertyName = "_XSETTINGS_SETTINGS";
+
 enum class Kind : quint8 { Number, Text, Color };
 
 /// The bytes, which are followed by as many as make a multiple of four.
@@ -23,8 +26,23 @@ QByteArray padded(QDataStream& in, quint32 length)
     return text;
 }
 
-QByteArray textIn(QByteArray const& settings, QByteArray const& wanted)
+xcb_window_t managerOn(xcb_connection_t* connection, xcb_atom_t selection)
 {
+    XcbPtr<xcb_get_selection_owner_reply_t> const owner { xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, selection), nullptr) };
+    return owner ? owner->owner : xcb_window_t { XCB_WINDOW_NONE };
+}
+
+QByteArray textOf(xcb_connection_t* connection, xcb_window_t manager, xcb_atom_t property,
+    QByteArray const& wanted)
+{
+    constexpr std::uint32_t mostWords = 16384;
+    XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection,
+        xcb_get_property(connection, 0, manager, property, property, 0, mostWords), nullptr) };
+    if (!reply)
+        return {};
+    QByteArray const settings(static_cast<char const*>(xcb_get_property_value(reply.get())),
+        xcb_get_property_value_length(reply.get()));
     QDataStream in(settings);
     quint8 byteOrder = 0;
     in >> byteOrder;
@@ -60,9 +78,9 @@ XSettings::XSettings(std::function<void()> onChange)
 {
     if (connection_ == nullptr)
         return;
-    settings_ = x11Atom(connection_, "_XSETTINGS_SETTINGS");
+    settings_ = x11Atom(connection_, propertyName);
     manager_ = x11Atom(connection_, "MANAGER");
-    selection_ = x11Atom(connection_, "_XSETTINGS_S0");
+    selection_ = x11Atom(connection_, selectionName);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -70,22 +88,25 @@ QByteArray XSettings::text(QByteArray const& name) const
 {
     if (connection_ == nullptr)
         return {};
-    XcbPtr<xcb_get_selection_owner_reply_t> const owner { xcb_get_selection_owner_reply(
-        connection_, xcb_get_selection_owner(connection_, selection_), nullptr) };
-    if (!owner || owner->owner == XCB_WINDOW_NONE)
+    auto const manager = managerOn(connection_, selection_);
+    if (manager == XCB_WINDOW_NONE)
         return {};
     // Qt has selected the same events of that window, and one client has one mask.
     std::uint32_t const events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection_, owner->owner, XCB_CW_EVENT_MASK, &events);
-    constexpr std::uint32_t mostWords = 16384;
-    XcbPtr<xcb_get_property_reply_t> const reply { xcb_get_property_reply(connection_,
-        xcb_get_property(connection_, 0, owner->owner, settings_, settings_, 0, mostWords),
-        nullptr) };
-    if (!reply)
+    xcb_change_window_attributes(connection_, manager, XCB_CW_EVENT_MASK, &events);
+    return textOf(connection_, manager, settings_, name);
+}
+
+QByteArray readXSetting(QByteArray const& name)
+{
+    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> const connection(
+        xcb_connect(nullptr, nullptr), xcb_disconnect);
+    if (xcb_connection_has_error(connection.get()) != 0)
         return {};
-    return textIn(QByteArray(static_cast<char const*>(xcb_get_property_value(reply.get())),
-                      xcb_get_property_value_length(reply.get())),
-        name);
+    auto const manager = managerOn(connection.get(), x11Atom(connection.get(), selectionName));
+    return manager == XCB_WINDOW_NONE
+        ? QByteArray()
+        : textOf(connection.get(), manager, x11Atom(connection.get(), propertyName), name);
 }
 
 // A manager that starts announces itself by a client message to the root window.

@@ -28,4 +28,8 @@ private:
     xcb_atom_t selection_ = XCB_ATOM_NONE;
 };
 
+/// The same on a connection of its own, for the time before there is an application object. Empty
+/// also where no X server answers. Waits for the X server.
+[[nodiscard]] QByteArray readXSetting(QByteArray const& name);
+
 } // namespace quillbar::platform
