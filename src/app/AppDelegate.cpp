@@ -5,6 +5,7 @@
 #include "app/StatusItemUnavailable.h"
 #include "platform/Fatal.h"
 #include "platform/Folders.h"
+#include "platform/LoginEntry.h"
 #include "platform/MainQueue.h"
 #include "platform/Text.h"
 #include "platform/Workspace.h"
@@ -48,7 +49,7 @@ void AppDelegate::applicationDidFinishLaunching()
     rebuildMenu();
     platform::installMainMenu(mainMenu());
     applyHotkeys();
-    applyLaunchAtLogin(platform::LoginSwitch::Keep);
+    applyLaunchAtLogin();
     runOnboardingIfNeeded();
     showPermissionsTipIfNeeded();
     autoRunIfNeeded();
@@ -175,12 +176,11 @@ void AppDelegate::applyHotkeys()
     }
 }
 
-void AppDelegate::applyLaunchAtLogin(platform::LoginSwitch loginSwitch)
+void AppDelegate::applyLaunchAtLogin()
 {
     if (config_.launchAtLoginEff())
         platform::writeLoginEntry(
-            { .label = launchAgentLabel_, .executablePath = platform::executablePath() },
-            loginSwitch);
+            { .label = launchAgentLabel_, .executablePath = platform::executablePath() });
     else
         platform::removeLoginEntry(launchAgentLabel_);
 }

@@ -4,7 +4,6 @@
 #include "app/StatusMenu.h"
 #include "model/Config.h"
 #include "platform/Application.h"
-#include "platform/LoginEntry.h"
 #include "platform/Updater.h"
 #include "platform/view/StatusItem.h"
 
@@ -67,7 +66,7 @@ public:
     /// Registers every hotkey of the configuration anew. Ends the program for a key code that no
     /// key can have.
     void applyHotkeys();
-    void applyLaunchAtLogin(platform::LoginSwitch loginSwitch);
+    void applyLaunchAtLogin();
 
     [[nodiscard]] Config const& config() const { return config_; }
     /// The registration of the palette's hotkey; 0 when the system refused it.

@@ -89,7 +89,7 @@ void AppDelegate::applySettings(Config const& edited)
     paletteList_.reset();
     saveConfig();
     updateIcon();
-    applyLaunchAtLogin(platform::LoginSwitch::Reset);
+    applyLaunchAtLogin();
     applyHotkeys();
     rebuildMenu();
 }

@@ -35,21 +35,16 @@ bool isFirstTime()
     return true;
 }
 
-// The default hotkey is written as in the program's fixed texts; label() writes "⌘⌥·17".
-std::string labelOf(Hotkey const& hotkey)
-{
-    return hotkey == Config().menuHotkeyEff()
-        ? "⌥⌘T"
-        : HotkeyRecorder::label(hotkey.keyCode, hotkey.modifiers);
-}
-
 /// How the palette is reached, or why its hotkey may not work.
 std::string hotkeySentence(Hotkey const& hotkey)
 {
-    auto const obstacle
-        = platform::hotkeyObstacles({ { hotkey.systemKeyCode(), hotkey.modifiers } }).front();
-    return obstacle ? labelOf(hotkey) + ": " + platform::hotkeyObstacleText(*obstacle)
-                    : "Press " + labelOf(hotkey) + " to jump to any shortcut.";
+    platform::KeyCombination const combination { hotkey.systemKeyCode(), hotkey.modifiers };
+    auto name = platform::hotkeyNames({ combination }).front();
+    if (name.empty())
+        name = HotkeyRecorder::label(hotkey.keyCode, hotkey.modifiers);
+    auto const obstacle = platform::hotkeyObstacles({ combination }).front();
+    return obstacle ? name + ": " + platform::hotkeyObstacleText(*obstacle)
+                    : "Press " + name + " to jump to any shortcut.";
 }
 
 } // namespace

@@ -122,6 +122,7 @@ private:
         if (auto const* hotkey = hotkeyOf(name)) {
             auto const shown = platform::isolated(name);
             item.title = shown + "  (" + hotkeyLabel(*hotkey) + ")";
+            // With the mark that ends the isolation, for the hotkey is not part of the name.
             item.keptEnding = item.title.substr(shown.find(name) + name.size());
         }
         item.image = badge;

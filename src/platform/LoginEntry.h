@@ -1,13 +1,8 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 namespace quillbar::platform {
-
-/// Whether the rewrite keeps an entry switched off that the person switched off in the system's own
-/// settings.
-enum class LoginSwitch : std::uint8_t { Keep, Reset };
 
 /// What the system starts once at login.
 struct LoginEntry {
@@ -16,8 +11,9 @@ struct LoginEntry {
     std::string executablePath;
 };
 
-/// Writes the person's login entry, replacing one of the same label. Errors are ignored.
-void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch);
+/// Writes the person's login entry, replacing one of the same label. One that the person switched
+/// off in the system's own settings stays off until it is removed. Errors are ignored.
+void writeLoginEntry(LoginEntry const& entry);
 
 /// Deletes the login entry of that label; there being none is no error.
 void removeLoginEntry(std::string const& label);

@@ -44,16 +44,20 @@ platform::Image makeIcon(double size)
     });
 }
 
-std::shared_ptr<platform::Button> addLink(
-    platform::View& content, platform::Rect frame, platform::AttributedText title)
+/// Nothing for an address that the build did not set.
+void addLink(platform::View& content, platform::Rect frame, platform::AttributedText title,
+    std::string const& address, std::string description = {})
 {
-    auto link
+    if (address.empty())
+        return;
+    auto const link
         = content.addSubview(std::make_shared<platform::Button>(platform::ButtonStyle::Borderless));
     link->setFrame(frame);
     link->setFont(title.font);
     link->setContentTintColor(SystemColor::Accent);
     link->setAttributedTitle(std::move(title));
-    return link;
+    link->setAccessibilityDescription(std::move(description));
+    link->onClick = [address] { platform::openAddress(address); };
 }
 
 void addTexts(platform::View& content)
@@ -86,17 +90,15 @@ void addTexts(platform::View& content)
 
 void addLinks(platform::View& content)
 {
-    auto const profile = addLink(content, { 130, 420, 120, 22 },
+    addLink(content, { 130, 420, 120, 22 },
         { .text = QUILLBAR_AUTHOR_HANDLE,
             .font = { .size = 12, .weight = FontWeight::Medium },
             .color = SystemColor::Accent,
-            .isUnderlined = true });
-    profile->setAccessibilityDescription("The author's profile page");
-    profile->onClick = [] { platform::openAddress(QUILLBAR_PROFILE_ADDRESS); };
-
-    auto const support = addLink(content, { 0, 444, 380, 16 },
-        { .text = "Quillbar Support", .font = { .size = 10 }, .color = SystemColor::Accent });
-    support->onClick = [] { platform::openAddress(QUILLBAR_SUPPORT_ADDRESS); };
+            .isUnderlined = true },
+        QUILLBAR_PROFILE_ADDRESS, "The author's profile page");
+    addLink(content, { 0, 444, 380, 16 },
+        { .text = "Quillbar Support", .font = { .size = 10 }, .color = SystemColor::Accent },
+        QUILLBAR_SUPPORT_ADDRESS);
 }
 
 } // namespace

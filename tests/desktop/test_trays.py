@@ -101,5 +101,5 @@ def test_without_any_tray_the_program_says_so_and_stays_reachable(program):
     settings.wait_closed()
     (shown,) = wait_until(program.desktop.notifications.shown, "the program says nothing")
     assert shown["summary"] == "Quillbar is running"
-    assert "Press ⌥⌘T to jump to any shortcut" in shown["body"]
+    assert "Press Super+Alt+T to jump to any shortcut" in shown["body"]
     assert not shown["hints"].get("transient")

@@ -12,7 +12,6 @@ namespace {
 
 using quillbar::testing::readFile;
 using ::testing::HasSubstr;
-using ::testing::Not;
 
 class LoginEntries : public ::testing::Test {
 protected:
@@ -42,28 +41,26 @@ TEST_F(LoginEntries, Exec_quotesThePathForBothLayers)
     };
     for (auto const& [path, expected] : cases) {
         entry.executablePath = path;
-        writeLoginEntry(entry, LoginSwitch::Keep);
+        writeLoginEntry(entry);
         EXPECT_THAT(text(), HasSubstr("\nExec=" + std::string(expected) + "\n")) << path;
     }
 }
 
-TEST_F(LoginEntries, Write_keepsOrResetsTheDesktopsOffSwitch)
+TEST_F(LoginEntries, Write_keepsTheDesktopsOffSwitch)
 {
     for (auto const* off : { "Hidden=true\n", "X-GNOME-Autostart-enabled=false\n" }) {
         folder.write(file,
             "[Other]\nHidden=false\n[Desktop Entry]\nExec=\"/old\"\n" + std::string(off)
                 + "[Desktop Action x]\nHidden=false\n" + std::string(100'000, '#') + "\n");
-        writeLoginEntry(entry, LoginSwitch::Keep);
+        writeLoginEntry(entry);
         EXPECT_THAT(text(), HasSubstr(off));
         EXPECT_THAT(text(), HasSubstr("Exec=\"/opt/quillbar\"\n"));
-        writeLoginEntry(entry, LoginSwitch::Reset);
-        EXPECT_THAT(text(), Not(HasSubstr(off)));
     }
 }
 
 TEST_F(LoginEntries, Write_replacesOnlyAFileInAPrivateFolder)
 {
-    writeLoginEntry(entry, LoginSwitch::Keep);
+    writeLoginEntry(entry);
     struct stat status { };
     ::stat(file.parent_path().c_str(), &status);
     EXPECT_EQ(status.st_mode & 0777u, 0700u);
@@ -73,7 +70,7 @@ TEST_F(LoginEntries, Write_replacesOnlyAFileInAPrivateFolder)
              +[](char const* path) { return ::symlink("../../target", path); } }) {
         std::filesystem::remove(file);
         ASSERT_EQ(make(file.c_str()), 0);
-        writeLoginEntry(entry, LoginSwitch::Reset);
+        writeLoginEntry(entry);
         EXPECT_FALSE(std::filesystem::is_regular_file(std::filesystem::symlink_status(file)));
     }
     EXPECT_EQ(readFile(target), "x");
@@ -81,7 +78,7 @@ TEST_F(LoginEntries, Write_replacesOnlyAFileInAPrivateFolder)
 
 TEST_F(LoginEntries, Remove_deletesTheFile)
 {
-    writeLoginEntry(entry, LoginSwitch::Keep);
+    writeLoginEntry(entry);
     removeLoginEntry(entry.label);
     EXPECT_FALSE(std::filesystem::exists(file));
 }

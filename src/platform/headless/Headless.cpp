@@ -4,6 +4,7 @@
 
 #include "platform/Application.h"
 #include "platform/Folders.h"
+#include "platform/LoginEntry.h"
 #include "platform/Symbols.h"
 #include "platform/Updater.h"
 #include "platform/Workspace.h"
@@ -123,18 +124,14 @@ void openSecuritySettings()
     record().journal.emplace_back("openSecuritySettings");
 }
 
-void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch)
+void writeLoginEntry(LoginEntry const& /*entry*/)
 {
     record().journal.emplace_back("writeLoginEntry");
-    record().loginEntry = { entry, loginSwitch };
 }
 
-void removeLoginEntry(std::string const& label)
+void removeLoginEntry(std::string const& /*label*/)
 {
     record().journal.emplace_back("removeLoginEntry");
-    auto& written = record().loginEntry;
-    if (written && written->entry.label == label)
-        written.reset();
 }
 
 namespace {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/HotkeyObstacles.h"
-#include "platform/LoginEntry.h"
 #include "platform/Notifications.h"
 #include "platform/view/Alert.h"
 #include "platform/view/StatusItem.h"
@@ -50,11 +49,6 @@ struct StartedChild {
     std::chrono::milliseconds startedAt { 0 };
 };
 
-struct WrittenLoginEntry {
-    LoginEntry entry;
-    LoginSwitch loginSwitch = LoginSwitch::Keep;
-};
-
 /// What the program has done since the last reset(), and what it is answered.
 struct Record {
     /// The names of the platform functions that had an effect, in the order of the calls.
@@ -99,9 +93,6 @@ struct Record {
     std::vector<StartedChild> startedChildren;
     /// The arguments of every readChildOutput().
     std::vector<std::vector<std::string>> readChildren;
-
-    /// The present login entry.
-    std::optional<WrittenLoginEntry> loginEntry;
 
     std::vector<std::filesystem::path> applicationSupportFolders;
     std::filesystem::path stateFolder;

@@ -93,14 +93,13 @@ std::optional<std::string> replaceableText(std::string const& file)
 
 } // namespace
 
-void writeLoginEntry(LoginEntry const& entry, LoginSwitch loginSwitch)
+void writeLoginEntry(LoginEntry const& entry)
 {
     auto const file = entryFile(entry.label);
     auto const previous = replaceableText(file);
     if (!previous)
         return;
-    auto const text
-        = entryText(entry, loginSwitch == LoginSwitch::Keep ? *previous : std::string());
+    auto const text = entryText(entry, *previous);
     if (text == *previous)
         return;
     g_autofree char* folder = g_path_get_dirname(file.c_str());

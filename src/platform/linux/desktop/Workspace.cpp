@@ -1,6 +1,7 @@
 #include "platform/Workspace.h"
 
 #include "platform/ChildProcess.h"
+#include "platform/Folders.h"
 #include "platform/Notifications.h"
 #include "platform/Updater.h"
 #include "platform/linux/desktop/AddressOpener.h"
@@ -108,14 +109,22 @@ std::vector<std::string> settingsCommand()
     return {};
 }
 
+/// How a person without a software centre gets the next version.
+std::string updateAdvice()
+{
+    // By convention only the system's package manager puts programs there.
+    return executablePath().starts_with("/usr/bin/")
+        ? "Your system’s package manager keeps Quillbar up to date."
+        : "Quillbar cannot look for updates here. The next version comes from where you got this "
+          "one.";
+}
+
 class SoftwareCentre final : public Updater {
 public:
     void checkForUpdates() override
     {
         openWithDesktop("appstream:" + std::string(applicationId), [] {
-            postNotification(
-                { "updates", "Quillbar", "Your system’s package manager keeps Quillbar up to date.",
-                    NotificationSound::None });
+            postNotification({ "updates", "Quillbar", updateAdvice(), NotificationSound::None });
         });
     }
 };

@@ -37,8 +37,9 @@ QString fileName(IconAppearance const& appearance)
     return appearance.isSymbolic ? name + "-symbolic"_L1 : name;
 }
 
-/// When the X server goes, Qt calls exit() from within, which destroys nothing but what is static.
-/// When a Wayland compositor goes, it only says so and calls _exit(), on several threads at once.
+/// Removes the folders that no owner removes. When the X server goes, Qt calls exit(), which
+/// destroys only static objects. When a Wayland compositor goes, Qt logs it and calls _exit(), on
+/// several threads at once.
 class RemovedAtExit {
 public:
     RemovedAtExit()

@@ -14,7 +14,7 @@ namespace quillbar::platform {
 /// How the status item's symbol looks at the moment.
 struct IconAppearance {
     std::string symbol;
-    /// Nothing leaves the colour to the panel.
+    /// std::nullopt leaves the colour to the panel.
     std::optional<QColor> tint;
     double alpha = 1;
     /// Whether the file's name may end in "-symbolic": panels recolour such files, and Cinnamon

@@ -69,7 +69,7 @@ std::string nameOf(MenuItem const& item, int parent)
     return name + (item.representedObject ? "= " + *item.representedObject : "- " + item.title);
 }
 
-// GTK's importer takes the names of X key symbols only, Qt's a sign only as itself.
+// GTK's reader of menus knows a comma only by its X key symbol's name, Qt's only as the character.
 QString nameOfComma()
 {
     auto const desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':'_L1);

@@ -125,7 +125,7 @@ IconAppearance NativeStatusItem::wantedAppearance() const
     }
     if (button.contentTintColor()) {
         appearance.tint = toQColor(*button.contentTintColor(), QGuiApplication::palette());
-        // A pale colour would be missed.
+        // Dimmed, too, the colour would be hard to see.
         appearance.alpha = 1;
     }
     return appearance;
@@ -144,7 +144,7 @@ void NativeStatusItem::show(IconAppearance const& appearance)
 
 QImage NativeStatusItem::rendered(int side, Background background) const
 {
-    // As wide as that of the icons beside it.
+    // The margin that other programs' icons have.
     auto const edge = side * 3 / 32;
     auto const& image = item_.button().image();
     QImage result(side, side, QImage::Format_ARGB32_Premultiplied);

@@ -46,7 +46,7 @@ private:
     std::optional<QList<IconPixmap>> pixmaps_;
     QString toolTip_;
     QTimer hold_;
-    /// Begun while another appearance was held.
+    /// A dimmed look that came while another was held: the next to be shown.
     std::optional<IconAppearance> nextPulse_;
     QTimer placeWait_;
     DBusMenu menu_;

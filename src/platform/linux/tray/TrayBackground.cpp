@@ -100,14 +100,14 @@ bool TrayBackground::eventFilter(QObject* /*watched*/, QEvent* event)
     if (event->type() == QEvent::WinIdChange)
         watchWindow();
     bool const isShowing = event->type() == QEvent::Paint || event->type() == QEvent::Expose;
-    // What is being shown is on the screen only afterwards.
+    // Only after the event has been handled are the new pixels on the screen.
     if (isShowing && !std::exchange(isReadPending_, true))
         QMetaObject::invokeMethod(
             this, [this] { read(); }, Qt::QueuedConnection);
     return false;
 }
 
-// The widget is not painted anew when the tray shows its window, which may be made later.
+// When the tray shows the window, that gets an Expose event, but the widget no Paint event.
 void TrayBackground::watchWindow()
 {
     if (auto* const window = iconWindow_.windowHandle())

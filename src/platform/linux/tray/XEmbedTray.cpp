@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A panel that takes both kinds of icons opens for windows first.
+// A panel that is both an XEmbed tray and a status-notifier host becomes the tray first.
 constexpr std::chrono::milliseconds untilTraysAreSettled { 500 };
 
-// Qt keeps the window of the icon to itself.
+// QSystemTrayIcon gives no access to its window.
 QWidget* iconWindow()
 {
     auto const windows = QApplication::topLevelWidgets();
@@ -83,7 +83,8 @@ bool XEmbedTray::nativeEventFilter(QByteArray const& eventType, void* message, q
     if (icon_ || event == nullptr || x11EventType(*event) != XCB_CLIENT_MESSAGE)
         return false;
     auto const* announcement = reinterpret_cast<xcb_client_message_event_t const*>(event);
-    // An icon that is there by the time when Qt knows of the tray would ask twice.
+    // Qt docks icons on this announcement, too: one made before Qt has read it would be docked
+    // twice.
     static auto const manager = x11Atom(x11Connection(), "MANAGER");
     if (announcement->type == manager)
         later_.start();

@@ -15,12 +15,12 @@ class QSystemTrayIcon;
 
 namespace quillbar::platform {
 
-/// The status item in a tray of the older kind, which embeds windows (X11 only). Main thread.
+/// The status item in an XEmbed tray, which embeds a window for each icon (X11 only). Main thread.
 class XEmbedTray : private QAbstractNativeEventFilter {
 public:
     /// All are called when there is a tray and the icon is needed.
     struct Callbacks {
-        /// Suits that background; nothing stands for one that is not known. Its edge stays clear.
+        /// For that background, or for an unknown one. The picture's corners stay transparent.
         std::function<QIcon(std::optional<Background>)> icon;
         std::function<QString()> toolTip;
         std::function<void()> activate;
@@ -46,6 +46,7 @@ private:
 
     Callbacks callbacks_;
     bool isWanted_ = false;
+    // Whether askForHost() was called and is not answered yet.
     bool isAsked_ = false;
     QTimer later_;
     std::unique_ptr<QSystemTrayIcon> icon_;

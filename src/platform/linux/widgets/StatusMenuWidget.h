@@ -33,7 +33,7 @@ private:
     QIcon makeIcon(Image const& image) const;
     void holdInput();
     void activateFirst();
-    /// Whether the key types something that a name can begin with.
+    /// Selects the next row that begins with what was typed. False when the key types nothing.
     bool activateByName(QKeyEvent const& press);
     void choose(MenuItem const& item);
 
