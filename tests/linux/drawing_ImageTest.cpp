@@ -47,7 +47,7 @@ TEST(Image, BadgeHasItsCornersGradientAndGlyph)
     EXPECT_COLOR(image, 16, 0, QColor(4, 0, 251));
     EXPECT_COLOR(image, 16, 31, QColor(251, 0, 4));
     EXPECT_COLOR(image, 16, 16, QColor(Qt::white));
-    // Beside the star's waist the ground shows.
+    // Beside the star's waist the background shows.
     EXPECT_COLOR(image, 22, 10, QColor(88, 0, 167));
 }
 
@@ -89,11 +89,11 @@ TEST(Image, IconOfTheWindowsIsTheLaunchersWithTheHeartInTheMiddle)
     EXPECT_EQ(heart, QRect(25, 25, 78, 78));
 }
 
-TEST(ContrastTest, ColoursGoAsFarTowardsBlackOrWhiteAsTheirGroundAsksFor)
+TEST(ContrastTest, ColoursGoAsFarTowardsBlackOrWhiteAsTheirBackgroundAsksFor)
 {
     struct Case {
         QColor color;
-        QColor ground;
+        QColor background;
         QColor legible;
     };
     Case const cases[] {
@@ -104,8 +104,8 @@ TEST(ContrastTest, ColoursGoAsFarTowardsBlackOrWhiteAsTheirGroundAsksFor)
         // White cannot be told from it, nor is there anything whiter.
         { Qt::white, 0xf0e000, 0x5f5f5f },
     };
-    for (auto const& [color, ground, expected] : cases)
-        EXPECT_EQ(legible(color, ground, 4.7).name(), expected.name());
+    for (auto const& [color, background, expected] : cases)
+        EXPECT_EQ(legible(color, background, 4.7).name(), expected.name());
 }
 
 } // namespace

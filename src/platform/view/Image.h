@@ -52,7 +52,7 @@ struct DrawSymbol {
 
 using DrawingOperation = std::variant<ClipToRoundedRect, FillLinearGradient, DrawSymbol>;
 
-/// An image described by what is drawn, in this order, on a clear ground.
+/// An image described by what is drawn, in this order, on a clear background.
 struct Drawing {
     Size size;
     std::vector<DrawingOperation> operations;

@@ -66,7 +66,7 @@ public:
     void clearSelection() { set(selectedRow_, {}); }
     [[nodiscard]] std::optional<std::size_t> selectedRow() const { return selectedRow_; }
     void scrollRowToVisible(std::size_t row);
-    /// The row that was clicked last; nothing for the ground below the rows.
+    /// The row that was clicked last; nothing for the background below the rows.
     [[nodiscard]] std::optional<std::size_t> clickedRow() const { return clickedRow_; }
 
     void userClicked(std::optional<std::size_t> row);

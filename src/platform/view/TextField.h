@@ -8,7 +8,7 @@ namespace quillbar::platform {
 
 enum class TextFieldStyle : std::uint8_t {
     Bezeled,
-    /// Neither border nor ground.
+    /// Neither border nor background.
     Plain,
 };
 

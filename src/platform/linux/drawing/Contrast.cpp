@@ -42,19 +42,19 @@ double contrastOf(double one, double other)
 
 } // namespace
 
-QColor blended(QColor const& color, QColor const& ground)
+QColor blended(QColor const& color, QColor const& background)
 {
     auto const mix = [share = color.alphaF()](
                          float over, float under) { return over * share + under * (1 - share); };
-    return QColor::fromRgbF(mix(color.redF(), ground.redF()), mix(color.greenF(), ground.greenF()),
-        mix(color.blueF(), ground.blueF()));
+    return QColor::fromRgbF(mix(color.redF(), background.redF()),
+        mix(color.greenF(), background.greenF()), mix(color.blueF(), background.blueF()));
 }
 
-QColor legible(QColor const& color, QColor const& ground, double contrast)
+QColor legible(QColor const& color, QColor const& background, double contrast)
 {
-    auto light = lightOf(blended(color, ground));
+    auto light = lightOf(blended(color, background));
     auto const own = luminance(light);
-    auto const under = luminance(lightOf(ground));
+    auto const under = luminance(lightOf(background));
     if (contrastOf(own, under) >= contrast)
         return color;
     double end = own > under ? 1 : 0;

@@ -71,7 +71,7 @@ protected:
     [[nodiscard]] QColor focusColor() const
     {
         return legible(palette().color(QPalette::Active, QPalette::Highlight),
-            groundOf(*portable, palette()), outlineContrast);
+            backgroundOf(*portable, palette()), outlineContrast);
     }
 };
 
@@ -123,7 +123,7 @@ private:
         QColor const& color, double contrast, QStyleOptionButton const& option) const
     {
         return legibleOnBevel(
-            color, contrast, size(), groundOf(*portable, palette()), [&](QPainter& painter) {
+            color, contrast, size(), backgroundOf(*portable, palette()), [&](QPainter& painter) {
                 style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
             });
     }
@@ -294,7 +294,7 @@ private:
         // The pen is centred on the rectangle; its outer half must stay inside at every scale.
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(legible(faded(palette().color(QPalette::WindowText), outlineShare),
-            groundOf(*portable, palette()), outlineContrast));
+            backgroundOf(*portable, palette()), outlineContrast));
         painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));
         painter.restore();
     }

@@ -56,7 +56,7 @@ QPalette legibleColors(QPalette palette)
 {
     auto const color
         = [&](QPalette::ColorRole role) { return palette.color(QPalette::Active, role); };
-    // A field may stand on the window without a ground of its own.
+    // A field may stand on the window without a background of its own.
     auto const placeholder
         = legible(color(QPalette::PlaceholderText), color(QPalette::Base), textContrast);
     palette.setColor(

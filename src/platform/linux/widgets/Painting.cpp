@@ -36,7 +36,7 @@ bool showCutText(QEvent* event, QWidget& widget, QString const& text, int room)
     return true;
 }
 
-QColor groundOf(View const& view, QPalette const& palette)
+QColor backgroundOf(View const& view, QPalette const& palette)
 {
     if (isInSelectedRow(view))
         return palette.color(QPalette::Active, QPalette::Highlight);
@@ -53,14 +53,14 @@ QColor textColor(View const& view, Color const& color, QPalette const& palette)
     auto text = toQColor(color, palette);
     if (std::holds_alternative<SystemColor>(color) && isInSelectedRow(view))
         text = faded(palette.color(QPalette::Active, QPalette::HighlightedText), text.alphaF());
-    return legible(text, groundOf(view, palette), textContrast);
+    return legible(text, backgroundOf(view, palette), textContrast);
 }
 
-QColor legibleOnBevel(QColor color, double contrast, QSize size, QColor const& ground,
+QColor legibleOnBevel(QColor color, double contrast, QSize size, QColor const& background,
     std::function<void(QPainter&)> const& draw)
 {
     QImage bevel(size, QImage::Format_RGB32);
-    bevel.fill(ground);
+    bevel.fill(background);
     QPainter painter(&bevel);
     draw(painter);
     // Styles shade bevels from the top to the bottom.

@@ -24,15 +24,15 @@ void drawLine(QPainter& painter, QRect const& rect, int horizontalAlignment, QSt
 bool showCutText(QEvent* event, QWidget& widget, QString const& text, int room);
 
 /// What the view lies on: a table's highlight, a list or the window.
-[[nodiscard]] QColor groundOf(View const& view, QPalette const& palette);
+[[nodiscard]] QColor backgroundOf(View const& view, QPalette const& palette);
 
 /// The colour of text in the view, legible on what that lies on.
 [[nodiscard]] QColor textColor(View const& view, Color const& color, QPalette const& palette);
 
 /// The colour made legible in the middle of a bevel, of which only the style knows the colours;
 /// `draw` draws it.
-[[nodiscard]] QColor legibleOnBevel(QColor color, double contrast, QSize size, QColor const& ground,
-    std::function<void(QPainter&)> const& draw);
+[[nodiscard]] QColor legibleOnBevel(QColor color, double contrast, QSize size,
+    QColor const& background, std::function<void(QPainter&)> const& draw);
 
 /// Shows that a person's keys go to what stands in the rectangle.
 void drawFocusRing(QPainter& painter, QRectF const& rect, QColor const& color);

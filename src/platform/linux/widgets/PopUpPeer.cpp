@@ -131,7 +131,7 @@ private:
     void drawFocus(QPainter& painter, QStyleOptionComboBox const& option)
     {
         auto const color = legibleOnBevel(palette().color(QPalette::Active, QPalette::Highlight),
-            outlineContrast, size(), groundOf(*portable, palette()), [&](QPainter& bevel) {
+            outlineContrast, size(), backgroundOf(*portable, palette()), [&](QPainter& bevel) {
                 style()->drawComplexControl(QStyle::CC_ComboBox, &option, &bevel, this);
             });
         drawFocusRing(

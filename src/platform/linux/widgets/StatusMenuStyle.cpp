@@ -84,22 +84,22 @@ void drawRow(QStyleOptionMenuItem const& item, QPainter& painter)
     auto const isEnabled = item.state.testFlag(QStyle::State_Enabled);
     auto const isSelected = isEnabled && item.state.testFlag(QStyle::State_Selected);
     auto const group = isEnabled ? QPalette::Active : QPalette::Disabled;
-    auto ground = item.palette.color(QPalette::Active, QPalette::Base);
+    auto background = item.palette.color(QPalette::Active, QPalette::Base);
     auto color = item.palette.color(group, QPalette::WindowText);
     auto keyColor = toQColor(SystemColor::SecondaryLabel, item.palette);
     if (isSelected) {
         constexpr int cornerRadius = 4;
-        ground = item.palette.color(QPalette::Active, QPalette::Highlight);
+        background = item.palette.color(QPalette::Active, QPalette::Highlight);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(ground);
+        painter.setBrush(background);
         painter.drawRoundedRect(item.rect, cornerRadius, cornerRadius);
         color = item.palette.color(QPalette::Active, QPalette::HighlightedText);
         keyColor = color;
     }
     auto const mode = isSelected ? QIcon::Active : (isEnabled ? QIcon::Normal : QIcon::Disabled);
     drawIcon(item, mode, painter);
-    drawTexts(item, legible(color, ground, textContrast), legible(keyColor, ground, textContrast),
-        painter);
+    drawTexts(item, legible(color, background, textContrast),
+        legible(keyColor, background, textContrast), painter);
 }
 
 } // namespace
