@@ -2,11 +2,12 @@
 
 #include "shortcuts/Names.h"
 
-#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <glib.h>
+#include <map>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -45,7 +46,7 @@ std::string statusText(int status)
         return "was ended by signal " + std::to_string(WTERMSIG(status)) + " ("
             + strsignal(WTERMSIG(status)) + ")";
     auto const code = WEXITSTATUS(status);
-    std::string const text = "ended with " + std::to_string(code);
+    std::string text = "ended with " + std::to_string(code);
     switch (code) {
     case 0:
         return "succeeded";
@@ -58,29 +59,28 @@ std::string statusText(int status)
     }
 }
 
-std::vector<fs::directory_entry> newestFirst()
+using LogFiles = std::multimap<fs::file_time_type, fs::path, std::greater<>>;
+
+LogFiles newestFirst()
 {
-    std::vector<std::pair<fs::file_time_type, fs::directory_entry>> files;
+    LogFiles files;
     std::error_code error;
     for (fs::directory_iterator file(logFolder(), error), end; !error && file != end;
          file.increment(error)) {
         // Another run may have removed it.
         if (auto const time = file->last_write_time(error); !error)
-            files.emplace_back(time, *file);
+            files.emplace(time, file->path());
     }
-    std::ranges::stable_sort(
-        files, std::ranges::greater {}, [](auto const& file) { return file.first; });
-    std::vector<fs::directory_entry> result;
-    for (auto& [time, file] : files)
-        result.push_back(std::move(file));
-    return result;
+    return files;
 }
 
 void removeOldest()
 {
-    auto const files = newestFirst();
-    for (auto index = mostLogs; index < files.size(); ++index)
-        unlink(files[index].path().c_str());
+    std::size_t count = 0;
+    for (auto const& [time, path] : newestFirst()) {
+        if (++count > mostLogs)
+            unlink(path.c_str());
+    }
 }
 
 bool writeAll(int file, std::string_view text)
@@ -139,9 +139,9 @@ bool writeLog(EndedRun const& run)
 std::vector<std::string> logHeads()
 {
     std::vector<std::string> heads;
-    for (auto const& file : newestFirst()) {
+    for (auto const& [time, path] : newestFirst()) {
         std::string line;
-        if (file.path().extension() == ".log" && std::getline(std::ifstream(file.path()), line))
+        if (path.extension() == ".log" && std::getline(std::ifstream(path), line))
             heads.push_back(std::move(line));
     }
     return heads;

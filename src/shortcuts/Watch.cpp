@@ -70,7 +70,7 @@ public:
     [[nodiscard]] bool isCut() const { return length_ > kept; }
 
 private:
-    static constexpr std::ptrdiff_t kept = 64 * 1024;
+    static constexpr std::ptrdiff_t kept = 65536;
 
     std::array<char, 2 * kept> text_;
     std::size_t end_ = 0;

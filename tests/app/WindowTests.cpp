@@ -12,14 +12,6 @@ constexpr std::uint32_t paletteKey = 17;
 
 class WindowTest : public AppFixture {
 protected:
-    [[nodiscard]] Names titles() const
-    {
-        Names titles;
-        for (auto const* const window : record.windows)
-            titles.push_back(window->title());
-        return titles;
-    }
-
     [[nodiscard]] bool click(std::string const& title) const
     {
         return test::click(test::find<Button>(*record.windows.front(), title));
@@ -31,15 +23,6 @@ protected:
         headless::runPosted();
     }
 };
-
-TEST_F(WindowTest, FirstLaunchWithPins_skipsTheWelcomeAndLeavesItsFlag)
-{
-    Config config;
-    config.pinned = { "A" };
-    start(config);
-    EXPECT_EQ(titles(), Names { "Quillbar permissions" });
-    EXPECT_EQ(Config::load().onboarded, std::nullopt);
-}
 
 TEST_F(WindowTest, WithoutAnAnswer_theWelcomeClaimsNothing)
 {

@@ -113,14 +113,5 @@ TEST_F(ScrolledList, Focus_staysOnAViewThatIsScrolledAwayAndDoesNotScroll)
     EXPECT_EQ(scroll->offset(), 10000);
 }
 
-TEST_F(ScrolledList, Offset_staysWithinTheContent)
-{
-    EXPECT_EQ(scroll->maximumOffset(), 20000 - 98);
-    scroll->userScrolled(1e9);
-    EXPECT_EQ(scroll->offset(), scroll->maximumOffset());
-    list->setFrame({ 0, 0, 280, 50 });
-    EXPECT_EQ(scroll->offset(), 0);
-}
-
 } // namespace
 } // namespace quillbar::platform

@@ -96,7 +96,8 @@ def fault(begin, end):
     (fault(lambda on: on.notifications.hang(), lambda on: on.notifications.go_on()), EVERY_WAY),
     (fault(lambda on: on.panel.kill(), lambda on: on.panel.start()), [by_menu, by_palette]),
     (lambda program: stopped(program.desktop.bus_daemon), [by_palette]),
-], ids=["no notifications", "hung notifications", "no panel", "hung bus"])
+    (lambda program: stopped(program.process), []),
+], ids=["no notifications", "hung notifications", "no panel", "hung bus", "stopped program"])
 def test_it_answers_meanwhile_and_afterwards(program, failing, ways):
     menu = start(program).menu
     wait_until(program.desktop.panel.shows_icon, "the icon never shows")
@@ -220,8 +221,14 @@ def record(program):
     wait_until(lambda: not program.desktop.screen.is_keyboard_free(), "nothing is recorded")
 
 
+def list_slowly(program):
+    write_tool(program, f"sleep 1; {WHOLE}")
+    program.tray().menu.click("Settings…")
+    wait_until(program.children, "the tool is not asked")
+
+
 @pytest.mark.parametrize("bring_about", [
-    ask_about_gone_pins, record, Program.open_own_menu])
+    ask_about_gone_pins, record, list_slowly, Program.open_own_menu])
 def test_it_ends_whatever_is_open_and_lets_go_of_everything(program, bring_about):
     screen = program.desktop.screen
     start(program, "B")

@@ -25,19 +25,6 @@ std::filesystem::path copyPath()
 
 using ConfigFile = test::HeadlessTest;
 
-TEST_F(ConfigFile, ASavedRecord_isLoaded)
-{
-    Config config;
-    config.pinned = { "B", "A" };
-    config.launchAtLogin = false;
-    EXPECT_TRUE(config.save());
-    EXPECT_EQ(Config::load(), config);
-
-    EXPECT_TRUE(Config().save());
-    EXPECT_EQ(readFile(Config::fileURL()), R"({"iconSymbol":"heart.fill","pinned":[]})");
-    EXPECT_FALSE(std::filesystem::exists(copyPath()));
-}
-
 TEST_F(ConfigFile, TheMigratedRecord_reachesTheFileWithTheNextSaveOnly)
 {
     std::string const text = R"({"pinned":["A"],"iconSymbol":"x","autoRunOnLaunch":true})";

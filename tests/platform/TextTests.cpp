@@ -7,15 +7,6 @@
 
 namespace quillbar::platform {
 
-TEST(Text, Trimmed_removesAllKindsOfWhiteSpaceFromTheEndsOnly)
-{
-    EXPECT_EQ(trimmed(" \t\r\n\v\f two words \n"), "two words");
-    EXPECT_EQ(trimmed("\u00A0\u2003\u2028\u0085\u3000x\u202F"), "x");
-    EXPECT_EQ(trimmed(" \n "), "");
-    EXPECT_EQ(trimmed(" 👩‍👩‍👧 "), "👩‍👩‍👧");
-    EXPECT_EQ(trimmed("\u200Bx\uFEFF"), "\u200Bx\uFEFF");
-}
-
 TEST(Text, Isolated_closesInWhatTurnsLinesAround)
 {
     struct {

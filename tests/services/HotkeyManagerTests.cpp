@@ -18,21 +18,6 @@ protected:
     int calls = 0;
 };
 
-TEST_F(HotkeyManagerTest, Ids_countFromOneAndAreNeverUsedAgain)
-{
-    HotkeyManager manager;
-    record.refusedHotkeys.insert({ 9, 0 });
-    EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900), 1U);
-    EXPECT_EQ(manager.registerHotkey(count(), 18, 0x900), 2U);
-    manager.unregisterAll();
-    EXPECT_EQ(manager.registerHotkey(count(), 17, 0x900, "Seventeen"), 3U);
-    EXPECT_EQ(manager.registerHotkey(count(), 9, 0), 0U);
-    EXPECT_EQ(manager.registerHotkey(count(), 18, 0x900), 5U);
-    EXPECT_THAT(record.registeredHotkeys,
-        ElementsAre(headless::RegisteredHotkey { 17, 0x900, signature, 3, "Seventeen" },
-            headless::RegisteredHotkey { 18, 0x900, signature, 5, "" }));
-}
-
 TEST_F(HotkeyManagerTest, WhatWasRefused_isClaimedOnceItIsFreeUnlessGivenUp)
 {
     HotkeyManager other;

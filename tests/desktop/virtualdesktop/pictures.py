@@ -33,6 +33,8 @@ _SETTINGS = {
 }
 # What is seen of the desktop around a window, and the height of its title bar.
 _EDGE, _TITLE = 12, 20
+# The pictures of the documents have two pixels a point.
+_DOUBLE = {"QT_SCALE_FACTOR": "2"}
 # The shell tells a script's end to its own trap, whatever ended it.
 _SAMPLE = """#!/bin/sh
 trap 'echo "$SHORTCUT_NAME: exit status $?" >>"$HOME/outcome"' EXIT
@@ -44,7 +46,8 @@ def draw_pictures(binary, folder):
     """Draws every picture of the documents into the folder."""
     os.makedirs(folder, exist_ok=True)
     for scheme, ending in (("light", ""), ("dark", "-dark")):
-        with VirtualDesktop(accessibility=True) as desktop, Portal(desktop, scheme):
+        with (VirtualDesktop("2560x1600", accessibility=True) as desktop,
+              Portal(desktop, scheme)):
             program = Program(desktop, binary, os.path.join(desktop.folder, "person"))
             for name in [*_PINS, *_OTHERS]:
                 program.write_shortcut(name, "#!/bin/sh\n")
@@ -52,22 +55,39 @@ def draw_pictures(binary, folder):
 
 
 def _draw(program, path_of):
-    program.start()
+    program.start(**_DOUBLE)
     picture_of_window(Window(program, "Welcome to Quillbar"), path_of("welcome"))
     program.stop()
     program.pin(*_PINS, **_SETTINGS)
-    program.start()
+    program.start(**_DOUBLE)
     picture_of_menu(program, path_of("menu"))
     picture_of_window(program.open_settings(), path_of("settings"))
+    _draw_summon(program, path_of("palette"))
     program.stop()
     with Client(program.desktop) as other:
         other.grab(KEY["J"], X.ControlMask | X.Mod1Mask)
         _draw_marked_hotkey(program, path_of("marked-hotkey"))
-    palette = program.open_window("Type to Jump…", "Quillbar")
-    program.desktop.screen.type("to")
-    wait_until(lambda: len(palette.elements("list item")) < len(_PINS), "nothing is found")
-    picture_of_window(palette, path_of("palette"))
     program.stop()
+
+
+def _draw_summon(program, path):
+    """The palette as it is summoned, searched and left by Return, as one animated picture."""
+    screen = program.desktop.screen
+    program.wait_for_hotkey()
+    palette = program.open_palette()
+    x, y, width, height = palette.area()
+    area = (x - _EDGE, y - _EDGE, x + width + _EDGE, y + height + _EDGE)
+    frames = [screen.settled_picture().crop(area)]
+    for letter, found in (("s", 5), ("t", 2), ("a", 2)):
+        screen.type(letter)
+        wait_until(lambda: len(palette.elements("list item")) == found, f"{letter} finds others")
+        frames.append(screen.settled_picture().crop(area))
+    screen.press("Return")
+    palette.wait_closed()
+    frames.append(screen.settled_picture().crop(area))
+    first, *others = [frame.quantize(256, dither=0) for frame in frames]
+    first.save(path, save_all=True, append_images=others, loop=0,
+               duration=[1200, 350, 350, 1500, 1000])
 
 
 def picture_of_menu(program, path):
@@ -93,14 +113,14 @@ def _draw_marked_hotkey(program, path):
     screen = program.desktop.screen
     program.pin(*_PINS, **{**_SETTINGS,
                            "shortcutHotkeys": {**_SETTINGS["shortcutHotkeys"], **_TAKEN}})
-    program.start()
+    program.start(**_DOUBLE)
     window = program.open_settings()
     recorder = window.middle("push button", "Hotkey for Join stand-up")
     screen.point(*recorder)
     tooltip = wait_until(lambda: [shown for shown in program.windows() if shown[0] != window.id],
                          "no reason is shown")[0]
     x, _, width, _ = window.area()
-    top, bottom = recorder[1] - 80, tooltip[2] + tooltip[4] + 40
+    top, bottom = recorder[1] - 160, tooltip[2] + tooltip[4] + 40
     _store(screen.settled_picture().crop((x - _EDGE, top, x + width + _EDGE, bottom)), path)
     screen.point(0, 0)
     window.dismiss()

@@ -141,7 +141,7 @@ std::string shortened(std::string_view text)
 
 std::string isolated(std::string_view whole)
 {
-    auto const text = shortened(whole);
+    auto text = shortened(whole);
     if (isAscii(text))
         return text;
     constexpr char16_t firstStrongIsolate = 0x2068;
