@@ -68,6 +68,7 @@ def _draw(program, path_of):
         other.grab(KEY["J"], X.ControlMask | X.Mod1Mask)
         _draw_marked_hotkey(program, path_of("marked-hotkey"))
     program.stop()
+    _draw_failure(program, path_of("failure"))
 
 
 def _draw_summon(program, path):
@@ -78,16 +79,36 @@ def _draw_summon(program, path):
     x, y, width, height = palette.area()
     area = (x - _EDGE, y - _EDGE, x + width + _EDGE, y + height + _EDGE)
     frames = [screen.settled_picture().crop(area)]
-    for letter, found in (("s", 5), ("t", 2), ("a", 2)):
+    for letter, found in (("f", 3), ("o", 1), ("c", 1)):
         screen.type(letter)
         wait_until(lambda: len(palette.elements("list item")) == found, f"{letter} finds others")
         frames.append(screen.settled_picture().crop(area))
     screen.press("Return")
     palette.wait_closed()
     frames.append(screen.settled_picture().crop(area))
-    first, *others = [frame.quantize(256, dither=0) for frame in frames]
+    # An animated picture has one palette: of the first frame, which shows every colour.
+    first = frames[0].quantize(256, dither=0)
+    others = [frame.quantize(palette=first, dither=0) for frame in frames[1:]]
     first.save(path, save_all=True, append_images=others, loop=0,
                duration=[1200, 350, 350, 1500, 1000])
+
+
+def _draw_failure(program, path):
+    """The notification of a failed run, as dunst shows it."""
+    desktop = program.desktop
+    program.write_shortcut("Tidy downloads", "#!/bin/sh\nexit 1\n")
+    program.start(**_DOUBLE)
+    desktop.notifications.stop()
+    dunst = desktop.start(["dunst"], {"HOME": program.home})
+    wait_until(lambda: desktop.bus.owner(desktop.notifications.NAME), "dunst does not start")
+    program.tray().menu.click("Tidy downloads")
+    _, x, y, width, height = wait_until(lambda: desktop.screen.windows(instance="Dunst"),
+                                        "the failure is not told")[0]
+    picture = desktop.screen.settled_picture()
+    _store(picture.crop((x - _EDGE, y - _EDGE, x + width + _EDGE, y + height + _EDGE)), path)
+    desktop.processes.end(dunst)
+    desktop.notifications.start()
+    program.stop()
 
 
 def picture_of_menu(program, path):

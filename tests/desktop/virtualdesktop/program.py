@@ -32,6 +32,8 @@ class Program:
         self.login_entry = os.path.join(
             self.config_home, "autostart", "com.quillbar.launcher.desktop")
         self.process = None
+        # In whole pixels; assistive programs are told points.
+        self.pixels_a_point = 1
         # What starts the program in its own place, with its process id.
         self.wrapper = []
         self.shortcuts_folder = os.path.join(self.data, "shortcuts")
@@ -94,6 +96,7 @@ class Program:
 
     def launch(self, **environment):
         """Starts the program without waiting for anything."""
+        self.pixels_a_point = int(environment.get("QT_SCALE_FACTOR", 1))
         self.process = self.desktop.start(
             [*self.wrapper, self.binary], {**self.environment, **environment}, name="quillbar")
         return self.process

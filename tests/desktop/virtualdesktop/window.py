@@ -26,7 +26,10 @@ class Window:
 
     def _knows_its_place(self):
         windows = self._program.desktop.accessibility.windows(self._program.process.pid)
-        return self.area() in [window.extents() for window in windows]
+        return self.area() in [self._on_the_screen(window) for window in windows]
+
+    def _on_the_screen(self, element):
+        return tuple(self._program.pixels_a_point * number for number in element.extents())
 
     def area(self):
         """Where its inside is: (x, y, width, height)."""
@@ -51,7 +54,7 @@ class Window:
         return self._program.desktop.accessibility.wait_for(self._program.process.pid, role, name)
 
     def middle(self, role, name):
-        x, y, width, height = self.element(role, name).extents()
+        x, y, width, height = self._on_the_screen(self.element(role, name))
         return x + width // 2, y + height // 2
 
     def click(self, role, name):
