@@ -1,5 +1,6 @@
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
+#include "platform/linux/widgets/ApplicationIcon.h"
 #include "platform/linux/x11/WindowActivation.h"
 #include "platform/view/Alert.h"
 
@@ -145,6 +146,7 @@ AlertAnswer runModal(Alert const& alert)
 {
     QDialog dialog(QApplication::activeWindow(),
         Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    dialog.setWindowIcon(applicationIcon());
     dialog.setWindowTitle(QGuiApplication::applicationDisplayName());
     dialog.setModal(true);
     dialog.setAccessibleName(toQString(alert.messageText));

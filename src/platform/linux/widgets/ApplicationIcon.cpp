@@ -1,8 +1,8 @@
+#include "platform/linux/widgets/ApplicationIcon.h"
+
 #include "platform/Application.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 
-#include <QApplication>
-#include <QIcon>
 #include <QIconEngine>
 #include <QPainter>
 
@@ -42,9 +42,16 @@ private:
 
 } // namespace
 
+QIcon& applicationIcon()
+{
+    static QIcon icon;
+    return icon;
+}
+
+// Not the icon of all of Qt's windows, as drawing it would delay the palette.
 void setApplicationIcon(std::function<Image(double size)> iconOfSize)
 {
-    QApplication::setWindowIcon(QIcon(new ApplicationIcon(std::move(iconOfSize))));
+    applicationIcon() = QIcon(new ApplicationIcon(std::move(iconOfSize)));
 }
 
 } // namespace quillbar::platform

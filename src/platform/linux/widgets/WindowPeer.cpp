@@ -2,6 +2,7 @@
 
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/input/UserAction.h"
+#include "platform/linux/widgets/ApplicationIcon.h"
 #include "platform/linux/widgets/KeyFilter.h"
 #include "platform/linux/widgets/Memory.h"
 #include "platform/linux/widgets/NativeView.h"
@@ -53,8 +54,10 @@ NativeWindow::NativeWindow(Window& window)
         setAttribute(Qt::WA_TranslucentBackground);
     if (window.kind() == WindowKind::Panel)
         skipTaskbar(*this);
-    if (window.style() != WindowStyle::Borderless)
+    if (window.style() != WindowStyle::Borderless) {
+        setWindowIcon(applicationIcon());
         requestFrameMargins(*this);
+    }
 }
 
 void NativeWindow::focus(QWidget& widget)
