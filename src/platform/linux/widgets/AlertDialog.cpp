@@ -1,6 +1,8 @@
+#include "platform/linux/drawing/Contrast.h"
 #include "platform/linux/drawing/Conversions.h"
 #include "platform/linux/drawing/ImageRenderer.h"
 #include "platform/linux/widgets/ApplicationIcon.h"
+#include "platform/linux/widgets/Painting.h"
 #include "platform/linux/x11/WindowActivation.h"
 #include "platform/view/Alert.h"
 
@@ -10,6 +12,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
@@ -82,6 +85,25 @@ QLabel* makeIcon(AlertStyle style, QWidget const& dialog)
     return label;
 }
 
+/// The style outlines the default button, which need not be the one with the focus.
+class AlertButton final : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        constexpr int inset = 3;
+        QPushButton::paintEvent(event);
+        if (!hasFocus())
+            return;
+        QPainter painter(this);
+        drawFocusRing(painter, rect().adjusted(inset, inset, -inset, -inset),
+            legible(palette().color(QPalette::Highlight), palette().color(QPalette::Button),
+                outlineContrast));
+    }
+};
+
 QDialogButtonBox::ButtonRole roleOf(std::size_t button, std::size_t count)
 {
     if (button == 0)
@@ -132,7 +154,8 @@ QDialogButtonBox* makeButtons(Alert const& alert, QDialog& dialog)
     auto* box = new QDialogButtonBox;
     for (std::size_t i = 0; i < alert.buttons.size(); ++i) {
         auto text = toQString(alert.buttons[i]).replace('&'_L1, "&&"_L1);
-        auto* button = box->addButton(text, roleOf(i, alert.buttons.size()));
+        auto* button = new AlertButton(text);
+        box->addButton(button, roleOf(i, alert.buttons.size()));
         button->setDefault(i == 0);
         QObject::connect(button, &QPushButton::clicked, &dialog,
             [&dialog, i] { dialog.done(static_cast<int>(i) + 1); });
