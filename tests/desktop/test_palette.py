@@ -60,11 +60,10 @@ def test_hotkey_brings_the_palette_before_other_windows_with_the_keyboard(progra
         again = program.open_palette()
         assert (again.id, len(program.windows())) == (palette.id, 1)
         assert palette.elements("text")[0].text() == "be"
-        other.display.create_resource_object("window", palette.id).unmap()
-        other.display.sync()
-        palette.wait_closed()
-        # The window manager comes to the click after it has let go of the window.
-        other.take_focus()
+        unmapped = other.display.create_resource_object("window", palette.id)
+        unmapped.unmap()
+        # Once it has let go of the window, the window manager removes the state.
+        wait_until(lambda: not unmapped.get_wm_state(), "the window manager keeps the palette")
         assert program.open_palette().id == palette.id
         screen.press("Return")
         palette.wait_closed()
