@@ -122,7 +122,7 @@ private:
         if (auto const* hotkey = hotkeyOf(name)) {
             auto const shown = platform::isolated(name);
             item.title = shown + "  (" + hotkeyLabel(*hotkey) + ")";
-            // With the mark that ends the isolation, for the hotkey is not part of the name.
+            // Includes U+2069, without which a cut right-to-left name would reorder the hotkey.
             item.keptEnding = item.title.substr(shown.find(name) + name.size());
         }
         item.image = badge;

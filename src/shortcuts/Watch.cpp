@@ -94,7 +94,7 @@ bool isDiscarded(int descriptor)
         && status.st_rdev == makedev(1, 3);
 }
 
-/// Reads until the child has ended, not until nobody writes any more.
+/// Reads the pipe until the child exits; what it left in the background may hold the pipe longer.
 void readUntilEnd(pid_t child, int pipe, Tail& tail)
 {
     auto const ended = pidfd_open(child, 0);

@@ -12,8 +12,8 @@ namespace {
 using headless::record;
 using headless::RegisteredHotkey;
 
-// Not in the record, because reset() must leave them: the process's one hotkey manager installs
-// them once only.
+// Not in the record, which reset() clears: the process's one hotkey manager installs its handler
+// and observers only once.
 std::function<void(std::uint32_t)> handler;
 std::map<std::uint64_t, std::function<void()>> observers;
 

@@ -194,7 +194,7 @@ bool symbolExists(std::string_view name)
     return findSymbol(name).has_value();
 }
 
-// The program has no icon file of its own; callers draw the same icon as the theme's.
+// Linux programs have no bundle; the caller draws the application's icon itself.
 std::optional<Image> bundleImage(std::string_view /*name*/, Size /*size*/)
 {
     return std::nullopt;

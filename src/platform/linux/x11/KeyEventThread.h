@@ -53,7 +53,7 @@ private:
     Handlers handlers_;
     /// Lives on the main thread: what is handed over ends with it.
     QObject context_;
-    /// A new mapping comes as several events in a row.
+    /// A change waits in the main queue: the server sends several events for one new mapping.
     std::atomic<bool> isChangeSent_ = false;
     std::mutex mutex_;
     std::condition_variable isAnswered_;
