@@ -11,14 +11,21 @@ namespace {
 NSString* const columnIdentifier = @"main";
 NSString* const hostIdentifier = @"host";
 
-void setBackgroundStyle(NSView* view, NSBackgroundStyle style)
+// Labels have another colour on the highlight of the selected row.
+void syncSubviews(quillbar::platform::View const& view)
 {
-    if ([view isKindOfClass:NSControl.class]) {
-        NSCell* const cell = static_cast<NSControl*>(view).cell;
-        cell.backgroundStyle = style;
+    for (auto const& subview : view.subviews()) {
+        if (subview->native())
+            quillbar::platform::syncView(*subview);
+        syncSubviews(*subview);
     }
-    for (NSView* subview in view.subviews)
-        setBackgroundStyle(subview, style);
+}
+
+void place(NSView* content, quillbar::platform::View const& rowView, NSView* host)
+{
+    content.frame = NSMakeRect(0, 0, rowView.frame().width, rowView.frame().height);
+    if (content.superview != host)
+        [host addSubview:content];
 }
 
 std::optional<std::size_t> rowIndex(NSInteger row)
@@ -27,41 +34,6 @@ std::optional<std::size_t> rowIndex(NSInteger row)
 }
 
 } // namespace
-
-/// The place of one row in the native table, which reuses it for other rows; the portable table
-/// decides whose view stands in it.
-@interface QuillbarRowHost : NSTableCellView
-- (void)show:(NSView*)content;
-@end
-
-@implementation QuillbarRowHost
-- (BOOL)isFlipped
-{
-    return YES;
-}
-
-- (void)show:(NSView*)content
-{
-    for (NSView* view in [self.subviews copy]) {
-        if (view != content)
-            [view removeFromSuperview];
-    }
-    if (!content)
-        return;
-    // The content's frame is that in the table.
-    [self setBoundsOrigin:content.frame.origin];
-    if (content.superview != self)
-        [self addSubview:content];
-    setBackgroundStyle(content, self.backgroundStyle);
-}
-
-- (void)setBackgroundStyle:(NSBackgroundStyle)style
-{
-    [super setBackgroundStyle:style];
-    for (NSView* view in self.subviews)
-        ::setBackgroundStyle(view, style);
-}
-@end
 
 @interface QuillbarRow : NSTableRowView
 @end
@@ -121,15 +93,33 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     auto const& selected = self.shown->selectedRow();
     NSIndexSet* const rows
         = selected ? [NSIndexSet indexSetWithIndex:*selected] : [NSIndexSet indexSet];
-    if (![self.selectedRowIndexes isEqualToIndexSet:rows])
-        [self selectRowIndexes:rows byExtendingSelection:NO];
+    NSIndexSet* const before = [self.selectedRowIndexes copy];
+    if ([before isEqualToIndexSet:rows])
+        return;
+    [self selectRowIndexes:rows byExtendingSelection:NO];
+    for (auto const row : { before.firstIndex, rows.firstIndex }) {
+        if (auto const view = self.shown->viewAtRow(row))
+            syncSubviews(*view);
+    }
 }
 
-- (void)fill:(QuillbarRowHost*)host row:(NSInteger)row
+// The native table makes a host for each row and uses it again for others; the portable one decides
+// whose view stands in it, and has none for rows that it takes to be out of sight.
+- (void)fill:(NSView*)host row:(NSInteger)row
 {
     auto const index = rowIndex(row);
     auto const view = self.shown && index ? self.shown->viewAtRow(*index) : nullptr;
-    [host show:view && view->native() ? view->native()->view : nil];
+    NSView* const content = view && view->native() ? view->native()->view : nil;
+    for (NSView* other in [host.subviews copy]) {
+        if (other != content)
+            [other removeFromSuperview];
+    }
+    if (!content)
+        return;
+    bool const isNew = content.superview != host;
+    place(content, *view, host);
+    if (isNew)
+        syncSubviews(*view);
 }
 
 - (void)mouseDown:(NSEvent*)event
@@ -159,10 +149,9 @@ std::optional<std::size_t> rowIndex(NSInteger row)
                    row:(NSInteger)row
 {
     (void)tableColumn;
-    auto* host = static_cast<QuillbarRowHost*>([tableView makeViewWithIdentifier:hostIdentifier
-                                                                           owner:self]);
+    NSView* host = [tableView makeViewWithIdentifier:hostIdentifier owner:self];
     if (!host) {
-        host = [[QuillbarRowHost alloc] initWithFrame:NSZeroRect];
+        host = [[NSTableCellView alloc] initWithFrame:NSZeroRect];
         host.identifier = hostIdentifier;
     }
     [self fill:host row:row];
@@ -176,12 +165,12 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     return [[QuillbarRow alloc] initWithFrame:NSZeroRect];
 }
 
-// The portable table selects, in mouseDown:.
-- (BOOL)tableView:(NSTableView*)tableView shouldSelectRow:(NSInteger)row
+// The portable table selects, in mouseDown:; a press between the rows would clear the selection.
+- (NSIndexSet*)tableView:(NSTableView*)tableView
+    selectionIndexesForProposedSelection:(NSIndexSet*)proposedSelectionIndexes
 {
-    (void)tableView;
-    (void)row;
-    return NO;
+    (void)proposedSelectionIndexes;
+    return tableView.selectedRowIndexes;
 }
 
 - (id<NSPasteboardWriting>)tableView:(NSTableView*)tableView pasteboardWriterForRow:(NSInteger)row
@@ -231,6 +220,7 @@ public:
     explicit TablePeer(TableView& shown)
         : NativeView(shown, [[QuillbarTable alloc] initWithFrame:NSZeroRect])
         , table_(static_cast<QuillbarTable*>(view))
+        , shown_(shown)
     {
         table_.shown = &shown;
     }
@@ -238,12 +228,20 @@ public:
     TablePeer& operator=(TablePeer const&) = delete;
     ~TablePeer() override { table_.shown = nullptr; }
 
-    /// Row views go into the hosts.
-    void adopt(NSView*) override { }
+    /// Views of rows go into the hosts: at once where a host was there before its row's peer.
+    void adopt(NSView* subview) override
+    {
+        auto const& rowView = *portableViewOf(subview);
+        if (auto const row = shown_.rowOf(rowView))
+            place(subview, rowView,
+                [table_ viewAtColumn:0 row:static_cast<NSInteger>(*row) makeIfNecessary:NO]);
+    }
+
     void sync() override { [table_ sync]; }
 
 private:
     QuillbarTable* const table_;
+    TableView& shown_;
 };
 
 } // namespace
