@@ -1,7 +1,7 @@
 #import "platform/macos/views/KeyFilter.h"
 
 #import "platform/macos/input/KeyEvents.h"
-#import "platform/macos/views/WindowPeer.h"
+#import "platform/macos/views/WindowEvents.h"
 
 #include <optional>
 

@@ -26,7 +26,4 @@ private:
     QuillbarWindowDelegate* const delegate_;
 };
 
-/// Null for other windows, and once the portable window is gone.
-[[nodiscard]] Window* portableWindowOf(NSWindow* window);
-
 } // namespace quillbar::platform

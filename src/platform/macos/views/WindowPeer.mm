@@ -4,132 +4,10 @@
 #import "platform/macos/text/Strings.h"
 #import "platform/macos/views/KeyFilter.h"
 #import "platform/macos/views/NativeView.h"
+#import "platform/macos/views/WindowEvents.h"
 
 #include <algorithm>
 #include <cmath>
-
-namespace platform = quillbar::platform;
-
-/// Tells the portable window what a person did.
-@interface QuillbarWindowDelegate : NSObject <NSWindowDelegate>
-@property platform::Window* portable;
-@end
-
-@implementation QuillbarWindowDelegate
-
-- (BOOL)windowShouldClose:(NSWindow*)sender
-{
-    (void)sender;
-    if (self.portable)
-        self.portable->userClosed();
-    return NO;
-}
-
-- (void)windowDidBecomeKey:(NSNotification*)notification
-{
-    (void)notification;
-    if (self.portable)
-        self.portable->userChangedKey(true);
-}
-
-- (void)windowDidResignKey:(NSNotification*)notification
-{
-    (void)notification;
-    if (self.portable)
-        self.portable->userChangedKey(false);
-}
-
-@end
-
-namespace {
-
-using platform::View;
-
-/// A field editor has the keyboard on behalf of its delegate, the text field.
-id keyboardOwner(NSWindow* window)
-{
-    id const responder = window.firstResponder;
-    if ([responder isKindOfClass:NSText.class] && [responder isFieldEditor])
-        return static_cast<NSText*>(responder).delegate;
-    return responder;
-}
-
-std::shared_ptr<View> focusedView(NSWindow* window)
-{
-    id const owner = keyboardOwner(window);
-    auto* const view =
-        [owner isKindOfClass:NSView.class] ? platform::portableViewOf(owner) : nullptr;
-    return view && view->acceptsFirstResponder() ? view->weak_from_this().lock() : nullptr;
-}
-
-void reportFocus(NSWindow* window)
-{
-    auto* const portable = platform::portableWindowOf(window);
-    auto const view = focusedView(window);
-    if (!portable || portable->firstResponder() == view)
-        return;
-    portable->userFocused(view);
-    if (view && view->native()) {
-        NSView* const shown = view->native()->view;
-        [shown scrollRectToVisible:shown.bounds];
-    }
-}
-
-bool canBecomeKey(NSWindow* window)
-{
-    auto const* const portable = platform::portableWindowOf(window);
-    return portable && portable->canBecomeKeyWindow();
-}
-
-} // namespace
-
-@interface QuillbarWindow : NSWindow
-@end
-
-@implementation QuillbarWindow
-
-- (BOOL)canBecomeKeyWindow
-{
-    return canBecomeKey(self);
-}
-
-- (BOOL)canBecomeMainWindow
-{
-    return canBecomeKey(self);
-}
-
-- (BOOL)makeFirstResponder:(NSResponder*)responder
-{
-    BOOL const isDone = [super makeFirstResponder:responder];
-    reportFocus(self);
-    return isDone;
-}
-
-@end
-
-@interface QuillbarPanel : NSPanel
-@end
-
-@implementation QuillbarPanel
-
-- (BOOL)canBecomeKeyWindow
-{
-    return canBecomeKey(self);
-}
-
-- (BOOL)canBecomeMainWindow
-{
-    return canBecomeKey(self);
-}
-
-- (BOOL)makeFirstResponder:(NSResponder*)responder
-{
-    BOOL const isDone = [super makeFirstResponder:responder];
-    reportFocus(self);
-    return isDone;
-}
-
-@end
 
 namespace quillbar::platform {
 
@@ -260,14 +138,6 @@ void raiseNativeWindow(Window const& window)
         [native makeKeyAndOrderFront:nil];
     else
         [native orderFrontRegardless];
-}
-
-Window* portableWindowOf(NSWindow* window)
-{
-    id const delegate = window.delegate;
-    return [delegate isKindOfClass:QuillbarWindowDelegate.class]
-        ? static_cast<QuillbarWindowDelegate*>(delegate).portable
-        : nullptr;
 }
 
 } // namespace quillbar::platform
