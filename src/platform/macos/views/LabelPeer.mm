@@ -2,7 +2,6 @@
 #import "platform/macos/text/Strings.h"
 #import "platform/macos/views/NativeView.h"
 #include "platform/view/Label.h"
-#include "platform/view/TableView.h"
 
 #include <cmath>
 
@@ -71,10 +70,7 @@ struct LabelPeer final : NativeView {
         field.allowsExpansionToolTips = label.lineBreak() == LineBreak::TruncateTail;
         field.font = nsFont(label.font());
         field.alignment = nsAlignment(label.alignment());
-        bool const isOnHighlight
-            = std::holds_alternative<SystemColor>(label.color()) && isInSelectedRow(label);
-        field.textColor
-            = isOnHighlight ? NSColor.alternateSelectedControlTextColor : nsColor(label.color());
+        field.textColor = nsColor(label.color());
         field.stringValue = nsString(label.text());
     }
 };

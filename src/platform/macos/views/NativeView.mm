@@ -55,15 +55,11 @@ NativeView* makePeer(View& view)
     return nullptr;
 }
 
-/// A table places the views of its rows, and a scroll view its document.
+/// A scroll view places its document.
 void syncFrame(View const& view, NSView* native)
 {
-    auto const* const superview = view.superview();
-    auto const place = superview ? superview->kind() : ViewKind::View;
-    if (place == ViewKind::TableView)
-        return;
     NSRect frame = nsRect(view.frame());
-    if (place == ViewKind::ScrollView)
+    if (view.superview() && view.superview()->kind() == ViewKind::ScrollView)
         frame.origin = native.frame.origin;
     if (!NSEqualRects(native.frame, frame))
         native.frame = frame;
