@@ -1,3 +1,4 @@
+#import "platform/macos/drawing/Conversions.h"
 #import "platform/macos/text/Strings.h"
 #import "platform/macos/views/NativeView.h"
 #include "platform/view/TableView.h"
@@ -11,21 +12,14 @@ namespace {
 NSString* const columnIdentifier = @"main";
 NSString* const hostIdentifier = @"host";
 
-// Labels have another colour on the highlight of the selected row.
-void syncSubviews(quillbar::platform::View const& view)
+void setBackgroundStyle(NSView* view, NSBackgroundStyle style)
 {
-    for (auto const& subview : view.subviews()) {
-        if (subview->native())
-            quillbar::platform::syncView(*subview);
-        syncSubviews(*subview);
+    if ([view isKindOfClass:NSControl.class]) {
+        NSCell* const cell = static_cast<NSControl*>(view).cell;
+        cell.backgroundStyle = style;
     }
-}
-
-void place(NSView* content, quillbar::platform::View const& rowView, NSView* host)
-{
-    content.frame = NSMakeRect(0, 0, rowView.frame().width, rowView.frame().height);
-    if (content.superview != host)
-        [host addSubview:content];
+    for (NSView* subview in view.subviews)
+        setBackgroundStyle(subview, style);
 }
 
 std::optional<std::size_t> rowIndex(NSInteger row)
@@ -34,6 +28,39 @@ std::optional<std::size_t> rowIndex(NSInteger row)
 }
 
 } // namespace
+
+/// The place of one row in the native table, which reuses it for other rows.
+@interface QuillbarRowHost : NSTableCellView
+/// Nil empties the host. The origin is that of the content's frame, which lies in the table.
+- (void)show:(NSView*)content origin:(NSPoint)origin;
+@end
+
+@implementation QuillbarRowHost
+- (BOOL)isFlipped
+{
+    return YES;
+}
+
+- (void)show:(NSView*)content origin:(NSPoint)origin
+{
+    for (NSView* other in [self.subviews copy]) {
+        if (other != content)
+            [other removeFromSuperview];
+    }
+    [self setBoundsOrigin:origin];
+    if (content && content.superview != self)
+        [self addSubview:content];
+    ::setBackgroundStyle(content, self.backgroundStyle);
+}
+
+// AppKit reaches the labels that are subviews of the host itself only.
+- (void)setBackgroundStyle:(NSBackgroundStyle)style
+{
+    [super setBackgroundStyle:style];
+    for (NSView* view in self.subviews)
+        ::setBackgroundStyle(view, style);
+}
+@end
 
 @interface QuillbarRow : NSTableRowView
 @end
@@ -93,33 +120,20 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     auto const& selected = self.shown->selectedRow();
     NSIndexSet* const rows
         = selected ? [NSIndexSet indexSetWithIndex:*selected] : [NSIndexSet indexSet];
-    NSIndexSet* const before = [self.selectedRowIndexes copy];
-    if ([before isEqualToIndexSet:rows])
-        return;
-    [self selectRowIndexes:rows byExtendingSelection:NO];
-    for (auto const row : { before.firstIndex, rows.firstIndex }) {
-        if (auto const view = self.shown->viewAtRow(row))
-            syncSubviews(*view);
-    }
+    if (![self.selectedRowIndexes isEqualToIndexSet:rows])
+        [self selectRowIndexes:rows byExtendingSelection:NO];
 }
 
-// The native table makes a host for each row and uses it again for others; the portable one decides
-// whose view stands in it, and has none for rows that it takes to be out of sight.
-- (void)fill:(NSView*)host row:(NSInteger)row
+// The portable table decides whose view stands in a host, and has none for rows that it takes to be
+// out of sight.
+- (void)fill:(QuillbarRowHost*)host row:(NSInteger)row
 {
     auto const index = rowIndex(row);
     auto const view = self.shown && index ? self.shown->viewAtRow(*index) : nullptr;
-    NSView* const content = view && view->native() ? view->native()->view : nil;
-    for (NSView* other in [host.subviews copy]) {
-        if (other != content)
-            [other removeFromSuperview];
-    }
-    if (!content)
-        return;
-    bool const isNew = content.superview != host;
-    place(content, *view, host);
-    if (isNew)
-        syncSubviews(*view);
+    if (view && view->native())
+        [host show:view->native()->view origin:view->native()->view.frame.origin];
+    else
+        [host show:nil origin:NSZeroPoint];
 }
 
 - (void)mouseDown:(NSEvent*)event
@@ -149,9 +163,10 @@ std::optional<std::size_t> rowIndex(NSInteger row)
                    row:(NSInteger)row
 {
     (void)tableColumn;
-    NSView* host = [tableView makeViewWithIdentifier:hostIdentifier owner:self];
+    auto* host = static_cast<QuillbarRowHost*>([tableView makeViewWithIdentifier:hostIdentifier
+                                                                           owner:self]);
     if (!host) {
-        host = [[NSTableCellView alloc] initWithFrame:NSZeroRect];
+        host = [[QuillbarRowHost alloc] initWithFrame:NSZeroRect];
         host.identifier = hostIdentifier;
     }
     [self fill:host row:row];
@@ -232,9 +247,13 @@ public:
     void adopt(NSView* subview) override
     {
         auto const& rowView = *portableViewOf(subview);
-        if (auto const row = shown_.rowOf(rowView))
-            place(subview, rowView,
-                [table_ viewAtColumn:0 row:static_cast<NSInteger>(*row) makeIfNecessary:NO]);
+        auto const row = shown_.rowOf(rowView);
+        if (!row)
+            return;
+        NSView* const host = [table_ viewAtColumn:0
+                                              row:static_cast<NSInteger>(*row)
+                                  makeIfNecessary:NO];
+        [static_cast<QuillbarRowHost*>(host) show:subview origin:nsRect(rowView.frame()).origin];
     }
 
     void sync() override { [table_ sync]; }
