@@ -235,10 +235,4 @@ void raiseNativeWindow(Window const& window)
         platform::activateWindow(*native.windowHandle());
 }
 
-// Linux desktops have no such setting.
-bool isFullKeyboardAccessEnabled()
-{
-    return true;
-}
-
 } // namespace quillbar::platform
