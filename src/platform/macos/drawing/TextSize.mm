@@ -11,7 +11,7 @@ namespace quillbar::platform {
 Size textSize(std::string_view text, Font const& font)
 {
     auto const size =
-        [nsString(shortened(text)) sizeWithAttributes:@{ NSFontAttributeName : nsFont(font) }];
+        [nsString(shortened(text)) sizeWithAttributes:@ { NSFontAttributeName : nsFont(font) }];
     return { std::ceil(size.width), std::ceil(size.height) };
 }
 
