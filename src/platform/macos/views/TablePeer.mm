@@ -1,3 +1,4 @@
+#import "platform/macos/drawing/Conversions.h"
 #import "platform/macos/text/Strings.h"
 #import "platform/macos/views/NativeView.h"
 #include "platform/view/TableView.h"
@@ -28,10 +29,10 @@ std::optional<std::size_t> rowIndex(NSInteger row)
 
 } // namespace
 
-/// The place of one row in the native table, which reuses it for other rows; the portable table
-/// decides whose view stands in it.
+/// The place of one row in the native table, which reuses it for other rows.
 @interface QuillbarRowHost : NSTableCellView
-- (void)show:(NSView*)content;
+/// Nil empties the host. The origin is that of the content's frame, which lies in the table.
+- (void)show:(NSView*)content origin:(NSPoint)origin;
 @end
 
 @implementation QuillbarRowHost
@@ -40,21 +41,19 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     return YES;
 }
 
-- (void)show:(NSView*)content
+- (void)show:(NSView*)content origin:(NSPoint)origin
 {
-    for (NSView* view in [self.subviews copy]) {
-        if (view != content)
-            [view removeFromSuperview];
+    for (NSView* other in [self.subviews copy]) {
+        if (other != content)
+            [other removeFromSuperview];
     }
-    if (!content)
-        return;
-    // The content's frame is that in the table.
-    [self setBoundsOrigin:content.frame.origin];
-    if (content.superview != self)
+    [self setBoundsOrigin:origin];
+    if (content && content.superview != self)
         [self addSubview:content];
-    setBackgroundStyle(content, self.backgroundStyle);
+    ::setBackgroundStyle(content, self.backgroundStyle);
 }
 
+// AppKit reaches the labels that are subviews of the host itself only.
 - (void)setBackgroundStyle:(NSBackgroundStyle)style
 {
     [super setBackgroundStyle:style];
@@ -125,11 +124,16 @@ std::optional<std::size_t> rowIndex(NSInteger row)
         [self selectRowIndexes:rows byExtendingSelection:NO];
 }
 
+// The portable table decides whose view stands in a host, and has none for rows that it takes to be
+// out of sight.
 - (void)fill:(QuillbarRowHost*)host row:(NSInteger)row
 {
     auto const index = rowIndex(row);
     auto const view = self.shown && index ? self.shown->viewAtRow(*index) : nullptr;
-    [host show:view && view->native() ? view->native()->view : nil];
+    if (view && view->native())
+        [host show:view->native()->view origin:view->native()->view.frame.origin];
+    else
+        [host show:nil origin:NSZeroPoint];
 }
 
 - (void)mouseDown:(NSEvent*)event
@@ -176,12 +180,12 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     return [[QuillbarRow alloc] initWithFrame:NSZeroRect];
 }
 
-// The portable table selects, in mouseDown:.
-- (BOOL)tableView:(NSTableView*)tableView shouldSelectRow:(NSInteger)row
+// The portable table selects, in mouseDown:; a press between the rows would clear the selection.
+- (NSIndexSet*)tableView:(NSTableView*)tableView
+    selectionIndexesForProposedSelection:(NSIndexSet*)proposedSelectionIndexes
 {
-    (void)tableView;
-    (void)row;
-    return NO;
+    (void)proposedSelectionIndexes;
+    return tableView.selectedRowIndexes;
 }
 
 - (id<NSPasteboardWriting>)tableView:(NSTableView*)tableView pasteboardWriterForRow:(NSInteger)row
@@ -231,6 +235,7 @@ public:
     explicit TablePeer(TableView& shown)
         : NativeView(shown, [[QuillbarTable alloc] initWithFrame:NSZeroRect])
         , table_(static_cast<QuillbarTable*>(view))
+        , shown_(shown)
     {
         table_.shown = &shown;
     }
@@ -238,12 +243,24 @@ public:
     TablePeer& operator=(TablePeer const&) = delete;
     ~TablePeer() override { table_.shown = nullptr; }
 
-    /// Row views go into the hosts.
-    void adopt(NSView*) override { }
+    /// Views of rows go into the hosts: at once where a host was there before its row's peer.
+    void adopt(NSView* subview) override
+    {
+        auto const& rowView = *portableViewOf(subview);
+        auto const row = shown_.rowOf(rowView);
+        if (!row)
+            return;
+        NSView* const host = [table_ viewAtColumn:0
+                                              row:static_cast<NSInteger>(*row)
+                                  makeIfNecessary:NO];
+        [static_cast<QuillbarRowHost*>(host) show:subview origin:nsRect(rowView.frame()).origin];
+    }
+
     void sync() override { [table_ sync]; }
 
 private:
     QuillbarTable* const table_;
+    TableView& shown_;
 };
 
 } // namespace
