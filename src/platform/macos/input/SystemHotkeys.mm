@@ -3,7 +3,6 @@
 #include "platform/HotkeyObstacles.h"
 
 #import <Carbon/Carbon.h>
-
 #include <algorithm>
 #include <iterator>
 #include <set>
