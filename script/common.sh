@@ -8,10 +8,6 @@ is_macos() {
     [ "$(uname)" = Darwin ]
 }
 
-processors() {
-    if is_macos; then sysctl -n hw.ncpu; else nproc; fi
-}
-
 # fail CAUSE: one line that names what went wrong, and the end.
 fail() {
     echo "script/$(basename "$0"): $*" >&2
@@ -54,7 +50,7 @@ build() {
     if is_macos; then
         # The presets for macOS leave the generator to CMake, whose default builds one file at a time.
         export CMAKE_BUILD_PARALLEL_LEVEL
-        CMAKE_BUILD_PARALLEL_LEVEL=$(processors)
+        CMAKE_BUILD_PARALLEL_LEVEL=$(sysctl -n hw.ncpu)
     fi
     step "configure $preset" cmake --preset "$preset"
     step "build $preset" cmake --build --preset "$preset" "${@/#/--target=}"

@@ -38,12 +38,13 @@ NSData* drawn(NSInteger edge)
                                                             colorSpaceName:NSCalibratedRGBColorSpace
                                                                bytesPerRow:0
                                                               bitsPerPixel:0];
+    auto const context = [NSGraphicsContext graphicsContextWithBitmapImageRep:bitmap];
     auto const size = static_cast<double>(edge);
     [NSGraphicsContext saveGraphicsState];
-    NSGraphicsContext.currentContext = [NSGraphicsContext graphicsContextWithBitmapImageRep:bitmap];
+    NSGraphicsContext.currentContext = context;
     [quillbar::platform::nsImage(quillbar::AboutWindowController::appIcon(size))
         drawInRect:NSMakeRect(0, 0, size, size)];
-    [NSGraphicsContext.currentContext flushGraphics];
+    [context flushGraphics];
     [NSGraphicsContext restoreGraphicsState];
     return [bitmap representationUsingType:NSBitmapImageFileTypePNG properties:@ {}];
 }

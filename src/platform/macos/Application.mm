@@ -81,7 +81,8 @@ NSString* const openSettingsRequest = @"com.quillbar.Quillbar.openSettings";
         _delegate->applicationWillTerminate();
 }
 
-- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender
+                    hasVisibleWindows:(BOOL)hasVisibleWindows
 {
     [self openSettings];
     return NO;
@@ -123,7 +124,9 @@ bool isOnlyOne()
     auto const folder = stateFolder() / "Quillbar";
     [NSFileManager.defaultManager createDirectoryAtPath:nsString(folder.native())
                             withIntermediateDirectories:YES
-                                             attributes:@{ NSFilePosixPermissions : @0700 }
+                                             attributes:@{
+                                                 NSFilePosixPermissions : @0700
+                                             }
                                                   error:nil];
     auto const lock = ::open((folder / "running").c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600);
     return lock < 0 || ::flock(lock, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
@@ -136,9 +139,8 @@ void terminateOnSignals()
     for (int const number : { SIGTERM, SIGINT, SIGHUP }) {
         if (::signal(number, SIG_IGN) == SIG_IGN)
             continue;
-        dispatch_source_t const source
-            = dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(number), 0,
-                dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));
+        dispatch_source_t const source = dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL,
+            static_cast<uintptr_t>(number), 0, dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));
         dispatch_source_set_event_handler(source, ^{
             ::signal(number, SIG_DFL);
             dispatch_source_cancel(source);
@@ -182,11 +184,10 @@ int runApplication(int /*argumentCount*/, char** /*arguments*/, MakeDelegate con
 {
     @autoreleasepool {
         if (!isOnlyOne()) {
-            [NSDistributedNotificationCenter.defaultCenter
-                postNotificationName:openSettingsRequest
-                              object:nil
-                            userInfo:nil
-                  deliverImmediately:YES];
+            [NSDistributedNotificationCenter.defaultCenter postNotificationName:openSettingsRequest
+                                                                         object:nil
+                                                                       userInfo:nil
+                                                             deliverImmediately:YES];
             return 0;
         }
         QuillbarApplicationDelegate* const delegate =
@@ -195,9 +196,10 @@ int runApplication(int /*argumentCount*/, char** /*arguments*/, MakeDelegate con
         [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory];
         terminateOnSignals();
         [NSApp run];
-        [delegate applicationWillTerminate:[NSNotification
-                                               notificationWithName:NSApplicationWillTerminateNotification
-                                                             object:NSApp]];
+        [delegate
+            applicationWillTerminate:[NSNotification
+                                         notificationWithName:NSApplicationWillTerminateNotification
+                                                       object:NSApp]];
         return 0;
     }
 }

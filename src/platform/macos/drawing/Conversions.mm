@@ -67,7 +67,7 @@ NSFont* nsFont(Font const& font)
 
 NSAttributedString* attributedString(AttributedText const& text)
 {
-    NSMutableDictionary* const attributes = [NSMutableDictionary dictionaryWithDictionary:@{
+    NSMutableDictionary* const attributes = [NSMutableDictionary dictionaryWithDictionary:@ {
         NSFontAttributeName : nsFont(text.font),
         NSForegroundColorAttributeName : nsColor(text.color),
     }];

@@ -36,11 +36,11 @@ void drawImage(NSImage* image, NSRect rect)
 NSImage* layer(NSSize size, void (^draw)(NSRect rect))
 {
     NSImage* const image = [NSImage imageWithSize:size
-                                       flipped:NO
-                                drawingHandler:^BOOL(NSRect rect) {
-                                    draw(rect);
-                                    return YES;
-                                }];
+                                          flipped:NO
+                                   drawingHandler:^BOOL(NSRect rect) {
+                                       draw(rect);
+                                       return YES;
+                                   }];
     image.cacheMode = NSImageCacheAlways;
     return image;
 }
@@ -99,7 +99,7 @@ struct OperationPainter {
     void operator()(FillLinearGradient const& fill) const
     {
         NSGradient* const gradient = [[NSGradient alloc] initWithStartingColor:nsColor(fill.start)
-                                                             endingColor:nsColor(fill.end)];
+                                                                   endingColor:nsColor(fill.end)];
         [gradient drawInRect:placed(fill.rect) angle:fill.angle];
     }
 

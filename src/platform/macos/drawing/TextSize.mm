@@ -8,10 +8,12 @@
 
 namespace quillbar::platform {
 
+// A label leaves some room on both sides of its text.
 Size textSize(std::string_view text, Font const& font)
 {
-    auto const size =
-        [nsString(shortened(text)) sizeWithAttributes:@{ NSFontAttributeName : nsFont(font) }];
+    NSTextFieldCell* const label = [[NSTextFieldCell alloc] initTextCell:nsString(shortened(text))];
+    label.font = nsFont(font);
+    NSSize const size = label.cellSize;
     return { std::ceil(size.width), std::ceil(size.height) };
 }
 

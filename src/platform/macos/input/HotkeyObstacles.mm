@@ -90,9 +90,8 @@ NSString* typedCharacter(std::uint16_t keyCode)
     }
     CFRelease(source);
     // Some keys type a control character.
-    auto const isShown = typed.length > 0
-        && [typed rangeOfCharacterFromSet:NSCharacterSet.controlCharacterSet].location
-            == NSNotFound;
+    auto const isShown = typed.length > 0 &&
+        [typed rangeOfCharacterFromSet:NSCharacterSet.controlCharacterSet].location == NSNotFound;
     return isShown ? typed.uppercaseString : nil;
 }
 
@@ -102,7 +101,8 @@ std::string keyName(std::uint32_t keyCode)
         if (named == keyCode)
             return name;
     }
-    NSString* const typed = keyCode <= 0x7F ? typedCharacter(static_cast<std::uint16_t>(keyCode)) : nil;
+    NSString* const typed
+        = keyCode <= 0x7F ? typedCharacter(static_cast<std::uint16_t>(keyCode)) : nil;
     auto const isOnKeypad = keyCode >= kVK_ANSI_KeypadDecimal && keyCode <= kVK_ANSI_Keypad9;
     return typed && isOnKeypad ? "Keypad " + utf8(typed) : utf8(typed);
 }

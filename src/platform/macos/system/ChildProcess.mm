@@ -121,8 +121,8 @@ void watchChild(pid_t child, std::function<void(ExitStatus)> onExit)
         int status = 0;
         // The event may come a moment before the status.
         auto const reaped = ::waitpid(child, &status, 0);
-        onExit(reaped == child && WIFEXITED(status) ? ExitStatus(WEXITSTATUS(status))
-                                                    : std::nullopt);
+        onExit(
+            reaped == child && WIFEXITED(status) ? ExitStatus(WEXITSTATUS(status)) : std::nullopt);
         dispatch_source_cancel(source);
     });
     dispatch_resume(source);

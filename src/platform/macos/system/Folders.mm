@@ -9,8 +9,9 @@ namespace quillbar::platform {
 std::vector<std::filesystem::path> applicationSupportFolders()
 {
     std::vector<std::filesystem::path> folders;
-    for (NSURL* folder in [NSFileManager.defaultManager URLsForDirectory:NSApplicationSupportDirectory
-                                                               inDomains:NSUserDomainMask])
+    for (NSURL* folder in
+        [NSFileManager.defaultManager URLsForDirectory:NSApplicationSupportDirectory
+                                             inDomains:NSUserDomainMask])
         folders.emplace_back(utf8(folder.path));
     return folders;
 }
@@ -29,7 +30,8 @@ std::string executablePath()
 
 std::string bundleVersion()
 {
-    id const version = [NSBundle.mainBundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"];
+    id const version =
+        [NSBundle.mainBundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"];
     return [version isKindOfClass:NSString.class] ? utf8(version) : std::string();
 }
 

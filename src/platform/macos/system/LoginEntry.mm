@@ -11,7 +11,8 @@ namespace {
 
 NSString* agentFile(std::string const& label)
 {
-    NSString* const folder = [NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"];
+    NSString* const folder =
+        [NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"];
     return [folder stringByAppendingPathComponent:nsString(label + ".plist")];
 }
 

@@ -70,8 +70,8 @@ void postDelayed(std::chrono::milliseconds delay, std::function<void()> work)
 {
     auto const seconds = std::chrono::duration<double>(delay).count();
     NSTimer* const timer = [NSTimer timerWithTimeInterval:std::max(seconds, 0.0)
-                                               repeats:NO
-                                                 block:^(NSTimer*) { work(); }];
+                                                  repeats:NO
+                                                    block:^(NSTimer*) { work(); }];
     [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
 }
 

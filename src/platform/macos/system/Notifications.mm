@@ -15,7 +15,8 @@ static NSString* const addressKey = @"address";
 @implementation QuillbarNotificationDelegate
 - (void)userNotificationCenter:(UNUserNotificationCenter*)center
        willPresentNotification:(UNNotification*)notification
-         withCompletionHandler:(void (^)(UNNotificationPresentationOptions options))completionHandler
+         withCompletionHandler:
+             (void (^)(UNNotificationPresentationOptions options))completionHandler
 {
     completionHandler(UNNotificationPresentationOptionBanner | UNNotificationPresentationOptionList
         | UNNotificationPresentationOptionSound);
@@ -26,9 +27,8 @@ static NSString* const addressKey = @"address";
 {
     id const address = response.notification.request.content.userInfo[addressKey];
     if ([address isKindOfClass:NSString.class]) {
-        quillbar::platform::post([text = quillbar::platform::utf8(address)] {
-            quillbar::platform::openAddress(text);
-        });
+        quillbar::platform::post(
+            [text = quillbar::platform::utf8(address)] { quillbar::platform::openAddress(text); });
     }
     completionHandler();
 }
@@ -73,7 +73,8 @@ void removeLater(NSString* identifier)
 
 void followNotifications()
 {
-    static QuillbarNotificationDelegate* const delegate = [[QuillbarNotificationDelegate alloc] init];
+    static QuillbarNotificationDelegate* const delegate =
+        [[QuillbarNotificationDelegate alloc] init];
     center().delegate = delegate;
 }
 
@@ -81,17 +82,17 @@ void requestNotificationAuthorization(std::function<void()> done)
 {
     if (!center())
         return done();
-    [center() requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
-                            completionHandler:^(BOOL, NSError*) { done(); }];
+    [center()
+        requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
+                      completionHandler:^(BOOL, NSError*) { done(); }];
 }
 
 void queryNotificationAuthorization(std::function<void(NotificationAuthorization)> done)
 {
     if (!center())
         return done(NotificationAuthorization::Denied);
-    [center() getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
-        done(authorization(settings.authorizationStatus));
-    }];
+    [center() getNotificationSettingsWithCompletionHandler:^(
+        UNNotificationSettings* settings) { done(authorization(settings.authorizationStatus)); }];
 }
 
 void postNotification(Notification notification)
@@ -102,7 +103,7 @@ void postNotification(Notification notification)
     if (notification.sound == NotificationSound::Default)
         content.sound = UNNotificationSound.defaultSound;
     if (!notification.address.empty())
-        content.userInfo = @{ addressKey : nsString(notification.address) };
+        content.userInfo = @ { addressKey : nsString(notification.address) };
     NSString* const identifier = nsString(notification.identifier);
     [center() addNotificationRequest:[UNNotificationRequest requestWithIdentifier:identifier
                                                                           content:content

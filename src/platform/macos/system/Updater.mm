@@ -19,8 +19,8 @@ namespace {
 
 id<QuillbarUpdaterController> startController()
 {
-    NSURL* const framework = [NSBundle.mainBundle.privateFrameworksURL
-        URLByAppendingPathComponent:@"Sparkle.framework"];
+    NSURL* const framework =
+        [NSBundle.mainBundle.privateFrameworksURL URLByAppendingPathComponent:@"Sparkle.framework"];
     if (!framework || ![[NSBundle bundleWithURL:framework] load])
         return nil;
     id const controller = [NSClassFromString(@"SPUStandardUpdaterController") alloc];

@@ -86,9 +86,9 @@ bool startsWithMark(std::string_view text)
     constexpr std::size_t longestCharacter = 4;
     if (text.empty() || (static_cast<unsigned char>(text.front()) & 0x80U) == 0)
         return false;
-    auto const mark =
-        [nsString(text.substr(0, longestCharacter)) rangeOfCharacterFromSet:NSCharacterSet.nonBaseCharacterSet
-                                                                    options:NSAnchoredSearch];
+    auto const mark = [nsString(text.substr(0, longestCharacter))
+        rangeOfCharacterFromSet:NSCharacterSet.nonBaseCharacterSet
+                        options:NSAnchoredSearch];
     return mark.location == 0;
 }
 

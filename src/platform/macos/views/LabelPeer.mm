@@ -1,3 +1,4 @@
+#include "platform/Text.h"
 #import "platform/macos/drawing/Conversions.h"
 #import "platform/macos/text/Strings.h"
 #import "platform/macos/views/NativeView.h"
@@ -71,7 +72,7 @@ struct LabelPeer final : NativeView {
         field.font = nsFont(label.font());
         field.alignment = nsAlignment(label.alignment());
         field.textColor = nsColor(label.color());
-        field.stringValue = nsString(label.text());
+        field.stringValue = nsString(shortened(label.text()));
     }
 };
 

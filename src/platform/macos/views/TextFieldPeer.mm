@@ -3,7 +3,7 @@
 #import "platform/macos/views/NativeView.h"
 #include "platform/view/TextField.h"
 
-/// Tells the portable field, while there is one, what a person typed.
+/// Tells the portable field what a person typed.
 @interface QuillbarTextFieldDelegate : NSObject <NSTextFieldDelegate>
 @property quillbar::platform::TextField* portable;
 @end
@@ -13,8 +13,7 @@
 - (void)controlTextDidChange:(NSNotification*)notification
 {
     NSTextField* const field = notification.object;
-    if (self.portable)
-        self.portable->userTyped(quillbar::platform::utf8(field.stringValue));
+    self.portable->userTyped(quillbar::platform::utf8(field.stringValue));
 }
 
 @end
@@ -44,7 +43,7 @@ struct TextFieldPeer final : NativeView {
         delegate.portable = &field;
         static_cast<NSTextField*>(view).delegate = delegate;
     }
-    ~TextFieldPeer() override { delegate.portable = nullptr; }
+    ~TextFieldPeer() override { static_cast<NSTextField*>(view).delegate = nil; }
 
     void sync() override
     {
