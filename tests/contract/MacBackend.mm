@@ -73,6 +73,7 @@ NSEvent* mouseEvent(NSEventType type, NSView* view, NSPoint place, NSInteger cli
 
 void clickAt(NSView* view, NSPoint place, NSInteger clickCount)
 {
+    runUntil([&] { return view.window.keyWindow; });
     // A control waits for the end of the click in an event loop of its own.
     [NSApp postEvent:mouseEvent(NSEventTypeLeftMouseUp, view, place, clickCount) atStart:NO];
     [NSApp sendEvent:mouseEvent(NSEventTypeLeftMouseDown, view, place, clickCount)];
@@ -117,6 +118,7 @@ void runUntil(std::function<bool()> const& isDone)
 
 void press(KeyEvent const& event, std::string const& text)
 {
+    runUntil([] { return NSApp.keyWindow != nil; });
     NSString* const characters = text.empty() ? functionOf(event) : nsString(text);
     [NSApp sendEvent:[NSEvent keyEventWithType:NSEventTypeKeyDown
                                       location:NSZeroPoint
