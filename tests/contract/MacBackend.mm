@@ -23,14 +23,18 @@ using namespace platform;
 
 namespace {
 
-void sendEvents(NSDate* until)
+/// Whether there was one.
+bool sendEvent()
 {
     @autoreleasepool {
-        if (NSEvent* const event = [NSApp nextEventMatchingMask:NSEventMaskAny
-                                                      untilDate:until
-                                                         inMode:NSDefaultRunLoopMode
-                                                        dequeue:YES])
+        NSEvent* const event =
+            [NSApp nextEventMatchingMask:NSEventMaskAny
+                               untilDate:[NSDate dateWithTimeIntervalSinceNow:0.01]
+                                  inMode:NSDefaultRunLoopMode
+                                 dequeue:YES];
+        if (event)
             [NSApp sendEvent:event];
+        return event != nil;
     }
 }
 
@@ -74,9 +78,8 @@ NSEvent* mouseEvent(NSEventType type, NSView* view, NSPoint place, NSInteger cli
 void clickAt(NSView* view, NSPoint place, NSInteger clickCount)
 {
     runUntil([&] { return view.window.keyWindow; });
-    // A control waits for the end of the click in an event loop of its own.
-    [NSApp postEvent:mouseEvent(NSEventTypeLeftMouseUp, view, place, clickCount) atStart:NO];
-    [NSApp sendEvent:mouseEvent(NSEventTypeLeftMouseDown, view, place, clickCount)];
+    for (NSEventType const type : { NSEventTypeLeftMouseDown, NSEventTypeLeftMouseUp })
+        [NSApp postEvent:mouseEvent(type, view, place, clickCount) atStart:NO];
     settle();
 }
 
@@ -106,21 +109,20 @@ void postEmptyEvent()
 
 void settle()
 {
-    for (int round = 0; round < 3; ++round)
-        sendEvents([NSDate dateWithTimeIntervalSinceNow:0.01]);
+    while (sendEvent()) { }
 }
 
 void runUntil(std::function<bool()> const& isDone)
 {
     while (!isDone())
-        sendEvents([NSDate dateWithTimeIntervalSinceNow:0.01]);
+        sendEvent();
 }
 
 void press(KeyEvent const& event, std::string const& text)
 {
     runUntil([] { return NSApp.keyWindow != nil; });
     NSString* const characters = text.empty() ? functionOf(event) : nsString(text);
-    [NSApp sendEvent:[NSEvent keyEventWithType:NSEventTypeKeyDown
+    [NSApp postEvent:[NSEvent keyEventWithType:NSEventTypeKeyDown
                                       location:NSZeroPoint
                                  modifierFlags:modifierFlags(event.modifiers)
                                      timestamp:NSProcessInfo.processInfo.systemUptime
@@ -129,7 +131,8 @@ void press(KeyEvent const& event, std::string const& text)
                                     characters:characters
                    charactersIgnoringModifiers:characters
                                      isARepeat:NO
-                                       keyCode:static_cast<unsigned short>(event.keyCode)]];
+                                       keyCode:static_cast<unsigned short>(event.keyCode)]
+             atStart:NO];
     settle();
 }
 
