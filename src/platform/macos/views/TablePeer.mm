@@ -4,6 +4,7 @@
 #include "platform/view/TableView.h"
 
 #include <optional>
+#include <utility>
 
 using quillbar::platform::TableView;
 
@@ -80,7 +81,11 @@ std::optional<std::size_t> rowIndex(NSInteger row)
 - (void)sync;
 @end
 
-@implementation QuillbarTable
+@implementation QuillbarTable {
+    // As AppKit was last told.
+    NSInteger _rowCount;
+}
+
 - (instancetype)initWithFrame:(NSRect)frame
 {
     if (!(self = [super initWithFrame:frame]))
@@ -108,7 +113,8 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     column.width = self.shown->frame().width;
     if (self.rowHeight != self.shown->rowHeight())
         self.rowHeight = self.shown->rowHeight();
-    if (static_cast<std::size_t>(self.numberOfRows) != self.shown->numberOfRows())
+    auto const rowCount = static_cast<NSInteger>(self.shown->numberOfRows());
+    if (std::exchange(_rowCount, rowCount) != rowCount)
         [self noteNumberOfRowsChanged];
     [self syncSelection];
     [self enumerateAvailableRowViewsUsingBlock:^(
@@ -155,18 +161,18 @@ std::optional<std::size_t> rowIndex(NSInteger row)
 - (NSInteger)numberOfRowsInTableView:(NSTableView*)tableView
 {
     (void)tableView;
-    return self.shown ? static_cast<NSInteger>(self.shown->numberOfRows()) : 0;
+    return _rowCount;
 }
 
 - (NSView*)tableView:(NSTableView*)tableView
     viewForTableColumn:(NSTableColumn*)tableColumn
                    row:(NSInteger)row
 {
-    (void)tableColumn;
     auto* host = static_cast<QuillbarRowHost*>([tableView makeViewWithIdentifier:hostIdentifier
                                                                            owner:self]);
     if (!host) {
-        host = [[QuillbarRowHost alloc] initWithFrame:NSZeroRect];
+        host = [[QuillbarRowHost alloc]
+            initWithFrame:NSMakeRect(0, 0, tableColumn.width, tableView.rowHeight)];
         host.identifier = hostIdentifier;
     }
     [self fill:host row:row];
