@@ -20,6 +20,7 @@ namespace quillbar::platform {
 
 /// System colours follow the appearance in which they are drawn.
 [[nodiscard]] NSColor* nsColor(Color const& color);
+[[nodiscard]] NSFontWeight fontWeight(FontWeight weight);
 [[nodiscard]] NSFont* nsFont(Font const& font);
 [[nodiscard]] NSAttributedString* attributedString(AttributedText const& text);
 
