@@ -72,7 +72,7 @@ TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottomWhateverViewsTheyReuse)
     table->scrollRowToVisible(49);
     table->scrollRowToVisible(0);
     for (std::size_t row = 0; row < 50; ++row) {
-        window->userPressedKey({ key::tab, 0 });
+        window->userPressedFocusKey({ key::tab, 0 });
         ASSERT_TRUE(window->firstResponder());
         EXPECT_EQ(table->rowOf(*window->firstResponder()), row);
     }

@@ -39,10 +39,10 @@ TEST_F(ViewWindows, Tab_visitsWhatIsVisibleAndOnInTheOrderOfAdding)
     window->makeKeyAndOrderFront();
 
     for (auto const& expected : { first, last, first }) {
-        window->userPressedKey({ key::tab, 0 });
+        window->userPressedFocusKey({ key::tab, 0 });
         EXPECT_EQ(window->firstResponder(), expected);
     }
-    window->userPressedKey({ key::tab, shiftKey });
+    window->userPressedFocusKey({ key::tab, shiftKey });
     EXPECT_EQ(window->firstResponder(), last);
     last->removeFromSuperview();
     EXPECT_EQ(window->firstResponder(), nullptr);
@@ -60,7 +60,7 @@ TEST_F(ViewWindows, FocusedButton_isPressedByReturnAndLeftByArrows)
     window->userPressedKey({ key::returnKey, 0 });
     EXPECT_EQ(clicks, 1);
     for (auto const& expected : { second, first, second }) {
-        window->userPressedKey({ expected == second ? key::downArrow : key::leftArrow, 0 });
+        window->userPressedFocusKey({ expected == second ? key::downArrow : key::leftArrow, 0 });
         EXPECT_EQ(window->firstResponder(), expected);
     }
 }
@@ -96,7 +96,7 @@ protected:
 TEST_F(ScrolledList, Tab_reachesAndShowsEveryView)
 {
     for (int row = 0; row < 700; ++row)
-        window->userPressedKey({ key::tab, 0 });
+        window->userPressedFocusKey({ key::tab, 0 });
     auto const focused = window->firstResponder();
     ASSERT_EQ(focused, list->subviews()[699]);
     EXPECT_NE(focused->native(), nullptr);

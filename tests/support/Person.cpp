@@ -78,6 +78,7 @@ bool press(std::uint32_t keyCode, platform::KeyModifiers modifiers)
         return false;
     auto const focused = window->firstResponder();
     return window->userPressedKey(event) == platform::KeyEventResult::Consume
+        || window->userPressedFocusKey(event) == platform::KeyEventResult::Consume
         || pressOn(focused, event);
 }
 

@@ -65,15 +65,6 @@ TEST_F(Recording, StartedByKeyboard_returnsTheFocus)
     EXPECT_EQ(window->firstResponder(), recorder);
 }
 
-TEST_F(Recording, Tab_visitsTheFieldOnlyWithoutFullKeyboardAccess)
-{
-    record.isFullKeyboardAccessEnabled = false;
-    for (int turn = 0; turn < 2; ++turn) {
-        press(platform::key::tab);
-        EXPECT_EQ(window->firstResponder(), field);
-    }
-}
-
 TEST_F(Recording, ClosedWindow_endsItEachTime)
 {
     for (int opening = 0; opening < 2; ++opening) {

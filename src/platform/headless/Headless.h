@@ -65,7 +65,6 @@ struct Record {
     std::vector<Window*> windows;
     /// Null while no window has the keyboard. A window gets it as soon as it asks.
     Window* keyWindow = nullptr;
-    bool isFullKeyboardAccessEnabled = true;
     /// The status item that exists, or null.
     StatusItem* statusItem = nullptr;
 

@@ -92,11 +92,6 @@ void raiseNativeWindow(Window const& window)
         setKeyWindow(&raised);
 }
 
-bool isFullKeyboardAccessEnabled()
-{
-    return record().isFullKeyboardAccessEnabled;
-}
-
 void syncKeyboardGrab() { }
 
 Size textSize(std::string_view text, Font const& font)

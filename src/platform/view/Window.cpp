@@ -11,17 +11,11 @@ namespace {
 
 using Views = std::vector<std::shared_ptr<View>>;
 
-bool isTabStop(View const& view)
-{
-    return view.acceptsFirstResponder()
-        && (view.kind() == ViewKind::TextField || isFullKeyboardAccessEnabled());
-}
-
 void collectKeyViews(std::shared_ptr<View> const& view, Views& found)
 {
     if (view->isHidden())
         return;
-    if (isTabStop(*view))
+    if (view->acceptsFirstResponder())
         found.push_back(view);
     for (auto const& subview : view->keyOrder())
         collectKeyViews(subview, found);
@@ -192,6 +186,11 @@ KeyEventResult Window::userPressedKey(KeyEvent const& event)
             return KeyEventResult::Consume;
         view = view->superview() ? view->superview()->weak_from_this().lock() : nullptr;
     }
+    return KeyEventResult::Pass;
+}
+
+KeyEventResult Window::userPressedFocusKey(KeyEvent const& event)
+{
     auto const step = focusStep(event, firstResponder().get());
     if (step == 0)
         return KeyEventResult::Pass;

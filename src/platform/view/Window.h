@@ -89,10 +89,12 @@ public:
     void userChangedKey(bool isKeyWindow);
     /// A person moved the keyboard focus with the native side's own means.
     void userFocused(std::shared_ptr<View> const& view);
-    /// A key press that no monitor consumed: a key equivalent, a view around the focus, then Tab
-    /// and arrows answer to it. Without a default button Return is for the focused one. What passes
-    /// is for the native side. May destroy the window.
+    /// A key press that no monitor consumed: a key equivalent, then the views around the focus
+    /// answer to it. Without a default button Return is for the focused one. What passes is for the
+    /// native side. May destroy the window.
     KeyEventResult userPressedKey(KeyEvent const& event);
+    /// For a system that does not move the focus itself: Tab does so, and the arrows from a button.
+    KeyEventResult userPressedFocusKey(KeyEvent const& event);
 
 protected:
     Window(WindowKind kind, Size contentSize, WindowStyle style);
@@ -140,8 +142,5 @@ void syncFirstResponder(Window const& window);
 void centerNativeWindow(Window const& window);
 /// The window is visible: brings it forward and asks for the keyboard if it may have it.
 void raiseNativeWindow(Window const& window);
-/// Whether Tab visits every control, by the person's setting for all programs; otherwise it visits
-/// the text fields only.
-[[nodiscard]] bool isFullKeyboardAccessEnabled();
 
 } // namespace quillbar::platform

@@ -228,8 +228,10 @@ bool KeyFilter::keyPressed(QWidget& target, QKeyEvent const& event)
         return true;
     if (window->portable->userPressedKey(*pressed) == KeyEventResult::Consume)
         return true;
-    if (!window || !window->portable || !isCloseCommand(event)
-        || window->portable->style() != WindowStyle::TitledClosable)
+    if (!window || !window->portable
+        || window->portable->userPressedFocusKey(*pressed) == KeyEventResult::Consume)
+        return true;
+    if (!isCloseCommand(event) || window->portable->style() != WindowStyle::TitledClosable)
         return false;
     window->portable->userClosed();
     return true;
