@@ -110,7 +110,7 @@ def throw_off(desktop):
     (lambda program: stopped(program.desktop.bus_daemon), [by_palette]),
     (fault(throw_off, lambda on: None), []),
     (lambda program: stopped(program.process), []),
-], ids=["no notifications", "hung notifications", "no panel", "hung bus", "off the bus", "stopped program"])
+], ids=["no notifications", "hung notifications", "no panel", "hung bus", "off the bus", "stopped"])
 def test_it_answers_meanwhile_and_afterwards(program, failing, ways):
     start(program)
     menu = ExportedMenu(program.desktop.bus, NAME, "/MenuBar")
