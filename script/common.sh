@@ -3,6 +3,11 @@
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 
+# macOS has bash 3.2 and BSD's tools; what runs there keeps to them.
+is_macos() {
+    [ "$(uname)" = Darwin ]
+}
+
 # fail CAUSE: one line that names what went wrong, and the end.
 fail() {
     echo "script/$(basename "$0"): $*" >&2
@@ -40,7 +45,12 @@ build() {
     local preset=$1
     shift
     if command -v ccache >/dev/null; then
-        export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        export CMAKE_CXX_COMPILER_LAUNCHER=ccache CMAKE_OBJCXX_COMPILER_LAUNCHER=ccache
+    fi
+    if is_macos; then
+        # The presets for macOS leave the generator to CMake, whose default builds one file at a time.
+        export CMAKE_BUILD_PARALLEL_LEVEL
+        CMAKE_BUILD_PARALLEL_LEVEL=$(sysctl -n hw.ncpu)
     fi
     step "configure $preset" cmake --preset "$preset"
     step "build $preset" cmake --build --preset "$preset" "${@/#/--target=}"

@@ -168,11 +168,11 @@ void AppDelegate::applyHotkeys()
     menuHotkeyID_ = registerGlobally(config_.menuHotkeyEff(), "Quick open",
         weakly(*this, [](AppDelegate& self) { self.openPalette(); }));
     std::set<std::string_view> const pinned(config_.pinned.begin(), config_.pinned.end());
-    for (auto const& [name, hotkey] : config_.shortcutHotkeysEff()) {
-        if (!hotkey.isValid() || !pinned.contains(name))
+    for (auto const& [pin, hotkey] : config_.shortcutHotkeysEff()) {
+        if (!hotkey.isValid() || !pinned.contains(pin))
             continue;
-        registerGlobally(hotkey, "Run “" + platform::isolated(name) + "”",
-            weakly(*this, [name = name](AppDelegate& self) { self.trigger(name); }));
+        registerGlobally(hotkey, "Run “" + platform::isolated(pin) + "”",
+            weakly(*this, [name = pin](AppDelegate& self) { self.trigger(name); }));
     }
 }
 

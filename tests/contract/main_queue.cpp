@@ -4,23 +4,37 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace quillbar::platform {
 namespace {
 
-TEST(MainQueue, PostedWork_goesOnInsideAModalQuestionOfEarlierWork)
+using std::chrono::milliseconds;
+
+TEST(MainQueue, Work_goesOnInOrderInsideAModalQuestionOfEarlierWork)
 {
-    bool isAnswered = false;
+    std::string seen;
+    std::optional<AlertAnswer> answer;
     post([&] {
         Alert question;
-        question.buttons = { "OK" };
-        static_cast<void>(runModal(question));
-        isAnswered = true;
+        question.buttons = { "Save", "Discard", "Cancel" };
+        question.accessory = AlertField { "Old", {} };
+        answer = runModal(question);
+        seen += " answered";
     });
     post([&] {
-        EXPECT_FALSE(isAnswered);
-        test::closeAlert();
+        seen += "a";
+        // Twice, as a chain of work that each step posts anew.
+        post([&] { post([&] { seen += "d"; }); });
+        std::thread([&] { post([&] { seen += "c"; }); }).join();
+        postDelayed(milliseconds(0),
+            [&] { post([&] { post([&] { test::answerAlert("Discard", "New"); }); }); });
     });
-    test::runUntil([&] { return isAnswered; });
+    post([&] { seen += "b"; });
+    test::runUntil([&] { return answer.has_value(); });
+    EXPECT_EQ(seen, "abcd answered");
+    EXPECT_EQ(answer->button, 1u);
+    EXPECT_EQ(answer->text, "New");
 }
 
 } // namespace

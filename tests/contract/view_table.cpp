@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace quillbar::platform {
 namespace {
 
@@ -19,7 +21,11 @@ protected:
         table->setRowHeight(20);
         table->rowCount = [this] { return rows; };
         table->viewForRow = [this](std::size_t) { return rowView(); };
+        table->dragTextForRow = [](std::size_t row) {
+            return row == 0 ? std::nullopt : std::optional("row " + std::to_string(row));
+        };
         window->makeKeyAndOrderFront();
+        test::runUntil([this] { return window->isKeyWindow(); });
     }
     ~ViewTable() override
     {
@@ -39,9 +45,33 @@ protected:
         if (!view) {
             view = std::make_shared<View>();
             view->setIdentifier("row");
-            view->addSubview(std::make_shared<TextField>());
+            view->addSubview(std::make_shared<TextField>())->setFrame({ 10, 2, 200, 16 });
         }
         return view;
+    }
+
+    [[nodiscard]] std::shared_ptr<TextField> fieldOf(std::size_t row) const
+    {
+        return std::static_pointer_cast<TextField>(table->viewAtRow(row)->subviews()[0]);
+    }
+
+    /// Each row is where it belongs, and no view shows that has no row.
+    void expectRowsInPlace()
+    {
+        test::settle();
+        std::size_t shown = 0;
+        for (auto const& view : table->subviews()) {
+            auto const& field = *view->subviews()[0];
+            auto const frame = test::shownFrame(field);
+            if (!table->rowOf(*view)) {
+                EXPECT_EQ(frame, std::nullopt);
+            } else if (intersects(scroll->visibleRect(), view->frame())) {
+                EXPECT_EQ(frame, field.frameInWindow()) << *table->rowOf(*view);
+                ++shown;
+            }
+        }
+        auto const visible = scroll->visibleRect().height / table->rowHeight();
+        EXPECT_GE(shown, std::min(rows, static_cast<std::size_t>(visible)));
     }
 
     std::size_t rows = 0;
@@ -66,16 +96,64 @@ TEST_F(ViewTable, Reload_givesEveryRowItsViewAgain)
     EXPECT_FALSE(table->viewAtRow(1)->isHidden());
 }
 
-TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottomWhateverViewsTheyReuse)
+TEST_F(ViewTable, Rows_areShownWhereTheyBelongWhateverViewsTheyReuse)
 {
+    load(50);
+    expectRowsInPlace();
+    for (double const offset : { 410.0, 90.0, 900.0, 0.0 }) {
+        scroll->setOffset(offset);
+        EXPECT_EQ(scroll->offset(), offset);
+        expectRowsInPlace();
+    }
+    scroll->setOffset(900);
+    for (std::size_t const count : { 3, 1, 7 }) {
+        load(count);
+        expectRowsInPlace();
+    }
+    scroll->setFrame({ 20, 10, 250, 60 });
+    expectRowsInPlace();
+}
+
+TEST_F(ViewTable, DownArrow_goesThroughTheRowsAndTypingReachesEach)
+{
+    load(50);
+    window->makeFirstResponder(fieldOf(0));
+    for (std::size_t row = 0; row < 50; ++row) {
+        ASSERT_TRUE(window->firstResponder());
+        ASSERT_EQ(table->rowOf(*window->firstResponder()), row);
+        fieldOf(row)->setText({});
+        test::press({ 0, 0 }, "a");
+        EXPECT_EQ(fieldOf(row)->text(), "a");
+        test::press({ key::downArrow, 0 });
+    }
+}
+
+TEST_F(ViewTable, Tab_visitsTheRowsFromTopToBottom)
+{
+    if (!test::movesFocusItself())
+        GTEST_SKIP() << "Tab goes where the system decides";
     load(50);
     table->scrollRowToVisible(49);
     table->scrollRowToVisible(0);
     for (std::size_t row = 0; row < 50; ++row) {
-        window->userPressedFocusKey({ key::tab, 0 });
+        test::press({ key::tab, 0 });
         ASSERT_TRUE(window->firstResponder());
         EXPECT_EQ(table->rowOf(*window->firstResponder()), row);
     }
+}
+
+TEST_F(ViewTable, Drag_tellsTheRowsTextAndTheGap)
+{
+    std::vector<std::string> drops;
+    table->acceptDrop = [&](std::string const& text, std::size_t gap) {
+        drops.push_back(text + " above " + std::to_string(gap));
+        return false;
+    };
+    load(4);
+    for (auto const& [row, gap] : { std::pair { 1, 3 }, { 3, 0 }, { 2, 4 }, { 0, 2 } })
+        test::drag(*table, std::size_t(row), std::size_t(gap));
+    EXPECT_EQ(
+        drops, (std::vector<std::string> { "row 1 above 3", "row 3 above 0", "row 2 above 4" }));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "platform/macos/text/Strings.h"
 
 #import <AppKit/AppKit.h>
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>

@@ -11,6 +11,7 @@ UserAction& lastUserAction()
 void noteUserAction(std::uint32_t time)
 {
     lastUserAction().time = time;
+    lastUserAction().shownWindow.clear();
     lastUserAction().activatedWindow.clear();
 }
 

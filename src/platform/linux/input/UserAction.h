@@ -21,6 +21,8 @@ struct UserAction {
     /// The modifiers that are still down from the hotkey that opened a window. What is typed into
     /// it before they come up is meant without them.
     KeyModifiers heldModifiers = 0;
+    /// The window that was shown last in answer; may be null.
+    QPointer<QWindow> shownWindow;
     /// The window that was activated in answer and has not lost the focus since; may be null.
     QPointer<QWindow> activatedWindow;
 };

@@ -180,16 +180,22 @@ void syncWindow(Window const& window)
         native.setWindowFlags(flags);
     }
     native.setWindowTitle(toQString(window.title()));
+    if (!window.isVisible())
+        return native.hide();
     // Qt takes a window for shown that another client unmapped, and would not show it. One that was
-    // just shown is unmapped until the window manager comes to it.
-    auto* const handle = native.windowHandle();
-    if (window.isVisible() && native.isVisible() && handle != windowAwaitingFocus()
-        && isUnmapped(*handle))
+    // just shown is unmapped until the window manager comes to it, which may be between hiding it
+    // and showing it: to show a mapped window does nothing, and the window manager, which is told
+    // of the hiding, takes it away.
+    auto& justShown = lastUserAction().shownWindow;
+    if (auto const* const handle = native.windowHandle();
+        native.isVisible() && handle != justShown && isUnmapped(*handle))
         native.hide();
+    if (native.isVisible())
+        return;
     // Moved only after it is shown, it would be seen to jump.
-    if (window.isVisible() && !native.isVisible())
-        centerNativeWindow(window);
-    native.setVisible(window.isVisible());
+    centerNativeWindow(window);
+    native.show();
+    justShown = native.windowHandle();
 }
 
 void syncFirstResponder(Window const& window)

@@ -5,6 +5,7 @@
 
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
+
 #include <algorithm>
 #include <array>
 #include <iterator>

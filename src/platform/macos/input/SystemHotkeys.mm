@@ -3,6 +3,7 @@
 #include "platform/HotkeyObstacles.h"
 
 #import <Carbon/Carbon.h>
+
 #include <algorithm>
 #include <iterator>
 #include <set>

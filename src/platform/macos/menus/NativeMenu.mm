@@ -6,8 +6,9 @@
 #import "platform/macos/input/KeyEvents.h"
 #import "platform/macos/text/Strings.h"
 
-#include <memory>
 #import <objc/runtime.h>
+
+#include <memory>
 
 namespace quillbar::platform {
 

@@ -3,6 +3,7 @@
 #include "platform/MainQueue.h"
 
 #import <Foundation/Foundation.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>

@@ -2,6 +2,7 @@
 
 #import <CoreFoundation/CoreFoundation.h>
 #import <Foundation/Foundation.h>
+
 #include <algorithm>
 #include <deque>
 #include <mutex>

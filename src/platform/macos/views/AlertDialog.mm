@@ -3,6 +3,7 @@
 #include "platform/view/Alert.h"
 
 #import <AppKit/AppKit.h>
+
 #include <algorithm>
 
 namespace quillbar::platform {
