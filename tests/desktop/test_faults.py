@@ -5,7 +5,10 @@ import os
 import re
 
 import pytest
+from gi.repository import GLib
 from virtualdesktop import Program, VirtualDesktop, Window, stopped, wait_until
+from virtualdesktop.bus import LONGEST_MESSAGE
+from virtualdesktop.tray import ExportedMenu
 from Xlib import X
 
 ACCESSIBILITY = True
@@ -91,15 +94,26 @@ def fault(begin, end):
     return for_a_block
 
 
+def throw_off(desktop):
+    """The bus ends the connection of a program whose answer is longer than it takes. The toolkit's
+    error repeats the path."""
+    bus, before = desktop.bus, desktop.bus.owner(NAME)
+    with pytest.raises(GLib.Error):
+        bus.call(before, "/" + "x" * (LONGEST_MESSAGE - 95), "a.b", "c")
+    wait_until(lambda: bus.owner(NAME) not in (None, before), "it does not join the bus again")
+
+
 @pytest.mark.parametrize("failing, ways", [
     (fault(lambda on: on.notifications.stop(), lambda on: on.notifications.start()), EVERY_WAY),
     (fault(lambda on: on.notifications.hang(), lambda on: on.notifications.go_on()), EVERY_WAY),
     (fault(lambda on: on.panel.kill(), lambda on: on.panel.start()), [by_menu, by_palette]),
     (lambda program: stopped(program.desktop.bus_daemon), [by_palette]),
+    (fault(throw_off, lambda on: None), []),
     (lambda program: stopped(program.process), []),
-], ids=["no notifications", "hung notifications", "no panel", "hung bus", "stopped program"])
+], ids=["no notifications", "hung notifications", "no panel", "hung bus", "off the bus", "stopped"])
 def test_it_answers_meanwhile_and_afterwards(program, failing, ways):
-    menu = start(program).menu
+    start(program)
+    menu = ExportedMenu(program.desktop.bus, NAME, "/MenuBar")
     wait_until(program.desktop.panel.shows_icon, "the icon never shows")
     before = descriptors(program)
     with failing(program):

@@ -88,7 +88,8 @@ QString busConfiguration(fs::path const& folder)
                         << "</servicedir><policy context=\"default\">"
                            "<allow send_destination=\"*\" eavesdrop=\"true\"/>"
                            "<allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-                           "</policy></busconfig>\n";
+                           "</policy><limit name=\"max_message_size\">100000</limit>"
+                           "</busconfig>\n";
     return QStringLiteral("--config-file=%1").arg(QString::fromStdString(file.string()));
 }
 

@@ -40,7 +40,7 @@ bool FakePortal::handleMessage(QDBusMessage const& message, QDBusConnection cons
     else if (member == "BindShortcuts"_L1)
         bindShortcuts(message);
     else if (kind == "session"_L1 && message.isReplyRequired()) {
-        isSessionOpen_ = false;
+        openSession_.clear();
         connection.send(message.createReply());
     } else if (message.isReplyRequired())
         connection.send(message.createReply());
@@ -63,7 +63,7 @@ void FakePortal::createSession(QDBusMessage const& call)
         readAsked(options[u"shortcuts"_s]);
         results.insert(u"shortcuts"_s, keptShortcuts());
     }
-    auto const isFailure = std::exchange(isSessionOpen_, true);
+    auto const isFailure = std::exchange(openSession_, sessionPath) == sessionPath;
     emitSignal(request, u"org.freedesktop.portal.Request"_s, u"Response"_s,
         { isFailure ? 2u : 0u, results });
 }

@@ -60,7 +60,7 @@ private:
 
     QDBusConnection connection_;
     QString bindRequest_;
-    bool isSessionOpen_ = false;
+    QString openSession_;
     QStringList known_;
 };
 

@@ -269,6 +269,20 @@ TEST_F(PortalHotkeysTest, Declined_isNotAskedAgainUntilTheSetChanges)
     waitForCall(u"BindShortcuts"_s);
 }
 
+TEST_F(PortalHotkeysTest, ThrownOffTheBus_bindsAgain)
+{
+    bindTwo();
+    portal->calls.clear();
+    // Qt's answer repeats the path, and is longer than the bus takes.
+    auto const client = portal->sessionPath.section('/'_L1, 6, 6).replace('_'_L1, '.'_L1);
+    static_cast<void>(quillbar::testing::ask(QDBusConnection::sessionBus(),
+        QDBusMessage::createMethodCall(
+            ':'_L1 + client, '/'_L1 + QString(99905, 'x'_L1), {}, u"Marker"_s)));
+    waitForCall(u"BindShortcuts"_s);
+    portal->activate(portal->sessionPath, idOf("Quick open"));
+    runUntil([&] { return !presses.empty(); });
+}
+
 TEST_F(PortalHotkeysTest, LeftOutOrTakenBack_countsAsDeclined)
 {
     bindTwo();

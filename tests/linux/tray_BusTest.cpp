@@ -115,8 +115,7 @@ TEST_F(TrayBusTest, IconIsNotCalledSymbolicInCinnamon)
 TEST_F(TrayBusTest, WatcherAloneIsNoHost)
 {
     std::vector<TrayHost> told;
-    HostRegistration const registration(
-        QDBusConnection::sessionBus(), [&told](TrayHost state) { told.push_back(state); });
+    HostRegistration const registration([&told](TrayHost state) { told.push_back(state); });
     for (auto const state : { TrayHost::Present, TrayHost::Absent, TrayHost::Present }) {
         host.setHasHost(state == TrayHost::Present);
         EXPECT_TRUE(waitUntil([&] { return !told.empty() && told.back() == state; }));

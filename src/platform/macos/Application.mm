@@ -52,7 +52,7 @@ NSString* const openSettingsRequest = @"com.quillbar.Quillbar.openSettings";
                                                  object:nil];
         [NSDistributedNotificationCenter.defaultCenter
                    addObserver:self
-                      selector:@selector(openSettings)
+                      selector:@selector(openSettings:)
                           name:quillbar::platform::openSettingsRequest
                         object:nil
             suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
@@ -84,7 +84,7 @@ NSString* const openSettingsRequest = @"com.quillbar.Quillbar.openSettings";
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender
                     hasVisibleWindows:(BOOL)hasVisibleWindows
 {
-    [self openSettings];
+    [self openSettings:nil];
     return NO;
 }
 
@@ -93,7 +93,7 @@ NSString* const openSettingsRequest = @"com.quillbar.Quillbar.openSettings";
     return YES;
 }
 
-- (void)openSettings
+- (void)openSettings:(NSNotification*)notification
 {
     // An alert may hold the launch up.
     if (_hasLaunched)

@@ -17,12 +17,13 @@ _CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Co
   <!-- A bus starts with tighter limits than a session's has. -->
   <limit name="max_incoming_bytes">1000000000</limit>
   <limit name="max_outgoing_bytes">1000000000</limit>
-  <limit name="max_message_size">1000000000</limit>
+  <limit name="max_message_size">{longest}</limit>
   <limit name="max_replies_per_connection">50000</limit>
 </busconfig>
 """
 
 CALL_TIMEOUT_MS = 30_000
+LONGEST_MESSAGE = 16_000_000
 
 
 class Bus:
@@ -74,7 +75,7 @@ def start_bus(processes, folder, environment, root=None):
     else:
         configuration = os.path.join(folder, "bus.conf")
         with open(configuration, "w", encoding="utf-8") as file:
-            file.write(_CONFIGURATION.format(socket=socket))
+            file.write(_CONFIGURATION.format(socket=socket, longest=LONGEST_MESSAGE))
         command = ["dbus-daemon", f"--config-file={configuration}"]
     return processes.start_that_tells(
         lambda descriptor: [*command, "--nofork", f"--print-address={descriptor}"], environment,

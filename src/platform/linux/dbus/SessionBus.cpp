@@ -9,6 +9,52 @@ namespace quillbar::platform {
 
 using namespace Qt::StringLiterals;
 
+SessionBus& SessionBus::own()
+{
+    // Qt's, as Qt makes it for itself in any case.
+    static auto* const bus
+        = new SessionBus(QDBusConnection::sessionBus(), QCoreApplication::instance());
+    return *bus;
+}
+
+SessionBus::SessionBus(QDBusConnection const& connection, QObject* parent)
+    : QObject(parent)
+    , connection_(connection)
+{
+    watch();
+}
+
+void SessionBus::watch()
+{
+    connection_.connect(QString(), u"/org/freedesktop/DBus/Local"_s,
+        u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s, this, SLOT(joinAgain()));
+}
+
+void SessionBus::joinAgain()
+{
+    // Qt goes on using its own, and never makes it a second time.
+    if (connection_.name() != QDBusConnection::sessionBus().name())
+        QDBusConnection::disconnectFromBus(connection_.name());
+    static int count = 0;
+    connection_ = QDBusConnection::connectToBus(
+        QDBusConnection::SessionBus, "quillbar"_L1 + QString::number(++count));
+    if (!connection_.isConnected())
+        return;
+    watch();
+    Q_EMIT joined(connection_);
+}
+
+QDBusConnection sessionBus()
+{
+    return SessionBus::own().connection();
+}
+
+void onSessionBus(QObject* member, std::function<void(QDBusConnection bus)> const& registerOn)
+{
+    registerOn(sessionBus());
+    QObject::connect(&SessionBus::own(), &SessionBus::joined, member, registerOn);
+}
+
 QDBusMessage busCall(QString const& method, QVariantList const& arguments)
 {
     auto call = QDBusMessage::createMethodCall(

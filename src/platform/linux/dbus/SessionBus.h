@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QObject>
 #include <QString>
 #include <QVariantList>
 
@@ -10,6 +11,37 @@
 
 namespace quillbar::platform {
 
+/// A connection to the session bus. One that the bus closes is made anew at once; where that fails,
+/// because the bus has gone, it stays closed. Main thread.
+class SessionBus final : public QObject {
+    Q_OBJECT
+
+public:
+    /// The program's own, which lives as long as the application object.
+    [[nodiscard]] static SessionBus& own();
+
+    explicit SessionBus(QDBusConnection const& connection, QObject* parent = nullptr);
+
+    [[nodiscard]] QDBusConnection const& connection() const { return connection_; }
+
+Q_SIGNALS:
+    /// Nothing is registered on the new connection yet.
+    void joined(QDBusConnection const& connection);
+
+private:
+    void watch();
+    Q_SLOT void joinAgain();
+
+    QDBusConnection connection_;
+};
+
+/// The program's own connection.
+[[nodiscard]] QDBusConnection sessionBus();
+
+/// Calls `registerOn` with the program's own connection, at once, and with each later one while
+/// `member` lives.
+void onSessionBus(QObject* member, std::function<void(QDBusConnection bus)> const& registerOn);
+
 /// A call of the message bus itself (org.freedesktop.DBus).
 [[nodiscard]] QDBusMessage busCall(QString const& method, QVariantList const& arguments = {});
 
@@ -17,7 +49,6 @@ namespace quillbar::platform {
 /// through the event loop, with the reply or an error, which also stands for no bus and for no
 /// answer within `timeout`. Main thread.
 void callOnBus(QDBusMessage const& call, std::chrono::milliseconds timeout,
-    std::function<void(QDBusMessage const& reply)> done,
-    QDBusConnection const& bus = QDBusConnection::sessionBus());
+    std::function<void(QDBusMessage const& reply)> done, QDBusConnection const& bus = sessionBus());
 
 } // namespace quillbar::platform

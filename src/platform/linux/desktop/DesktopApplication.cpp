@@ -4,7 +4,6 @@
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/input/UserAction.h"
 
-#include <QDBusConnection>
 #include <QDBusError>
 
 #include <charconv>
@@ -18,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds busTimeout { 2000 };
+constexpr uint queue = 0;
 constexpr uint doNotQueue = 4;
 constexpr uint replyExists = 3;
 
@@ -52,7 +52,13 @@ std::uint32_t launchTime(std::string const& startupId)
 
 DesktopApplication::DesktopApplication()
 {
-    QDBusConnection::sessionBus().registerObject(objectPath, this, QDBusConnection::ExportAllSlots);
+    onSessionBus(this, [this](QDBusConnection bus) {
+        bus.registerObject(objectPath, this, QDBusConnection::ExportAllSlots);
+    });
+    connect(&SessionBus::own(), &SessionBus::joined, this, [](QDBusConnection const& bus) {
+        // One that was started meanwhile has the name until it ends.
+        bus.send(busCall(u"RequestName"_s, { QLatin1String(applicationId), queue }));
+    });
 }
 
 void DesktopApplication::claimName(std::function<void(Instance)> done)
@@ -136,15 +142,14 @@ void DesktopApplication::runPinned(QString const& name)
 {
     // Answered when it is carried out: what is pinned is known only after the start.
     setDelayedReply(true);
-    auto const work = [this, name, call = message()] {
+    auto const work = [this, name, call = message(), bus = connection()] {
         auto const delegate = delegate_.lock();
         if (!delegate)
             return;
         auto const isPinned = delegate->runPinned(name.toStdString());
-        QDBusConnection::sessionBus().send(isPinned
-                ? call.createReply()
-                : call.createErrorReply(
-                    QDBusError::InvalidArgs, u"No pinned shortcut is called “"_s + name + u'”'));
+        bus.send(isPinned ? call.createReply()
+                          : call.createErrorReply(QDBusError::InvalidArgs,
+                              u"No pinned shortcut is called “"_s + name + u'”'));
     };
     if (delegate_.expired())
         waiting_.emplace_back(work);

@@ -1,9 +1,9 @@
 #include "platform/linux/desktop/NotificationClicks.h"
 
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/desktop/AddressOpener.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 
 #include <utility>
 
@@ -20,14 +20,18 @@ NotificationClicks& NotificationClicks::instance()
 NotificationClicks::NotificationClicks()
     : QObject(QCoreApplication::instance())
 {
-    auto const listen = [this](QString const& signal, char const* slot) {
-        // Naming the sender would make Qt wait for the bus to tell its owner.
-        QDBusConnection::sessionBus().connect(QString(), u"/org/freedesktop/Notifications"_s,
-            u"org.freedesktop.Notifications"_s, signal, this, slot);
-    };
-    listen(u"ActivationToken"_s, SLOT(tokenGiven(QDBusMessage)));
-    listen(u"ActionInvoked"_s, SLOT(actionInvoked(QDBusMessage)));
-    listen(u"NotificationClosed"_s, SLOT(closed(QDBusMessage)));
+    onSessionBus(this, [this](QDBusConnection bus) {
+        // A bus that was started again gives the same names to others.
+        addresses_.clear();
+        auto const listen = [&](QString const& signal, char const* slot) {
+            // Naming the sender would make Qt wait for the bus to tell its owner.
+            bus.connect(QString(), u"/org/freedesktop/Notifications"_s,
+                u"org.freedesktop.Notifications"_s, signal, this, slot);
+        };
+        listen(u"ActivationToken"_s, SLOT(tokenGiven(QDBusMessage)));
+        listen(u"ActionInvoked"_s, SLOT(actionInvoked(QDBusMessage)));
+        listen(u"NotificationClosed"_s, SLOT(closed(QDBusMessage)));
+    });
 }
 
 NotificationClicks::Key NotificationClicks::keyOf(QDBusMessage const& message)

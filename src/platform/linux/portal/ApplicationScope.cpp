@@ -5,7 +5,6 @@
 #include "platform/linux/desktop/ApplicationId.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QFile>
@@ -90,8 +89,8 @@ ApplicationScope::ApplicationScope(std::function<void()> done)
     , done_(std::move(done))
 {
     // Before the call, for the move may be done before the call's own answer is read.
-    QDBusConnection::sessionBus().connect(QString(), managerPath, managerInterface, u"JobRemoved"_s,
-        this, SLOT(jobRemoved(QDBusMessage)));
+    sessionBus().connect(QString(), managerPath, managerInterface, u"JobRemoved"_s, this,
+        SLOT(jobRemoved(QDBusMessage)));
     callOnBus(
         startScope(name_), managerTimeout, [self = QPointer(this)](QDBusMessage const& reply) {
             if (self && reply.type() == QDBusMessage::ErrorMessage)

@@ -1,12 +1,10 @@
 #include "platform/linux/portal/PortalHotkeys.h"
 
-#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/input/KeyNames.h"
 #include "platform/linux/input/UserAction.h"
 #include "platform/linux/portal/ApplicationScope.h"
 
-#include <QDBusConnection>
 #include <QPointer>
 
 #include <algorithm>
@@ -22,7 +20,6 @@ namespace {
 // The call may have to start the portal first.
 constexpr std::chrono::milliseconds startTimeout { 10000 };
 constexpr qsizetype longestDescription = 100;
-auto const connectionName = u"portal"_s;
 
 QString descriptionOf(QString const& title)
 {
@@ -34,8 +31,8 @@ QString descriptionOf(QString const& title)
 
 PortalHotkeys::PortalHotkeys(PressHandler onPressed)
     : onPressed_(std::move(onPressed))
-    , bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName))
-    , watcher_(portalName, bus_, QDBusServiceWatcher::WatchForOwnerChange)
+    , bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"portal"_s))
+    , watcher_(portalName, bus_.connection(), QDBusServiceWatcher::WatchForOwnerChange)
 {
     // The portal takes who a program is from its systemd unit, at the connection's first call.
     ApplicationScope::enter([self = QPointer(this)] {
@@ -46,14 +43,19 @@ PortalHotkeys::PortalHotkeys(PressHandler onPressed)
 
 PortalHotkeys::~PortalHotkeys()
 {
-    QDBusConnection::disconnectFromBus(connectionName);
+    QDBusConnection::disconnectFromBus(bus_.connection().name());
 }
 
 void PortalHotkeys::start()
 {
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
-        [this](
-            QString const&, QString const&, QString const& newOwner) { ownerChanged(newOwner); });
+        [this](QString const&, QString const&, QString const& newOwner) {
+            serviceChanged(newOwner.isEmpty() ? Service::Absent : Service::Unknown);
+        });
+    connect(&bus_, &SessionBus::joined, this, [this](QDBusConnection const& bus) {
+        watcher_.setConnection(bus);
+        serviceChanged(Service::Unknown);
+    });
     contact();
 }
 
@@ -155,8 +157,9 @@ void PortalHotkeys::update()
 void PortalHotkeys::contact()
 {
     // Newer portals know programs outside of sandboxes by this only, and only before other calls.
-    bus_.send(portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry",
-        u"Register"_s, { QLatin1String(applicationId), QVariantMap() }));
+    bus_.connection().send(
+        portalCall(portalName, portalPath, "org.freedesktop.host.portal.Registry", u"Register"_s,
+            { QLatin1String(applicationId), QVariantMap() }));
     auto const call = portalCall(portalName, portalPath, "org.freedesktop.DBus.Properties",
         u"Get"_s, { QLatin1String(globalShortcutsInterface), u"version"_s });
     callOnBus(
@@ -165,7 +168,7 @@ void PortalHotkeys::contact()
             if (self && number == self->contacts_)
                 self->answered(reply);
         },
-        bus_);
+        bus_.connection());
 }
 
 void PortalHotkeys::answered(QDBusMessage const& reply)
@@ -177,13 +180,13 @@ void PortalHotkeys::answered(QDBusMessage const& reply)
     tellObstacles();
 }
 
-void PortalHotkeys::ownerChanged(QString const& newOwner)
+void PortalHotkeys::serviceChanged(Service service)
 {
     session_.reset();
     isClosing_ = false;
     portal_.clear();
-    service_ = newOwner.isEmpty() ? Service::Absent : Service::Unknown;
-    if (newOwner.isEmpty())
+    service_ = service;
+    if (service == Service::Absent)
         tellObstacles();
     else
         contact();
@@ -203,7 +206,7 @@ void PortalHotkeys::open()
     }
     if (portal_.isEmpty() || asked_.empty() || isDeclined_)
         return;
-    session_ = std::make_unique<PortalSession>(Portal { bus_, portal_ }, asked_,
+    session_ = std::make_unique<PortalSession>(Portal { bus_.connection(), portal_ }, asked_,
         PortalSession::Events { .onState = [this] { sessionChanged(); },
             .onPressed
             = [this](auto const& id, auto time, auto const& token) { pressed(id, time, token); } });

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/input/HotkeyBackend.h"
 #include "platform/linux/portal/PortalSession.h"
 
-#include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
 
@@ -55,7 +55,7 @@ private:
     void start();
     void contact();
     void answered(QDBusMessage const& reply);
-    void ownerChanged(QString const& newOwner);
+    void serviceChanged(Service service);
     void open();
     void sessionChanged();
     void pressed(QString const& id, std::uint32_t time, QString const& token);
@@ -65,7 +65,7 @@ private:
     [[nodiscard]] std::optional<HotkeyObstacle> obstacle(KeyCombination const& combination) const;
 
     PressHandler onPressed_;
-    QDBusConnection bus_;
+    SessionBus bus_;
     QDBusServiceWatcher watcher_;
     std::map<std::uint64_t, Claim> claims_;
     std::uint64_t nextNumber_ = 1;

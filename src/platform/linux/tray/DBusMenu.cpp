@@ -1,5 +1,6 @@
 #include "platform/linux/tray/DBusMenu.h"
 
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/input/UserAction.h"
 
 #include <QDBusError>
@@ -14,7 +15,7 @@ namespace quillbar::platform {
 
 using namespace Qt::StringLiterals;
 
-DBusMenu::DBusMenu(QDBusConnection connection)
+DBusMenu::DBusMenu()
 {
     qDBusRegisterMetaType<MenuLayout>();
     qDBusRegisterMetaType<MenuRowProperties>();
@@ -24,8 +25,10 @@ DBusMenu::DBusMenu(QDBusConnection connection)
     qDBusRegisterMetaType<MenuEvent>();
     qDBusRegisterMetaType<QList<MenuEvent>>();
     qDBusRegisterMetaType<QList<QStringList>>();
-    connection.registerObject(
-        QString::fromLatin1(objectPath), this, QDBusConnection::ExportAllContents);
+    onSessionBus(this, [this](QDBusConnection bus) {
+        bus.registerObject(
+            QString::fromLatin1(objectPath), this, QDBusConnection::ExportAllContents);
+    });
 }
 
 void DBusMenu::setMenu(std::shared_ptr<Menu const> menu)

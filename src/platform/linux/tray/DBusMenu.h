@@ -3,7 +3,6 @@
 #include "platform/linux/dbus/DBusStruct.h"
 #include "platform/linux/tray/MenuExport.h"
 
-#include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusVariant>
 #include <QObject>
@@ -53,7 +52,7 @@ class DBusMenu : public QObject, protected QDBusContext {
 public:
     static constexpr auto objectPath = "/MenuBar";
 
-    explicit DBusMenu(QDBusConnection connection);
+    DBusMenu();
 
     /// Tells the hosts, if the menu looks different from the last one.
     void setMenu(std::shared_ptr<Menu const> menu);

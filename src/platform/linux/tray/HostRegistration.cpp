@@ -29,32 +29,31 @@ bool isAbsence(QDBusMessage const& reply)
 
 } // namespace
 
-HostRegistration::HostRegistration(QDBusConnection connection, std::function<void(TrayHost)> onHost)
-    : connection_(std::move(connection))
-    , onHost_(std::move(onHost))
-    , watcher_(watcherName, connection_, QDBusServiceWatcher::WatchForOwnerChange)
+HostRegistration::HostRegistration(std::function<void(TrayHost)> onHost)
+    : onHost_(std::move(onHost))
+    , watcher_(watcherName, sessionBus(), QDBusServiceWatcher::WatchForOwnerChange)
 {
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](
             QString const&, QString const&, QString const& newOwner) { ownerChanged(newOwner); });
-    // Naming the sender would make Qt wait for the bus to tell its owner.
-    for (auto const& signal :
-        { u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s })
-        connection_.connect(QString(), watcherPath, watcherName, signal, this, SLOT(askForHost()));
-    registerItem();
+    onSessionBus(this, [this](QDBusConnection bus) {
+        watcher_.setConnection(bus);
+        // Naming the sender would make Qt wait for the bus to tell its owner.
+        for (auto const& signal :
+            { u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s })
+            bus.connect(QString(), watcherPath, watcherName, signal, this, SLOT(askForHost()));
+        registerItem();
+    });
 }
 
 void HostRegistration::call(
     QDBusMessage message, void (HostRegistration::*answered)(QDBusMessage const& reply))
 {
     message.setAutoStartService(false);
-    callOnBus(
-        message, answerTimeout,
-        [self = QPointer(this), answered](QDBusMessage const& reply) {
-            if (self)
-                (*self.*answered)(reply);
-        },
-        connection_);
+    callOnBus(message, answerTimeout, [self = QPointer(this), answered](QDBusMessage const& reply) {
+        if (self)
+            (*self.*answered)(reply);
+    });
 }
 
 // A watcher reads the icon's name as soon as the item is registered, but the bus answers the first
@@ -64,7 +63,7 @@ void HostRegistration::registerItem()
     call(busCall(u"NameHasOwner"_s, { cinnamonName }), &HostRegistration::cinnamonAnswered);
     auto registration = QDBusMessage::createMethodCall(
         watcherName, watcherPath, watcherName, u"RegisterStatusNotifierItem"_s);
-    registration.setArguments({ connection_.baseService() });
+    registration.setArguments({ sessionBus().baseService() });
     call(registration, &HostRegistration::registered);
 }
 

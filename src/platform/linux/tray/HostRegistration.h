@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QObject>
@@ -20,7 +19,7 @@ class HostRegistration : public QObject {
 public:
     /// `onHost` is called, through the event loop, whenever it is known whether there is a host; it
     /// may be told the same twice.
-    HostRegistration(QDBusConnection connection, std::function<void(TrayHost)> onHost);
+    explicit HostRegistration(std::function<void(TrayHost)> onHost);
 
     /// Asks the watcher once more; `onHost` is called with the answer.
     Q_SLOT void askForHost();
@@ -37,7 +36,6 @@ private:
     void hostAnswered(QDBusMessage const& reply);
     void ownerChanged(QString const& newOwner);
 
-    QDBusConnection connection_;
     std::function<void(TrayHost)> onHost_;
     QDBusServiceWatcher watcher_;
     bool showsSymbolicIcons_ = true;

@@ -45,16 +45,15 @@ Background likelyBackground()
 
 } // namespace
 
-NativeStatusItem::NativeStatusItem(StatusItem& item, QDBusConnection const& connection)
+NativeStatusItem::NativeStatusItem(StatusItem& item)
     : item_(item)
-    , menu_(connection)
-    , notifier_(connection, notifierCallbacks(), menuOwner())
+    , notifier_(notifierCallbacks(), menuOwner())
     , xEmbedTray_(
           { .icon = [this](std::optional<Background> background) { return xEmbedIcon(background); },
               .toolTip = [this] { return toolTip_; },
               .activate = [this] { toggleMenu(); },
               .askForHost = [this] { registration_.askForHost(); } })
-    , registration_(connection, [this](TrayHost host) { hostIs(host); })
+    , registration_([this](TrayHost host) { hostIs(host); })
 {
     using namespace std::chrono_literals;
     menu_.onOpen = [this] { item_.userOpenedMenu(); };
@@ -215,7 +214,7 @@ void NativeStatusItemDeleter::operator()(NativeStatusItem* native) const
 
 NativeStatusItem* createNativeStatusItem(StatusItem& item)
 {
-    return new NativeStatusItem(item, QDBusConnection::sessionBus());
+    return new NativeStatusItem(item);
 }
 
 void syncStatusButton(StatusItem const& item)

@@ -8,7 +8,6 @@
 #include "platform/linux/widgets/StatusMenuWidget.h"
 #include "platform/view/StatusItem.h"
 
-#include <QDBusConnection>
 #include <QPointer>
 #include <QTimer>
 
@@ -21,7 +20,7 @@ namespace quillbar::platform {
 /// is no such host, and the menu that a click opens. Owned by its StatusItem; main thread.
 struct NativeStatusItem {
 public:
-    NativeStatusItem(StatusItem& item, QDBusConnection const& connection);
+    explicit NativeStatusItem(StatusItem& item);
     NativeStatusItem(NativeStatusItem const&) = delete;
     NativeStatusItem& operator=(NativeStatusItem const&) = delete;
     ~NativeStatusItem();

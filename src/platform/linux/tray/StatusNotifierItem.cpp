@@ -1,5 +1,6 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/desktop/DesktopApplication.h"
 #include "platform/linux/input/UserAction.h"
 #include "platform/linux/tray/DBusMenu.h"
@@ -13,8 +14,7 @@ namespace quillbar::platform {
 
 using namespace Qt::StringLiterals;
 
-StatusNotifierItem::StatusNotifierItem(
-    QDBusConnection connection, StatusNotifierCallbacks callbacks, MenuOwner menuOwner)
+StatusNotifierItem::StatusNotifierItem(StatusNotifierCallbacks callbacks, MenuOwner menuOwner)
     : callbacks_(std::move(callbacks))
     , itemIsMenu_(menuOwner == MenuOwner::Host)
     , menu_(QString::fromLatin1(DBusMenu::objectPath))
@@ -22,7 +22,9 @@ StatusNotifierItem::StatusNotifierItem(
     qDBusRegisterMetaType<IconPixmap>();
     qDBusRegisterMetaType<QList<IconPixmap>>();
     qDBusRegisterMetaType<ToolTip>();
-    connection.registerObject(u"/StatusNotifierItem"_s, this, QDBusConnection::ExportAllContents);
+    onSessionBus(this, [this](QDBusConnection bus) {
+        bus.registerObject(u"/StatusNotifierItem"_s, this, QDBusConnection::ExportAllContents);
+    });
 }
 
 void StatusNotifierItem::Activate(int /*x*/, int /*y*/)

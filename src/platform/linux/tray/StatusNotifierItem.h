@@ -3,7 +3,6 @@
 #include "platform/linux/dbus/DBusStruct.h"
 
 #include <QByteArray>
-#include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusObjectPath>
 #include <QList>
@@ -68,8 +67,7 @@ class StatusNotifierItem : public QObject, protected QDBusContext {
     Q_PROPERTY(QDBusObjectPath Menu MEMBER menu_ CONSTANT)
 
 public:
-    StatusNotifierItem(
-        QDBusConnection connection, StatusNotifierCallbacks callbacks, MenuOwner menuOwner);
+    StatusNotifierItem(StatusNotifierCallbacks callbacks, MenuOwner menuOwner);
 
     // The names are the interface's.
     // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)

@@ -5,7 +5,6 @@
 #include "platform/linux/widgets/Painting.h"
 
 #include <QApplication>
-#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QPointer>
 #include <QProxyStyle>
@@ -108,9 +107,16 @@ void ColorScheme::follow()
     light_ = QApplication::palette();
     use(light_);
     apply();
-    // Naming the sender would make Qt wait for the bus to tell its owner.
-    QDBusConnection::sessionBus().connect(QString(), path, interface,
-        QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QDBusMessage)));
+    onSessionBus(this, [this](QDBusConnection bus) {
+        // Naming the sender would make Qt wait for the bus to tell its owner.
+        bus.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
+            SLOT(settingChanged(QDBusMessage)));
+        askPortal();
+    });
+}
+
+void ColorScheme::askPortal()
+{
     auto call = QDBusMessage::createMethodCall(portal, path, interface, QStringLiteral("Read"));
     call.setArguments({ appearance, colorScheme });
     callOnBus(call, portalTimeout, [self = QPointer(this)](QDBusMessage const& reply) {

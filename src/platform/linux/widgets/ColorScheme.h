@@ -23,6 +23,7 @@ public:
     void follow();
 
 private:
+    void askPortal();
     Q_SLOT void settingChanged(QDBusMessage const& signal);
     void prefer(QVariant const& preference);
     void apply();

@@ -106,13 +106,19 @@ bool takeMouse(QWidget const& window)
     // Qt takes a refusal for success, so whether the mouse is free is asked right before, when Qt
     // does not hold it itself. Holding the server in between would be safer, but would stop the
     // whole desktop when this process is stopped here.
+    // Qt's grab takes the place of this one, which the same client holds: a click between two grabs
+    // would be lost.
     handle->setMouseGrabEnabled(false);
     XcbPtr<xcb_grab_pointer_reply_t> const reply { xcb_grab_pointer_reply(connection,
-        xcb_grab_pointer(connection, 0, static_cast<xcb_window_t>(handle->winId()), 0,
-            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        xcb_grab_pointer(connection, 0, static_cast<xcb_window_t>(handle->winId()),
+            XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE,
+            XCB_NONE, XCB_CURRENT_TIME),
         nullptr) };
-    xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
-    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS && handle->setMouseGrabEnabled(true);
+    bool const isTaken
+        = reply && reply->status == XCB_GRAB_STATUS_SUCCESS && handle->setMouseGrabEnabled(true);
+    if (!isTaken)
+        xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+    return isTaken;
 }
 
 } // namespace quillbar::platform

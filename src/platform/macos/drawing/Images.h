@@ -4,7 +4,6 @@
 #include "platform/view/Image.h"
 
 #import <AppKit/AppKit.h>
-
 #include <string_view>
 
 namespace quillbar::platform {

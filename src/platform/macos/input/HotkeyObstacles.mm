@@ -49,27 +49,12 @@ constexpr KeyName keyNames[] = {
     { kVK_ANSI_KeypadEnter, "⌤" },
     { kVK_ANSI_KeypadClear, "⌧" },
     { kVK_Help, "Help" },
-    { kVK_F1, "F1" },
-    { kVK_F2, "F2" },
-    { kVK_F3, "F3" },
-    { kVK_F4, "F4" },
-    { kVK_F5, "F5" },
-    { kVK_F6, "F6" },
-    { kVK_F7, "F7" },
-    { kVK_F8, "F8" },
-    { kVK_F9, "F9" },
-    { kVK_F10, "F10" },
-    { kVK_F11, "F11" },
-    { kVK_F12, "F12" },
-    { kVK_F13, "F13" },
-    { kVK_F14, "F14" },
-    { kVK_F15, "F15" },
-    { kVK_F16, "F16" },
-    { kVK_F17, "F17" },
-    { kVK_F18, "F18" },
-    { kVK_F19, "F19" },
-    { kVK_F20, "F20" },
 };
+
+// F1 and those that follow it.
+constexpr std::uint32_t functionKeys[]
+    = { kVK_F1, kVK_F2, kVK_F3, kVK_F4, kVK_F5, kVK_F6, kVK_F7, kVK_F8, kVK_F9, kVK_F10, kVK_F11,
+          kVK_F12, kVK_F13, kVK_F14, kVK_F15, kVK_F16, kVK_F17, kVK_F18, kVK_F19, kVK_F20 };
 
 /// What the key alone types in the present layout, in upper case; nil when that is nothing.
 NSString* typedCharacter(std::uint16_t keyCode)
@@ -101,6 +86,9 @@ std::string keyName(std::uint32_t keyCode)
         if (named == keyCode)
             return name;
     }
+    auto const* const function = std::ranges::find(functionKeys, keyCode);
+    if (function != std::end(functionKeys))
+        return "F" + std::to_string(1 + (function - functionKeys));
     NSString* const typed
         = keyCode <= 0x7F ? typedCharacter(static_cast<std::uint16_t>(keyCode)) : nil;
     auto const isOnKeypad = keyCode >= kVK_ANSI_KeypadDecimal && keyCode <= kVK_ANSI_Keypad9;

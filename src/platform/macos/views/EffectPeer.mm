@@ -6,7 +6,7 @@
 
 /// A layer's colour is fixed: the border's is set anew whenever the appearance has changed.
 @interface QuillbarEffectView : NSVisualEffectView
-@property (nonatomic) NSColor* borderColor;
+@property (nonatomic) NSColor* edgeColor;
 @end
 
 @implementation QuillbarEffectView
@@ -16,22 +16,22 @@
     return YES;
 }
 
-- (void)setBorderColor:(NSColor*)color
+- (void)setEdgeColor:(NSColor*)color
 {
-    _borderColor = color;
-    [self updateBorder];
+    _edgeColor = color;
+    [self updateEdge];
 }
 
 - (void)viewDidChangeEffectiveAppearance
 {
     [super viewDidChangeEffectiveAppearance];
-    [self updateBorder];
+    [self updateEdge];
 }
 
-- (void)updateBorder
+- (void)updateEdge
 {
     [self.effectiveAppearance
-        performAsCurrentDrawingAppearance:^{ self.layer.borderColor = self.borderColor.CGColor; }];
+        performAsCurrentDrawingAppearance:^{ self.layer.borderColor = self.edgeColor.CGColor; }];
 }
 
 @end
@@ -63,7 +63,7 @@ struct EffectPeer final : NativeView {
         auto* const effect = static_cast<QuillbarEffectView*>(view);
         effect.layer.cornerRadius = portableView.cornerRadius();
         effect.layer.borderWidth = portableView.borderWidth();
-        effect.borderColor = nsColor(portableView.borderColor());
+        effect.edgeColor = nsColor(portableView.borderColor());
     }
 };
 
