@@ -4,6 +4,7 @@
 #include "platform/view/Image.h"
 
 #import <AppKit/AppKit.h>
+
 #include <string_view>
 
 namespace quillbar::platform {

@@ -46,7 +46,26 @@ EventHotKeyRef claim(KeyCombination const& combination, EventHotKeyID identifier
     return status == noErr ? reference : nullptr;
 }
 
-/// The system tells who holds a combination only by refusing it.
+/// What macOS keeps for itself, as the person has set it; it does not refuse a claim of these.
+std::set<KeyCombination> systemCombinations()
+{
+    CFArrayRef copied = nullptr;
+    if (CopySymbolicHotKeys(&copied) != noErr)
+        return {};
+    NSArray<NSDictionary*>* const hotkeys = (__bridge_transfer NSArray*)copied;
+    auto const number = [](NSDictionary* hotkey, CFStringRef key) {
+        return static_cast<std::uint32_t>([hotkey[(__bridge NSString*)key] unsignedIntValue]);
+    };
+    std::set<KeyCombination> combinations;
+    for (NSDictionary* hotkey in hotkeys) {
+        if (number(hotkey, kHISymbolicHotKeyEnabled) != 0)
+            combinations.insert({ .keyCode = number(hotkey, kHISymbolicHotKeyCode),
+                .modifiers = number(hotkey, kHISymbolicHotKeyModifiers) });
+    }
+    return combinations;
+}
+
+/// The system tells which other program holds a combination only by refusing it.
 std::optional<HotkeyObstacle> obstacle(KeyCombination const& combination)
 {
     if (claims().contains(combination))
@@ -88,8 +107,12 @@ Token registerSystemHotkey(std::uint32_t keyCode, std::uint32_t modifiers, std::
 std::vector<std::optional<HotkeyObstacle>> hotkeyObstacles(
     std::vector<KeyCombination> const& combinations)
 {
+    auto const kept = systemCombinations();
     std::vector<std::optional<HotkeyObstacle>> found;
-    std::transform(combinations.begin(), combinations.end(), std::back_inserter(found), obstacle);
+    std::transform(combinations.begin(), combinations.end(), std::back_inserter(found),
+        [&kept](KeyCombination const& combination) {
+            return kept.contains(combination) ? HotkeyObstacle::Taken : obstacle(combination);
+        });
     return found;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #import <Foundation/Foundation.h>
+
 #include <string>
 #include <string_view>
 

@@ -19,6 +19,12 @@
     return YES;
 }
 
+// In a window that its background moves, a press in a list is the list's.
+- (BOOL)mouseDownCanMoveWindow
+{
+    return self.enclosingScrollView == nil;
+}
+
 @end
 
 namespace quillbar::platform {
