@@ -123,15 +123,15 @@ void press(KeyEvent const& event, std::string const& text)
     runUntil([] { return NSApp.keyWindow != nil; });
     NSString* const characters = text.empty() ? functionOf(event) : nsString(text);
     [NSApp postEvent:[NSEvent keyEventWithType:NSEventTypeKeyDown
-                                      location:NSZeroPoint
-                                 modifierFlags:modifierFlags(event.modifiers)
-                                     timestamp:NSProcessInfo.processInfo.systemUptime
-                                  windowNumber:NSApp.keyWindow.windowNumber
-                                       context:nil
-                                    characters:characters
-                   charactersIgnoringModifiers:characters
-                                     isARepeat:NO
-                                       keyCode:static_cast<unsigned short>(event.keyCode)]
+                                            location:NSZeroPoint
+                                       modifierFlags:modifierFlags(event.modifiers)
+                                           timestamp:NSProcessInfo.processInfo.systemUptime
+                                        windowNumber:NSApp.keyWindow.windowNumber
+                                             context:nil
+                                          characters:characters
+                         charactersIgnoringModifiers:characters
+                                           isARepeat:NO
+                                             keyCode:static_cast<unsigned short>(event.keyCode)]
              atStart:NO];
     settle();
 }
@@ -204,8 +204,8 @@ void answerAlert(std::string const& button, std::string const& text)
             static_cast<NSTextField*>(view).stringValue = nsString(text);
     });
     forEachView(NSApp.modalWindow.contentView, ^(NSView* view) {
-        if ([view isKindOfClass:NSButton.class]
-            && [static_cast<NSButton*>(view).title isEqualToString:nsString(button)])
+        if ([view isKindOfClass:NSButton.class] &&
+            [static_cast<NSButton*>(view).title isEqualToString:nsString(button)])
             [static_cast<NSButton*>(view) performClick:nil];
     });
     postEmptyEvent();
