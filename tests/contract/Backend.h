@@ -62,7 +62,7 @@ public:
     std::unique_ptr<platform::StatusItem> item = std::make_unique<platform::StatusItem>();
 };
 
-/// Presses the combination anywhere in the system.
-void pressHotkey(platform::KeyCombination const& combination);
+/// Presses the combination, registered under that id, whatever program has the keyboard.
+void pressHotkey(platform::KeyCombination const& combination, std::uint32_t id);
 
 } // namespace quillbar::test

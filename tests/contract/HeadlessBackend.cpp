@@ -88,7 +88,7 @@ void StatusArea::chooseRow(std::string const& title)
     performAction(*std::ranges::find(menu->items, title, &MenuItem::title));
 }
 
-void pressHotkey(KeyCombination const& combination)
+void pressHotkey(KeyCombination const& combination, std::uint32_t)
 {
     headless::fire(combination.keyCode, combination.modifiers);
 }

@@ -25,9 +25,9 @@ protected:
         return registerSystemHotkey(combination.keyCode, combination.modifiers, 0x5155494C, id);
     }
 
-    std::vector<std::uint32_t> firedBy(KeyCombination const& combination)
+    std::vector<std::uint32_t> firedBy(KeyCombination const& combination, std::uint32_t id)
     {
-        test::pressHotkey(combination);
+        test::pressHotkey(combination, id);
         return std::exchange(fired, {});
     }
 
@@ -38,17 +38,17 @@ protected:
     Ids fired;
 };
 
-TEST_F(Hotkeys, Press_tellsTheIdOfItsRegistration)
+TEST_F(Hotkeys, Press_tellsTheIdAndACombinationHasOneHolder)
 {
     auto first = claim(letter, 7);
     auto const second = claim(other, 8);
     EXPECT_FALSE(claim(letter, 9));
-    EXPECT_EQ(firedBy(letter), Ids { 7 });
-    EXPECT_EQ(firedBy(other), Ids { 8 });
+    EXPECT_EQ(firedBy(letter, 7), Ids { 7 });
+    EXPECT_EQ(firedBy(other, 8), Ids { 8 });
     first.reset();
-    EXPECT_EQ(firedBy(letter), Ids {});
     first = claim(letter, 9);
-    EXPECT_EQ(firedBy(letter), Ids { 9 });
+    EXPECT_TRUE(first);
+    EXPECT_EQ(firedBy(letter, 9), Ids { 9 });
 }
 
 TEST_F(Hotkeys, Handler_mayFreeAndClaimThem)
@@ -58,8 +58,8 @@ TEST_F(Hotkeys, Handler_mayFreeAndClaimThem)
         hotkey.reset();
         hotkey = claim(letter, 8);
     };
-    EXPECT_EQ(firedBy(letter), Ids { 7 });
-    EXPECT_EQ(firedBy(letter), Ids { 8 });
+    EXPECT_EQ(firedBy(letter, 7), Ids { 7 });
+    EXPECT_EQ(firedBy(letter, 8), Ids { 8 });
 }
 
 } // namespace

@@ -118,6 +118,7 @@ TEST_F(ViewTable, DownArrow_goesThroughTheRowsAndTypingReachesEach)
 {
     load(50);
     window->makeFirstResponder(fieldOf(0));
+    test::settle();
     for (std::size_t row = 0; row < 50; ++row) {
         ASSERT_TRUE(window->firstResponder());
         ASSERT_EQ(table->rowOf(*window->firstResponder()), row);

@@ -55,6 +55,20 @@ TEST_F(ChildProcess, Child_inheritsNoSignalStateAndNoDescriptor)
     ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
 }
 
+TEST_F(ChildProcess, RunningChildren_takeNoDescriptors)
+{
+    auto const descriptors = [] {
+        namespace fs = std::filesystem;
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    auto const before = descriptors();
+    int running = 50;
+    for (int i = running; i > 0; --i)
+        runChild({ "/bin/sleep", "0.1" }, [&](std::optional<int>) { --running; });
+    EXPECT_EQ(descriptors(), before);
+    runUntil([&] { return running == 0; });
+}
+
 TEST_F(ChildProcess, Child_startsAtHomeInThePersonsEnvironment)
 {
     auto const home = folder.path() / "home";

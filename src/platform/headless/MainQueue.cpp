@@ -22,7 +22,8 @@ std::function<void()> takeDue(milliseconds until)
     auto const next = waiting.begin();
     if (next == waiting.end() || next->first > until)
         return {};
-    record().now = next->first;
+    // Another thread may have posted it a moment before the clock moved on.
+    record().now = std::max(record().now, next->first);
     auto work = std::move(next->second);
     waiting.erase(next);
     return work;

@@ -2,6 +2,7 @@
 #import "platform/macos/text/Strings.h"
 #import "platform/macos/views/NativeView.h"
 #include "platform/view/TableView.h"
+#include "platform/view/Window.h"
 
 #include <optional>
 #include <utility>
@@ -28,6 +29,16 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
 }
 
+/// One of the row's controls may have been given the keyboard before the row was in the window.
+void restoreFocus(NSView* content)
+{
+    auto const* const row = content.window ? quillbar::platform::portableViewOf(content) : nullptr;
+    auto const* const window = row ? row->window() : nullptr;
+    auto const focused = window ? window->firstResponder() : nullptr;
+    if (focused && focused->isDescendantOf(*row))
+        quillbar::platform::syncFirstResponder(*window);
+}
+
 } // namespace
 
 /// The place of one row in the native table, which reuses it for other rows.
@@ -52,6 +63,13 @@ std::optional<std::size_t> rowIndex(NSInteger row)
     if (content && content.superview != self)
         [self addSubview:content];
     ::setBackgroundStyle(content, self.backgroundStyle);
+    restoreFocus(content);
+}
+
+- (void)viewDidMoveToWindow
+{
+    [super viewDidMoveToWindow];
+    restoreFocus(self.subviews.firstObject);
 }
 
 // AppKit reaches the labels that are subviews of the host itself only.

@@ -121,9 +121,11 @@ void syncFirstResponder(Window const& window)
 {
     NSWindow* const native = window.native()->window;
     auto const view = window.firstResponder();
-    // Giving the keyboard once more to a text field would select all of its text.
-    if (view != focusedView(native) || !view)
-        [native makeFirstResponder:view && view->native() ? view->native()->keyView() : nil];
+    NSView* const wanted = view && view->native() ? view->native()->keyView() : nil;
+    // Only a view in the window can have its keyboard. Giving it once more to a text field would
+    // select all of its text.
+    if (!wanted || (wanted.window == native && view != focusedView(native)))
+        [native makeFirstResponder:wanted];
 }
 
 void centerNativeWindow(Window const& window)
