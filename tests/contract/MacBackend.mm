@@ -64,15 +64,16 @@ NSString* functionOf(KeyEvent const& event)
 
 NSEvent* mouseEvent(NSEventType type, NSView* view, NSPoint place, NSInteger clickCount)
 {
-    return [NSEvent mouseEventWithType:type
-                              location:[view convertPoint:place toView:nil]
-                         modifierFlags:0
-                             timestamp:NSProcessInfo.processInfo.systemUptime
-                          windowNumber:view.window.windowNumber
-                               context:nil
-                           eventNumber:0
-                            clickCount:clickCount
-                              pressure:1];
+    return [NSEvent
+        mouseEventWithType:type
+                  location:[view convertPoint:place toView:nil]
+             modifierFlags:0
+                 timestamp:static_cast<NSTimeInterval>(NSProcessInfo.processInfo.systemUptime)
+              windowNumber:view.window.windowNumber
+                   context:nil
+               eventNumber:0
+                clickCount:clickCount
+                  pressure:1];
 }
 
 void clickAt(NSView* view, NSPoint place, NSInteger clickCount)
@@ -125,7 +126,8 @@ void press(KeyEvent const& event, std::string const& text)
     [NSApp postEvent:[NSEvent keyEventWithType:NSEventTypeKeyDown
                                             location:NSZeroPoint
                                        modifierFlags:modifierFlags(event.modifiers)
-                                           timestamp:NSProcessInfo.processInfo.systemUptime
+                                           timestamp:static_cast<NSTimeInterval>(
+                                                         NSProcessInfo.processInfo.systemUptime)
                                         windowNumber:NSApp.keyWindow.windowNumber
                                              context:nil
                                           characters:characters
