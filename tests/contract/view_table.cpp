@@ -106,7 +106,7 @@ TEST_F(ViewTable, Rows_areShownWhereTheyBelongWhateverViewsTheyReuse)
         expectRowsInPlace();
     }
     scroll->setOffset(900);
-    for (std::size_t const count : { 3, 1, 7 }) {
+    for (auto const count : { 3U, 1U, 7U }) {
         load(count);
         expectRowsInPlace();
     }
