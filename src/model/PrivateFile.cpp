@@ -64,7 +64,7 @@ bool writePrivateFile(fs::path const& path, std::string_view text)
     if (error)
         target = path;
     struct stat old { };
-    auto const mode = stat(target.c_str(), &old) == 0 ? old.st_mode & 0777 : 0;
+    mode_t const mode = stat(target.c_str(), &old) == 0 ? old.st_mode & 0777 : 0;
     auto aside = target;
     aside += ".new";
     bool const isReplaced = writeNewFile(aside, mode | S_IRUSR | S_IWUSR, text)

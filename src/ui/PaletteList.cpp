@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 

@@ -5,13 +5,14 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 namespace {
 
 void feed(std::string const& text)
 {
     // A copy of exactly this size, so that a read past its end is one past the allocation.
-    std::basic_string<std::uint8_t> const bytes(text.begin(), text.end());
+    std::vector<std::uint8_t> const bytes(text.begin(), text.end());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
 }
 

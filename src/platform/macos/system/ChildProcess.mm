@@ -37,12 +37,13 @@ public:
     {
         ::posix_spawnattr_init(&attributes_);
         sigset_t signals;
-        ::sigemptyset(&signals);
+        // On macOS these three are macros.
+        sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
-        ::sigfillset(&signals);
+        sigfillset(&signals);
         // Their handling cannot be set.
-        ::sigdelset(&signals, SIGKILL);
-        ::sigdelset(&signals, SIGSTOP);
+        sigdelset(&signals, SIGKILL);
+        sigdelset(&signals, SIGSTOP);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
         // A group of its own, so that it can be killed with what it started.
         ::posix_spawnattr_setpgroup(&attributes_, 0);
