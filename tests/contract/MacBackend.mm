@@ -122,6 +122,8 @@ void runUntil(std::function<bool()> const& isDone)
 void press(KeyEvent const& event, std::string const& text)
 {
     runUntil([] { return NSApp.keyWindow != nil; });
+    // A table has its rows, which may hold the focus, only when it has been drawn.
+    settle();
     NSString* const characters = text.empty() ? functionOf(event) : nsString(text);
     [NSApp postEvent:[NSEvent keyEventWithType:NSEventTypeKeyDown
                                             location:NSZeroPoint
