@@ -169,8 +169,8 @@ void choose(PopUpButton& popUp, std::size_t index)
 void drag(TableView& table, std::size_t row, std::size_t gap)
 {
     NSTableView* const shown = static_cast<NSTableView*>(table.native()->view);
-    NSPasteboardItem* const item = [shown.dataSource tableView:shown
-                                        pasteboardWriterForRow:static_cast<NSInteger>(row)];
+    id const item = [shown.dataSource tableView:shown
+                         pasteboardWriterForRow:static_cast<NSInteger>(row)];
     if (!item)
         return;
     QuillbarTestDrag* const info = [[QuillbarTestDrag alloc] init];
