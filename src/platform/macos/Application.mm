@@ -30,7 +30,7 @@ NSString* const openSettingsRequest = @"com.quillbar.Quillbar.openSettings";
 /// What AppKit and other starts of the program tell this one.
 @interface QuillbarApplicationDelegate : NSObject <NSApplicationDelegate>
 - (instancetype)initWithMakeDelegate:(quillbar::platform::MakeDelegate)makeDelegate;
-/// Ends the tracking of a menu that is open.
+/// Closes the open menu, whose event loop would go on after -[NSApplication stop:].
 - (void)closeMenu;
 @end
 
@@ -150,7 +150,7 @@ void terminateOnSignals()
     }
 }
 
-/// An event that lets an event loop see that it has been stopped.
+/// Posts an event without effect: -[NSApplication run] looks whether it was stopped only after one.
 void postEmptyEvent()
 {
     [NSApp postEvent:[NSEvent otherEventWithType:NSEventTypeApplicationDefined

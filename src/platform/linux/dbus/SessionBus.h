@@ -17,7 +17,8 @@ class SessionBus final : public QObject {
     Q_OBJECT
 
 public:
-    /// The program's own, which lives as long as the application object.
+    /// The connection that every part of the program but the portal uses; a child of the
+    /// QApplication.
     [[nodiscard]] static SessionBus& own();
 
     explicit SessionBus(QDBusConnection const& connection, QObject* parent = nullptr);

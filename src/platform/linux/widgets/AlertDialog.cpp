@@ -85,7 +85,7 @@ QLabel* makeIcon(AlertStyle style, QWidget const& dialog)
     return label;
 }
 
-/// The style outlines the default button, which need not be the one with the focus.
+/// Draws a focus ring of its own: QStyle marks the default button, which Tab may have left.
 class AlertButton final : public QPushButton {
 public:
     using QPushButton::QPushButton;

@@ -2,8 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-/// The target of a control or a menu item: calls its block. Targets are held weakly by controls, so
-/// their peer owns it.
+/// A target whose action calls `body`. Controls and menu items do not retain their targets: the
+/// peer of the control, or an association of the menu item, does.
 @interface QuillbarAction : NSObject
 @property (copy) void (^body)(id sender);
 + (SEL)selector;

@@ -40,7 +40,7 @@ private:
     id<QuillbarUpdaterController> const controller_;
 };
 
-/// For a program without the framework.
+/// Used when Sparkle.framework is not in the bundle: shows an alert.
 class UpdateAdvice final : public Updater {
 public:
     void checkForUpdates() override

@@ -53,7 +53,7 @@ NSString* stringOf(unichar unit)
     return [NSString stringWithCharacters:&unit length:1];
 }
 
-/// The canonical composition, in UTF-8, so that bytes compare like scalar values.
+/// The text in NFC, as UTF-8, whose bytes are ordered like the scalar values.
 std::string composed(NSString* text)
 {
     return utf8(text.precomposedStringWithCanonicalMapping);
@@ -108,18 +108,6 @@ std::string trimmed(std::string_view text)
 std::string upperCased(std::string_view text)
 {
     return utf8([nsString(text) uppercaseStringWithLocale:NSLocale.currentLocale]);
-}
-
-std::string shortened(std::string_view text)
-{
-    // Four times as long as a name can be. The layout of joined characters takes square time.
-    constexpr std::size_t longest = 1024;
-    if (text.size() <= longest)
-        return std::string(text);
-    auto end = longest;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80)
-        --end;
-    return std::string(text.substr(0, end)) + "…";
 }
 
 std::string isolated(std::string_view whole)

@@ -6,8 +6,8 @@
 
 namespace quillbar::platform {
 
-/// The AppKit side of a view. It is deleted with the view; its NSView lives on until the event that
-/// is being delivered is over. Main thread.
+/// The AppKit side of a view, deleted with the view. Its NSView is retained until the current event
+/// has been handled, since it may be the receiver of that event. Main thread.
 struct NativeView {
     NativeView(View& shownView, NSView* nativeView)
         : portable(&shownView)
